@@ -1,0 +1,61 @@
+# The user's commands. Everything they need is installed first, by tools/install-packages.
+#   make run      build and start the menu (with no display: an embedded one, with pictures of every step)
+#   make test     build and run every test
+#   make build    build/release/orbelmenu and its companion
+#   make bench    the table of speeds
+#   make install  PREFIX=/usr/local DESTDIR=
+#   make format   clang-format over the sources
+
+PREFIX ?= /usr/local
+DESTDIR ?=
+# One job a core; memory is no limit for this project.
+JOBS ?= $(shell nproc)
+
+.PHONY: run test build bench install format format-check tidy asan core clean
+run: build
+	@tools/install-packages run
+	@tools/run
+
+build:
+	@tools/install-packages build
+	cmake --preset release
+	cmake --build --preset release -j $(JOBS)
+
+test:
+	@tools/install-packages build test
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS)
+	ctest --preset dev -j $(JOBS)
+
+asan:
+	@tools/install-packages build test
+	cmake --preset asan
+	cmake --build --preset asan -j $(JOBS)
+	ctest --preset asan -j $(JOBS)
+
+core:
+	@tools/install-packages core
+	cmake --preset core
+	cmake --build --preset core -j $(JOBS)
+	ctest --preset core -j $(JOBS)
+
+bench:
+	@tools/install-packages build test
+	cmake --preset release -DORBEL_BENCHMARKS=ON
+	cmake --build --preset release -j $(JOBS)
+	@tools/bench
+
+install: build
+	DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
+
+format:
+	@git ls-files '*.cpp' '*.h' | xargs clang-format-14 -i
+
+format-check:
+	@git ls-files '*.cpp' '*.h' | xargs clang-format-14 --dry-run -Werror
+
+tidy:
+	@tools/tidy
+
+clean:
+	rm -rf build

@@ -1,0 +1,1 @@
+// Nothing but the precompiled GoogleTest headers that the unit tests reuse.

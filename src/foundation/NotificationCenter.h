@@ -1,0 +1,43 @@
+// Named notifications inside the process, delivered at once, on the main thread, in the order of registration.
+#pragma once
+
+#include "foundation/PropertyList.h"
+#include "foundation/Registration.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orbel {
+
+struct Notification {
+  std::string name;
+  const void* object = nullptr; // the sender
+  PropertyList::Dictionary userInfo;
+};
+
+class NotificationCenter {
+public:
+  using Block = std::function<void(const Notification&)>;
+
+  // The one that the whole process shares.
+  static NotificationCenter& defaultCenter();
+
+  // Calls the block for every notification of that name, from that sender only when one is given.
+  // Destroying the registration ends it, also from within the block. The center may go before the registration.
+  Registration observe(std::string name, const void* sender, Block block);
+  void post(const std::string& name, const void* object, PropertyList::Dictionary userInfo = {});
+
+private:
+  struct Observer {
+    std::string name;
+    const void* sender;
+    Block block;
+    bool ended = false;
+  };
+  std::shared_ptr<std::vector<std::shared_ptr<Observer>>> m_observers =
+      std::make_shared<std::vector<std::shared_ptr<Observer>>>();
+};
+
+} // namespace orbel

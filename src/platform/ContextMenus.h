@@ -1,0 +1,48 @@
+// Pop-up menus of the desktop's own look, filled by the core.
+#pragma once
+
+#include "scene/Image.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orbel {
+
+struct MenuEntry {
+  std::string title; // as shown; empty for a separator
+  bool isSeparator = false;
+  bool isHidden = false;
+  std::int64_t tag = 0;
+  ImagePointer image; // drawn at 16 by 16 points; may be empty
+  std::function<void(const MenuEntry& entry)> action;
+  std::vector<MenuEntry> submenu;
+};
+
+class ContextMenuDelegate {
+public:
+  virtual ~ContextMenuDelegate() = default;
+  virtual void menuWillOpen() {}
+  // Before the chosen entry's action, and also when nothing was chosen.
+  virtual void menuDidClose() {}
+};
+
+// A menu that is open on the screen. Destroying it closes it without an action.
+class OpenContextMenu {
+public:
+  virtual ~OpenContextMenu() = default;
+  virtual void cancelTracking() = 0;
+};
+
+class ContextMenus {
+public:
+  virtual ~ContextMenus() = default;
+  // Pops up at the pointer, above every surface of ours, usable by keyboard; returns at once. The entries are copied;
+  // the delegate is borrowed and must live as long as the returned object.
+  virtual std::unique_ptr<OpenContextMenu> popUpAtPointer(std::vector<MenuEntry> entries,
+                                                          ContextMenuDelegate* delegate) = 0;
+};
+
+} // namespace orbel

@@ -1,0 +1,28 @@
+// Takes the keyboard while the user records a shortcut, so that the combination typed reaches neither other
+// programs nor the hot keys that are registered. Used by the shortcut recorder alone. Main thread only.
+#pragma once
+
+#include "foundation/Registration.h"
+#include "scene/Event.h"
+
+#include <functional>
+
+namespace orbel {
+
+class KeyRecorder {
+public:
+  struct Handlers {
+    // Every key press and every change of a modifier. True when the event is swallowed; otherwise it goes on
+    // to the program's own window as if nobody had listened.
+    std::function<bool(const KeyEvent&)> keyPressed;
+    // The window that holds the recorder has lost the keyboard focus.
+    std::function<void()> focusLost;
+  };
+  virtual ~KeyRecorder() = default;
+
+  // Listens while the registration lives, which may end from within a handler. One recording at a time. Empty
+  // when the keyboard cannot be taken (logged).
+  virtual Registration record(Handlers handlers) = 0;
+};
+
+} // namespace orbel

@@ -1,0 +1,17 @@
+// The text of a key under the user's current keyboard layout.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+
+namespace orbel {
+
+class KeyboardLayout {
+public:
+  virtual ~KeyboardLayout() = default;
+  // What the key yields with no modifiers, dead keys as their spacing character; none when it yields nothing.
+  virtual std::optional<std::string> textForKeyCode(std::uint64_t virtualKeyCode) const = 0;
+};
+
+} // namespace orbel

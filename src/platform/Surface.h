@@ -1,0 +1,69 @@
+// One borderless, translucent window on the screen, above ordinary windows and never holding the keyboard focus.
+// The backend shows what the delegate paints, on the backdrop it was asked for, and reports the pointer; it decides
+// nothing. Frames are screen points, y up, origin at the bottom-left of the primary screen; points of events are the
+// surface's own. Owned by the core's window.
+#pragma once
+
+#include "foundation/Geometry.h"
+#include "scene/Canvas.h"
+#include "scene/DragInfo.h"
+#include "scene/Event.h"
+
+#include <optional>
+#include <string>
+
+namespace orbel {
+
+enum class SurfaceLevel { menu, subMenu };
+
+// The look of what is blurred behind the surface.
+enum class BackdropMaterial { lightFrost, darkFrost };
+
+// The core's side of a surface. All calls come on the main thread, and all but paint() never from within a call to the
+// surface.
+class SurfaceDelegate {
+public:
+  virtual ~SurfaceDelegate() = default;
+  // Also from within show() and setFrame(): the picture arrives together with the window.
+  virtual void paint(Canvas& canvas, const Rect& dirty) = 0;
+  virtual void pointerMoved(const MouseEvent& event) = 0;
+  // The pointer left the square bounds (not merely the disc).
+  virtual void pointerExited(const MouseEvent& event) = 0;
+  virtual void pointerPressed(PointerButton button, const MouseEvent& event) = 0;
+  virtual void pointerReleased(PointerButton button, const MouseEvent& event) = 0;
+  // Escape while the surface is shown.
+  virtual void cancelRequested() = 0;
+  virtual DragOperation dragMoved(const DragInfo& drag) = 0;
+  virtual void dragExited() = 0;
+  virtual bool dragPerformed(const DragInfo& drag) = 0;
+};
+
+class Surface {
+public:
+  virtual ~Surface() = default;
+
+  virtual void setDelegate(SurfaceDelegate* delegate) = 0;
+  virtual void setFrame(const Rect& screenFrame) = 0;
+  virtual Rect frame() const = 0;
+  // Maps the surface without touching the focus; the backdrop is taken just before. Again while shown: raises it.
+  virtual void show() = 0;
+  virtual void orderOut() = 0;
+  virtual bool isShown() const = 0;
+  virtual void setAlpha(double alpha) = 0; // 0 to 1, of the whole window
+  virtual double alpha() const = 0;
+
+  // Whether something blurred can stand behind the surface (live, or a frosted snapshot).
+  virtual bool supportsBackdropBlur() const = 0;
+  // The backdrop shows inside the ellipse of the bounds inset by that many points; input is taken there alone.
+  virtual void setRoundBackdrop(BackdropMaterial material, double inset) = 0;
+
+  virtual void needsDisplay(const Rect& rect) = 0;
+  // Asked of the display now; none when it cannot be known. May lie outside the bounds.
+  virtual std::optional<Point> pointerLocation() const = 0;
+  virtual double backingScale() const = 0;
+
+  // Whether the pointer is over a pop-up that this surface brought up (a context menu, a prompt, the open panel).
+  virtual bool pointerIsOverOwnPopUp() const = 0;
+};
+
+} // namespace orbel

@@ -1,0 +1,31 @@
+// Makes the program's surfaces and bubbles and knows the pointer and the user's wishes about motion.
+#pragma once
+
+#include "platform/Bubble.h"
+#include "platform/Surface.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace orbel {
+
+class WindowSystem {
+public:
+  virtual ~WindowSystem() = default;
+  virtual std::unique_ptr<Surface> makeSurface(SurfaceLevel level) = 0;
+  // Costs nothing until it is shown.
+  virtual std::unique_ptr<Bubble> makeBubble(const std::string& text) = 0;
+
+  // Hands the global pointer position, in screen points, to the block, at once or later: some displays tell it only
+  // after a surface of ours has met the pointer. Used for summoning alone.
+  virtual void locatePointer(std::function<void(Point)> block) = 0;
+  // Asked of the display now; none where the display does not tell. For the recogniser of pointer circles.
+  virtual std::optional<Point> pointerLocation() const = 0;
+  // The user asked the desktop for no animations.
+  virtual bool prefersReducedMotion() const = 0;
+  virtual void beep() = 0;
+};
+
+} // namespace orbel

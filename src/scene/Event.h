@@ -1,0 +1,32 @@
+// What the pointer and the keyboard do, as the window hands it to its view tree.
+#pragma once
+
+#include "foundation/Geometry.h"
+
+#include <cstdint>
+
+namespace orbel {
+
+// Device-independent modifier flags, the values in which a shortcut is stored.
+enum ModifierFlag : std::uint64_t {
+  kShiftFlag = 0x20000,
+  kControlFlag = 0x40000,
+  kOptionFlag = 0x80000,   // Alt
+  kCommandFlag = 0x100000, // Super
+};
+constexpr std::uint64_t kAllModifierFlags = kShiftFlag | kControlFlag | kOptionFlag | kCommandFlag;
+
+enum class PointerButton { primary, secondary };
+
+struct MouseEvent {
+  Point locationInWindow; // points, y up
+  std::uint64_t modifierFlags = 0;
+};
+
+struct KeyEvent {
+  std::uint64_t keyCode = 0; // virtual key code, the numbering in which shortcuts are stored
+  std::uint64_t modifierFlags = 0;
+  bool modifierChange = false; // a modifier went down or up, no other key
+};
+
+} // namespace orbel

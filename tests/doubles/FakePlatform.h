@@ -1,0 +1,49 @@
+// All doubles together; while one lives it is the process's platform. Make it the first member of a fixture.
+#pragma once
+
+#include "doubles/FakePreferences.h"
+#include "doubles/FakeSystemServices.h"
+#include "doubles/FakeWindowSystem.h"
+#include "doubles/FakeWorkspace.h"
+#include "doubles/ManualRunLoop.h"
+#include "foundation/Log.h"
+#include "platform/Platform.h"
+
+#include <string>
+#include <vector>
+
+namespace orbel {
+
+class FakePlatform {
+public:
+  FakePlatform() {
+    Platform::setCurrent(&m_platform);
+    m_earlierSink = Log::setSink([this](Log::Severity, const std::string& message) { logged.push_back(message); });
+  }
+  ~FakePlatform() {
+    Log::setSink(std::move(m_earlierSink));
+    Platform::setCurrent(nullptr);
+  }
+  FakePlatform(const FakePlatform&) = delete;
+  FakePlatform& operator=(const FakePlatform&) = delete;
+
+  ManualRunLoop runLoop;
+  FakeWorkspace workspace;
+  FakePreferences preferences;
+  FakeWindowSystem windows;
+  FakeGraphics graphics;
+  FakeTextServices text;
+  FakeHotKeys hotKeys;
+  FakeKeyboardLayout keyboardLayout;
+  FakeEventTaps eventTaps;
+  FakeContextMenus contextMenus;
+  FakeDialogs dialogs;
+  std::vector<std::string> logged;
+
+private:
+  Platform m_platform{runLoop, workspace, preferences, windows,   graphics,     text,
+                      hotKeys, keyboardLayout, eventTaps, contextMenus, dialogs};
+  Log::Sink m_earlierSink;
+};
+
+} // namespace orbel

@@ -1,0 +1,25 @@
+// A window of a view tree without a window: the test sets where the pointer is and reads what was damaged.
+#pragma once
+
+#include "scene/ViewTree.h"
+
+#include <optional>
+
+namespace orbel {
+
+class FakeViewTreeHost : public ViewTreeHost {
+public:
+  explicit FakeViewTreeHost(const Rect& frameOnScreen) : frame(frameOnScreen) {}
+
+  void needsDisplay(const Rect& rectInWindow) override { damage = damage.unitedWith(rectInWindow); }
+  std::optional<Point> pointerLocationInWindow() const override { return pointer; }
+  double backingScale() const override { return scale; }
+  Rect screenFrame() const override { return frame; }
+
+  Rect frame;                   // screen points
+  std::optional<Point> pointer; // window points
+  double scale = 1;
+  Rect damage; // window points, everything since the test cleared it
+};
+
+} // namespace orbel

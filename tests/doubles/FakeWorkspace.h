@@ -1,0 +1,69 @@
+// A workspace over plain tables that records what it was asked to do. A bookmark is the path's bytes, with a prefix
+// "stale:" or "broken:" for those cases.
+#pragma once
+
+#include "doubles/FakeRunningApplication.h"
+#include "platform/Workspace.h"
+
+#include <map>
+#include <set>
+#include <string>
+#include <vector>
+
+namespace orbel {
+
+class FakeWorkspace : public Workspace {
+public:
+  std::vector<RunningApplicationPointer> runningApplications() const override { return {running.begin(), running.end()}; }
+  Registration observeRunningApplications(std::function<void()> block) override;
+  RunningApplicationPointer frontmostApplication() override { return frontmost; }
+  bool runsBundle(const RunningApplication& application, const std::string& bundlePath) const override;
+  bool playsRole(const RunningApplication& application, const std::string& name) const override;
+  bool launchApplication(const std::string& nameOrPath) override;
+  std::optional<WorkspaceError> launchApplicationAtPath(const std::string& bundlePath) override;
+  bool openFile(const std::string& path) override;
+  bool openFileWithApplication(const std::string& path, const std::string& nameOrPath) override;
+  bool openUrl(const std::string& url) override;
+  bool showFolder(const std::string& path) override;
+  bool isApplicationBundle(const std::string& path) const override { return path.ends_with(".desktop"); }
+  std::optional<std::string> applicationForUrl(const std::string& url) const override;
+  FileKind fileKind(const std::string& path) const override;
+  std::string displayName(const std::string& path) const override;
+  ImagePointer iconForFile(const std::string& path) const override;
+  ImagePointer imageNamed(const std::string& name) const override;
+  std::optional<std::string> defaultApplicationForFile(const std::string& path) const override;
+  std::vector<std::string> applicationsForFile(const std::string& path) const override;
+  PropertyList::Data makeBookmark(const std::string& path, std::optional<WorkspaceError>* error) const override;
+  ResolvedBookmark resolveBookmark(const PropertyList::Data& bookmark) const override;
+
+  static PropertyList::Data bookmark(const std::string& text);
+  // Adds a regular running program and tells the observers.
+  std::shared_ptr<FakeRunningApplication> launch(std::int32_t pid, const std::string& name,
+                                                 const std::string& bundle = {}, const std::string& executable = {});
+  void terminate(std::int32_t pid);
+  void notifyRunningApplications() const;
+  std::size_t observerCount() const { return m_observers->size(); }
+
+  std::vector<std::shared_ptr<FakeRunningApplication>> running;
+  RunningApplicationPointer frontmost;
+  // One line an action: "launch NAME", "launchPath PATH", "openFile PATH", "openWith PATH | APP", "openUrl URL",
+  // "showFolder PATH".
+  std::vector<std::string> actions;
+  bool actionsSucceed = true;
+  std::map<std::string, FileKind> files;                       // others are plain files
+  std::map<std::string, std::string> displayNames;             // else the last path component
+  std::map<std::string, std::string> urlHandlers;              // by scheme without the colon
+  std::map<std::string, std::string> defaultApplications;      // by file path
+  std::map<std::string, std::vector<std::string>> candidates;  // by file path
+  std::map<std::string, std::string> roleOfBundle;             // bundle path -> built-in name
+  std::set<std::string> namedImages;
+  mutable int iconsAsked = 0;
+  mutable int bookmarksMade = 0;
+
+private:
+  using Observers = std::vector<std::shared_ptr<std::function<void()>>>;
+  std::shared_ptr<Observers> m_observers = std::make_shared<Observers>();
+  mutable std::map<std::string, ImagePointer> m_images;
+};
+
+} // namespace orbel

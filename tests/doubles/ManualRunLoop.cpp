@@ -1,0 +1,46 @@
+#include "doubles/ManualRunLoop.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orbel {
+
+void ManualRunLoop::after(double seconds, std::function<void()> block) {
+  m_delays.push_back({m_clock.time + seconds, std::move(block)});
+}
+
+Registration ManualRunLoop::onEveryFrame(std::function<void()> block) {
+  if (m_frames->empty()) m_nextFrame = m_clock.time + kFrameInterval;
+  auto entry = std::make_shared<std::function<void()>>(std::move(block));
+  m_frames->push_back(entry);
+  return Registration([entry, frames = std::weak_ptr(m_frames)] {
+    if (const auto list = frames.lock()) std::erase(*list, entry);
+  });
+}
+
+void ManualRunLoop::advance(double seconds) {
+  const double end = m_clock.time + seconds;
+  while (true) {
+    const auto earliest = std::min_element(m_delays.begin(), m_delays.end(),
+                                           [](const Delay& a, const Delay& b) { return a.due < b.due; });
+    const bool delayDue = earliest != m_delays.end() && earliest->due <= end;
+    const bool frameDue = wantsFrames() && m_nextFrame <= end;
+    if (delayDue && (!frameDue || earliest->due <= m_nextFrame)) {
+      m_clock.time = std::max(m_clock.time, earliest->due);
+      auto block = std::move(earliest->block);
+      m_delays.erase(earliest);
+      block();
+    } else if (frameDue) {
+      m_clock.time = std::max(m_clock.time, m_nextFrame);
+      m_nextFrame += kFrameInterval;
+      ++m_framesRun;
+      const Frames frames = *m_frames;
+      for (const auto& frame : frames) (*frame)();
+    } else {
+      break;
+    }
+  }
+  m_clock.time = end;
+}
+
+} // namespace orbel

@@ -1,0 +1,48 @@
+// A run loop whose time the test moves. Delays and frames run only inside advance(), in the order of their time.
+#pragma once
+
+#include "foundation/RunLoop.h"
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace orbel {
+
+class ManualRunLoop : public RunLoop {
+public:
+  static constexpr double kFrameInterval = 1.0 / 60;
+
+  const Clock& clock() const override { return m_clock; }
+  double now() const { return m_clock.time; }
+  void after(double seconds, std::function<void()> block) override;
+  Registration onEveryFrame(std::function<void()> block) override;
+
+  // Moves time on by that much, running every delay that falls due, and a frame every sixtieth of a second while
+  // somebody wants frames.
+  void advance(double seconds);
+  // Runs what is due now (delays of 0 seconds).
+  void runDue() { advance(0); }
+  bool wantsFrames() const { return !m_frames->empty(); }
+  std::size_t pendingDelays() const { return m_delays.size(); }
+  int framesRun() const { return m_framesRun; }
+
+private:
+  struct ManualClock : Clock {
+    double time = 1000;
+    double now() const override { return time; }
+  };
+  struct Delay {
+    double due;
+    std::function<void()> block;
+  };
+  using Frames = std::vector<std::shared_ptr<std::function<void()>>>;
+
+  ManualClock m_clock;
+  std::vector<Delay> m_delays;
+  std::shared_ptr<Frames> m_frames = std::make_shared<Frames>();
+  double m_nextFrame = 0;
+  int m_framesRun = 0;
+};
+
+} // namespace orbel

@@ -1,0 +1,229 @@
+#include "app/settings/AppSettings.h"
+
+#include "app/settings/ArchivedColor.h"
+#include "app/settings/Notifications.h"
+#include "app/settings/SettingsKeys.h"
+#include "foundation/Log.h"
+#include "foundation/NotificationCenter.h"
+#include "platform/Platform.h"
+#include "shortcut/MASShortcut.h"
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace orbel {
+
+namespace {
+constexpr auto kFirstGesture = static_cast<std::int64_t>(Gesture::threeFingersResting);
+constexpr auto kLastGesture = static_cast<std::int64_t>(Gesture::pointerCircle);
+constexpr std::int64_t kFirstMenuSize = 1;
+constexpr std::int64_t kLastMenuSize = 3;
+
+PreferencesStore& preferences() {
+  return Platform::current().preferences;
+}
+
+std::int64_t integerBetween(const char* key, std::int64_t first, std::int64_t last) {
+  const std::int64_t value = preferences().integer(key);
+  return value < first || value > last ? first : value;
+}
+
+bool booleanOrTrue(const char* key) {
+  return !preferences().object(key) || preferences().boolean(key);
+}
+
+std::shared_ptr<AppSettings>& sharedPointer() {
+  // Never destroyed: at the end of the process the platform that the taps belong to is gone.
+  static auto& pointer = *new std::shared_ptr<AppSettings>;
+  return pointer;
+}
+} // namespace
+
+AppSettings& AppSettings::sharedInstance() {
+  std::shared_ptr<AppSettings>& shared = sharedPointer();
+  if (!shared) shared.reset(new AppSettings);
+  return *shared;
+}
+
+void AppSettings::destroySharedInstance() {
+  sharedPointer().reset();
+}
+
+AppSettings::AppSettings() {
+  EventTaps& taps = Platform::current().eventTaps;
+  m_touchEventTap = taps.makeTouchTap(
+      {[this](const std::vector<Touch>& touches) { touchesChanged(touches); }, [this] { magnified(); }});
+  m_mouseUpEventTap = taps.makeMouseUpTap([this] { mouseUp(); });
+  m_mouseMovedEventTap = taps.makeMouseMovedTap([this] { mouseMoved(); });
+  updateLaunchSettings();
+}
+
+AppSettings::~AppSettings() {
+  stopHandlers();
+}
+
+std::int64_t AppSettings::gestureSettings() const {
+  return integerBetween(kGestureSettingsKey, kFirstGesture, kLastGesture);
+}
+
+void AppSettings::setGestureSettings(std::int64_t gesture) {
+  preferences().setObject(kGestureSettingsKey, gesture);
+  stopHandlers();
+  startHandlers();
+}
+
+bool AppSettings::magnifySettings() const {
+  return booleanOrTrue(kMagnifySettingsKey);
+}
+
+void AppSettings::setMagnifySettings(bool magnify) {
+  preferences().setObject(kMagnifySettingsKey, magnify);
+  post(kOrbelMenuMagnifySettingsChangedNotification);
+}
+
+Color AppSettings::windowTintColor() const {
+  const PropertyList* value = preferences().object(kWindowTintColorKey);
+  if (!value) return Color::white(1);
+  if (const PropertyList::Data* data = value->data()) {
+    return ArchivedColor::unarchive(*data).value_or(Color::white(1));
+  }
+  Log::warning(std::string("what is stored under \"") + kWindowTintColorKey +
+               "\" is no data and so no colour");
+  return Color::white(1);
+}
+
+void AppSettings::setWindowTintColor(const Color& color) {
+  preferences().setObject(kWindowTintColorKey, ArchivedColor::archive(color));
+  post(kOrbelMenuWindowTintSettingsChangedNotification);
+}
+
+bool AppSettings::showRunningApps() const {
+  return booleanOrTrue(kShowRunningAppsKey);
+}
+
+void AppSettings::setShowRunningApps(bool show) {
+  preferences().setObject(kShowRunningAppsKey, show);
+  post(kOrbelMenuShowRunningAppsChangedNotification);
+}
+
+std::int64_t AppSettings::menuSizeSettings() const {
+  return integerBetween(kMenuSizeSettingsKey, kFirstMenuSize, kLastMenuSize);
+}
+
+void AppSettings::setMenuSizeSettings(std::int64_t size) {
+  preferences().setObject(kMenuSizeSettingsKey, size);
+  post(kOrbelMenuMenuSizeSettingsChangedNotification);
+}
+
+bool AppSettings::swiftMode() const {
+  return preferences().boolean(kSwiftModeKey);
+}
+
+void AppSettings::setSwiftMode(bool swift) {
+  preferences().setObject(kSwiftModeKey, swift);
+}
+
+bool AppSettings::launchAtLogin() const {
+  return preferences().boolean(kLaunchAtLoginKey);
+}
+
+void AppSettings::setLaunchAtLogin(bool launch) {
+  preferences().setObject(kLaunchAtLoginKey, launch);
+  updateLaunchSettings();
+}
+
+void AppSettings::startHandlers() {
+  stopHandlers();
+  MASShortcut::registerGlobalShortcutWithUserDefaultsKey(kGlobalShortcutKey,
+                                                         [this] { postShouldShow(kShowEventShortcut); });
+  m_mouseUpEventTap->setEnabled(true);
+  if (gestureSettings() == static_cast<std::int64_t>(Gesture::pointerCircle)) {
+    m_mouseMovedEventTap->setEnabled(true);
+  } else {
+    m_touchEventTap->setEnabled(true);
+  }
+}
+
+void AppSettings::stopHandlers() {
+  MASShortcut::unregisterGlobalShortcutWithUserDefaultsKey(kGlobalShortcutKey);
+  m_touchEventTap->setEnabled(false);
+  m_mouseUpEventTap->setEnabled(false);
+  m_mouseMovedEventTap->setEnabled(false);
+}
+
+void AppSettings::reset() {
+  preferences().setObject(kGestureSettingsKey, kFirstGesture);
+  preferences().setObject(kMagnifySettingsKey, true);
+}
+
+void AppSettings::updateLaunchSettings() {}
+
+void AppSettings::mouseUp() {
+  post(kOrbelMenuShouldHideNotification);
+}
+
+void AppSettings::mouseMoved() {
+  const Platform& platform = Platform::current();
+  const double now = platform.runLoop.clock().now();
+  // Asking for the pointer is the dear part, and only every twentieth of a second needs it.
+  if (!m_pointerCircle.isSampleDue(now)) return;
+  const auto position = platform.windows.pointerLocation();
+  if (position && m_pointerCircle.addSample(*position, now)) postShouldShow(kShowEventTrackpad);
+}
+
+void AppSettings::touchesChanged(const std::vector<Touch>& touches) {
+  // What the summoning sets off must not break the stream of touches.
+  try {
+    switch (static_cast<Gesture>(gestureSettings())) {
+    case Gesture::threeFingersResting:
+      watchRest(touches, 3);
+      break;
+    case Gesture::fourFingersResting:
+      watchRest(touches, 4);
+      break;
+    case Gesture::threeFingersSpreading:
+      watchSpread(touches, 3);
+      break;
+    case Gesture::fourFingersSpreading:
+      watchSpread(touches, 4);
+      break;
+    case Gesture::pointerCircle:
+      break;
+    }
+  } catch (const std::exception& exception) {
+    Log::error(exception.what());
+  }
+}
+
+void AppSettings::watchRest(const std::vector<Touch>& touches, std::int64_t fingerCount) {
+  auto startTouches = m_restingFingers.touchesChanged(touches, fingerCount);
+  if (!startTouches) return;
+  Platform::current().runLoop.after(RestingFingersRecognizer::kRestDuration,
+                                    [settings = weak_from_this(), start = std::move(*startTouches)] {
+                                      const auto self = settings.lock();
+                                      if (self && self->m_restingFingers.isRest(start))
+                                        self->postShouldShow(kShowEventTrackpad);
+                                    });
+}
+
+void AppSettings::watchSpread(const std::vector<Touch>& touches, std::size_t fingerCount) {
+  if (m_spreadingFingers.touchesChanged(touches, fingerCount)) postShouldShow(kShowEventTrackpad);
+}
+
+void AppSettings::magnified() {
+  const auto gesture = static_cast<Gesture>(gestureSettings());
+  if (gesture == Gesture::threeFingersResting || gesture == Gesture::fourFingersResting)
+    m_restingFingers.magnified();
+}
+
+void AppSettings::post(const char* name) const {
+  NotificationCenter::defaultCenter().post(name, this);
+}
+
+void AppSettings::postShouldShow(const char* eventType) const {
+  NotificationCenter::defaultCenter().post(kOrbelMenuShouldShowNotification, this,
+                                           {{kShowEventType, eventType}});
+}
+
+} // namespace orbel

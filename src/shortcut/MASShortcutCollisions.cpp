@@ -1,0 +1,72 @@
+// The collision checks of MASShortcut.
+#include "platform/Platform.h"
+#include "shortcut/MASShortcut.h"
+
+#include <utility>
+
+namespace orbel {
+
+namespace {
+constexpr const char* kTakenBySystem = "This combination cannot be used because it is already used by a "
+                                       "system-wide keyboard shortcut.\nIf you really want "
+                                       "to use this key combination, most shortcuts can be changed in the "
+                                       "Keyboard & Mouse panel in System Preferences.";
+constexpr const char* kTakenByMenuItem =
+    "This shortcut cannot be used because it is already used by the menu item \u2018%@\u2019.";
+constexpr std::string_view kPlaceholder = "%@";
+
+ShortcutMenu& programMenu() {
+  static ShortcutMenu menu;
+  return menu;
+}
+
+void fail(std::string* error, std::string reason) {
+  if (error) *error = std::move(reason);
+}
+
+std::string takenBy(const ShortcutMenuItem& item) {
+  std::string reason = Platform::current().text.localized(kTakenByMenuItem);
+  if (const auto place = reason.find(kPlaceholder); place != std::string::npos) {
+    reason.replace(place, kPlaceholder.size(), item.title);
+  }
+  return reason;
+}
+
+bool collides(const ShortcutMenuItem& item, std::string_view keyEquivalent, std::uint64_t flags) {
+  if (Platform::current().text.lowercased(item.keyEquivalent) != keyEquivalent) return false;
+  std::uint64_t needed = item.modifierMask & kAllModifierFlags;
+  if (item.keyEquivalent != keyEquivalent) needed |= kShiftFlag; // an upper-case letter
+  return needed == flags;
+}
+} // namespace
+
+bool MASShortcut::isTaken(std::string* error) const {
+  const Platform& platform = Platform::current();
+  if (platform.hotKeys.isTakenByAnotherProgram(m_keyCode, carbonFlags())) {
+    fail(error, platform.text.localized(kTakenBySystem));
+    return true;
+  }
+  return isKeyEquivalentTakenInMenu(keyCodeStringForKeyEquivalent(), m_modifierFlags, mainMenu(), error);
+}
+
+bool MASShortcut::isKeyEquivalentTakenInMenu(std::string_view keyEquivalent, std::uint64_t flags,
+                                             const ShortcutMenu& menu, std::string* error) {
+  for (const ShortcutMenuItem& item : menu) {
+    if (isKeyEquivalentTakenInMenu(keyEquivalent, flags, item.submenu, error)) return true;
+    if (collides(item, keyEquivalent, flags)) {
+      fail(error, takenBy(item));
+      return true;
+    }
+  }
+  return false;
+}
+
+const ShortcutMenu& MASShortcut::mainMenu() {
+  return programMenu();
+}
+
+void MASShortcut::setMainMenu(ShortcutMenu menu) {
+  programMenu() = std::move(menu);
+}
+
+} // namespace orbel

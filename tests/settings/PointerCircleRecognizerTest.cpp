@@ -1,0 +1,236 @@
+#include "app/settings/PointerCircleRecognizer.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cmath>
+#include <limits>
+#include <numbers>
+#include <vector>
+
+namespace orbel {
+namespace {
+
+constexpr double kInterval = 0.0625; // exact in binary, and above the least interval of 0.05
+constexpr double kDegree = std::numbers::pi / 180;
+constexpr Point kCenter{700, 400};
+
+// Clockwise from straight up.
+Point onCircle(double radius, double degrees) {
+  return {kCenter.x + radius * std::sin(degrees * kDegree), kCenter.y + radius * std::cos(degrees * kDegree)};
+}
+
+// Twelve points whose distance from the origin is exactly 20, clockwise from straight up.
+constexpr std::array<Point, 12> kExactCircle = {{{0, 20},
+                                                 {12, 16},
+                                                 {16, 12},
+                                                 {20, 0},
+                                                 {16, -12},
+                                                 {12, -16},
+                                                 {0, -20},
+                                                 {-12, -16},
+                                                 {-16, -12},
+                                                 {-20, 0},
+                                                 {-16, 12},
+                                                 {-12, 16}}};
+
+class PointerCircleRecognizerTest : public testing::Test {
+protected:
+  bool add(Point position, double interval = kInterval) {
+    m_now += interval;
+    return m_recognizer.addSample(position, m_now);
+  }
+  // The number of samples after which the circle was recognised; 0 for never.
+  int samplesUntilRecognized(const std::vector<double>& degrees, double radius = 60) {
+    int count = 0;
+    for (const double angle : degrees) {
+      ++count;
+      if (add(onCircle(radius, angle))) return count;
+    }
+    return 0;
+  }
+  static std::vector<double> turn(double firstDegrees, double stepDegrees, int samples) {
+    std::vector<double> degrees;
+    for (int index = 0; index < samples; ++index)
+      degrees.push_back(firstDegrees + stepDegrees * index);
+    return degrees;
+  }
+  bool addExactCircle(double scale) {
+    bool recognized = false;
+    for (const Point& point : kExactCircle) {
+      recognized = add({kCenter.x + point.x * scale, kCenter.y + point.y * scale}) || recognized;
+    }
+    return recognized;
+  }
+
+  PointerCircleRecognizer m_recognizer;
+  double m_now = 0;
+};
+
+TEST_F(PointerCircleRecognizerTest, AClockwiseCircleIsRecognizedOnceAndItsSamplesAreForgotten) {
+  const int count = samplesUntilRecognized(turn(10, 28, 13));
+  EXPECT_GT(count, 6);
+  EXPECT_TRUE(m_recognizer.lastMousePositions().empty());
+  EXPECT_TRUE(m_recognizer.lastMousePositionTimestamps().empty());
+}
+
+TEST_F(PointerCircleRecognizerTest, EveryPlaceOnTheCircleMayBeItsStart) {
+  for (double start = 0.5; start < 360; start += 15) {
+    EXPECT_NE(samplesUntilRecognized(turn(start, 28, 14)), 0) << start;
+    m_now += 5;
+  }
+}
+
+TEST_F(PointerCircleRecognizerTest, ACounterClockwiseCircleIsNotRecognized) {
+  for (double start = 0.5; start < 360; start += 15) {
+    EXPECT_EQ(samplesUntilRecognized(turn(start, -28, 40)), 0) << start;
+    m_now += 5;
+  }
+}
+
+TEST_F(PointerCircleRecognizerTest, AMeanRadiusOfTwentyPointsIsTooSmall) {
+  EXPECT_FALSE(addExactCircle(1));
+  m_now += 5;
+  EXPECT_FALSE(addExactCircle(0.75));
+  m_now += 5;
+  EXPECT_TRUE(addExactCircle(1.001));
+}
+
+TEST_F(PointerCircleRecognizerTest, CirclesTooSmallAreNotRecognizedHoweverLongTheyGoOn) {
+  EXPECT_EQ(samplesUntilRecognized(turn(10, 28, 200), 19.9), 0);
+}
+
+TEST_F(PointerCircleRecognizerTest, FiveSamplesNeverSufficeAndSixMay) {
+  // Each step is as large as five samples can use; a sixth completes five sixths of the circle.
+  EXPECT_EQ(samplesUntilRecognized(turn(10, 72, 5)), 0);
+  EXPECT_EQ(m_recognizer.lastMousePositions().size(), 5u);
+  m_now += 5;
+  EXPECT_EQ(samplesUntilRecognized(turn(10, 60, 6)), 6);
+}
+
+TEST_F(PointerCircleRecognizerTest, LessThanFourFifthsOfACircleAreNotEnough) {
+  // Seen from the middle of the samples, which an open arc draws towards itself, 240 degrees appear as about
+  // 273 and 300 degrees as about 312.
+  EXPECT_EQ(samplesUntilRecognized(turn(60, 20, 13)), 0);
+  m_now += 5;
+  EXPECT_NE(samplesUntilRecognized(turn(30, 25, 13)), 0);
+}
+
+TEST_F(PointerCircleRecognizerTest, ASlowCircleIsNotRecognizedBecauseOnlyTheLastSecondCounts) {
+  // One turn in 1.5 s is 240 degrees a second, and one in 2 s is 180.
+  EXPECT_EQ(samplesUntilRecognized(turn(10, 240 * kInterval, 100)), 0);
+  m_now += 5;
+  EXPECT_EQ(samplesUntilRecognized(turn(10, 180 * kInterval, 100)), 0);
+}
+
+TEST_F(PointerCircleRecognizerTest, ACircleSlowerThanASecondIsRecognizedWhenTheLastSecondCoversEnough) {
+  EXPECT_NE(samplesUntilRecognized(turn(10, 300 * kInterval, 40)), 0); // one turn in 1.2 s
+}
+
+TEST_F(PointerCircleRecognizerTest, AStraightLineIsNotRecognized) {
+  for (int index = 0; index < 60; ++index)
+    EXPECT_FALSE(add({20.0 * index, 11.0 * index}));
+}
+
+TEST_F(PointerCircleRecognizerTest, APointerThatRestsIsNotRecognized) {
+  for (int index = 0; index < 60; ++index)
+    EXPECT_FALSE(add(kCenter));
+}
+
+TEST_F(PointerCircleRecognizerTest, ASampleWithinFivePointsOfTheCentreMakesItNoCircle) {
+  // On the way from the fourth point to the fifth the pointer visits a place on their side of the centre,
+  // which the visit itself draws aside by less than a thirteenth.
+  const auto circleWithVisit = [this](double distance) {
+    bool recognized = false;
+    for (std::size_t index = 0; index < kExactCircle.size(); ++index) {
+      if (index == 4) recognized = add(onCircle(distance, 110)) || recognized;
+      const Point point = kExactCircle[index];
+      recognized = add({kCenter.x + 3 * point.x, kCenter.y + 3 * point.y}) || recognized;
+    }
+    return recognized;
+  };
+  EXPECT_FALSE(circleWithVisit(4.5));
+  m_now += 5;
+  EXPECT_TRUE(circleWithVisit(6.5));
+}
+
+TEST_F(PointerCircleRecognizerTest, StepsOfFifteenHundredthsOfARadianAreTooSmall) {
+  // Twelve samples of a turn; the second follows the first by 0.14 or by 0.16 radians, the others by 30
+  // degrees.
+  const auto turnWithFirstStep = [](double radians) {
+    std::vector<double> degrees = {10, 10 + radians / kDegree};
+    for (int index = 1; index < 11; ++index)
+      degrees.push_back(degrees[1] + 30.0 * index);
+    return degrees;
+  };
+  // The centre is drawn a little aside by the denser samples, so the limit itself is left to the shares
+  // around it.
+  EXPECT_EQ(samplesUntilRecognized(turnWithFirstStep(0.10)), 0);
+  m_now += 5;
+  EXPECT_NE(samplesUntilRecognized(turnWithFirstStep(0.20)), 0);
+}
+
+TEST_F(PointerCircleRecognizerTest, AStepBackStartsTheCountOfStepsAgain) {
+  // After the step back (70 to 50) the sweep still counts from the first sample, at 10 degrees.
+  const std::vector<double> degrees = {10, 40, 70, 50, 80, 110, 140, 170, 200, 230, 260, 290, 320};
+  EXPECT_NE(samplesUntilRecognized(degrees), 0);
+  m_now += 5;
+  // Four steps after the step back are too few, although the sweep covers enough.
+  EXPECT_EQ(samplesUntilRecognized({10, 60, 110, 160, 210, 200, 230, 260, 290, 330}), 0);
+}
+
+TEST_F(PointerCircleRecognizerTest, StraightUpIsCrossedOnlyFromTheLastEighthIntoTheFirst) {
+  EXPECT_EQ(samplesUntilRecognized(turn(76, 60, 6)), 6) << "from 316 to 16 degrees";
+  m_now += 5;
+  EXPECT_EQ(samplesUntilRecognized(turn(74, 60, 6)), 0) << "314 is before the last eighth: a step back";
+  m_now += 5;
+  EXPECT_EQ(samplesUntilRecognized(turn(104, 60, 6)), 6) << "from 344 to 44 degrees";
+  m_now += 5;
+  EXPECT_EQ(samplesUntilRecognized(turn(106, 60, 6)), 0) << "46 is behind the first eighth: a step back";
+}
+
+TEST_F(PointerCircleRecognizerTest, SamplesAreTakenAtMostEveryTwentiethOfASecond) {
+  EXPECT_TRUE(m_recognizer.isSampleDue(0));
+  m_recognizer.addSample(kCenter, 0);
+  EXPECT_FALSE(m_recognizer.isSampleDue(0.0499));
+  EXPECT_FALSE(m_recognizer.addSample({1, 1}, 0.0499));
+  EXPECT_EQ(m_recognizer.lastMousePositions().size(), 1u);
+  EXPECT_TRUE(m_recognizer.isSampleDue(0.05));
+  m_recognizer.addSample({1, 1}, 0.05);
+  EXPECT_EQ(m_recognizer.lastMousePositions(), (std::vector<Point>{kCenter, {1, 1}}));
+  EXPECT_EQ(m_recognizer.lastMousePositionTimestamps(), (std::vector<double>{0, 0.05}));
+}
+
+TEST_F(PointerCircleRecognizerTest, SamplesOlderThanOneSecondAreDropped) {
+  m_recognizer.addSample({1, 0}, 0);
+  m_recognizer.addSample({2, 0}, 0.5);
+  m_recognizer.addSample({3, 0}, 1.0);
+  EXPECT_EQ(m_recognizer.lastMousePositionTimestamps(), (std::vector<double>{0, 0.5, 1.0}));
+  m_recognizer.addSample({4, 0}, 1.0625);
+  EXPECT_EQ(m_recognizer.lastMousePositions(), (std::vector<Point>{{2, 0}, {3, 0}, {4, 0}}));
+  m_recognizer.addSample({5, 0}, 9);
+  EXPECT_EQ(m_recognizer.lastMousePositions(), (std::vector<Point>{{5, 0}}));
+  EXPECT_EQ(m_recognizer.lastMousePositionTimestamps(), (std::vector<double>{9}));
+}
+
+TEST_F(PointerCircleRecognizerTest, AFloodOfMovementsAndAClockThatStandsStillKeepFewSamples) {
+  for (int index = 0; index < 10'000; ++index) {
+    m_recognizer.addSample(onCircle(60, index), 5);
+  }
+  EXPECT_EQ(m_recognizer.lastMousePositions().size(), 1u);
+  for (int index = 0; index < 100'000; ++index) {
+    m_recognizer.addSample({static_cast<double>(index), 0}, 6 + 0.0001 * index);
+    ASSERT_LE(m_recognizer.lastMousePositions().size(), 21u);
+  }
+}
+
+TEST_F(PointerCircleRecognizerTest, PositionsThatAreNoNumbersAreNoCircle) {
+  const double nothing = std::numeric_limits<double>::quiet_NaN();
+  for (int index = 0; index < 40; ++index)
+    EXPECT_FALSE(add({nothing, nothing}));
+  m_now += 5;
+  EXPECT_NE(samplesUntilRecognized(turn(10, 28, 14)), 0);
+}
+
+} // namespace
+} // namespace orbel

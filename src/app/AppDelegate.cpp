@@ -1,0 +1,84 @@
+#include "app/AppDelegate.h"
+
+#include "app/settings/AppSettings.h"
+#include "app/settings/Notifications.h"
+#include "controllers/CompanionToolkit.h"
+#include "foundation/Log.h"
+#include "platform/Platform.h"
+
+#include <utility>
+
+namespace orbel {
+
+namespace {
+bool isFromKeyboard(const Notification& notification) {
+  const auto type = notification.userInfo.find(kShowEventType);
+  return type != notification.userInfo.end() && type->second == PropertyList(kShowEventShortcut);
+}
+} // namespace
+
+AppDelegate::~AppDelegate() = default;
+
+void AppDelegate::applicationDidFinishLaunching() {
+  makeTrustedIfNeccessary();
+  AppSettings::sharedInstance().startHandlers();
+
+  NotificationCenter& center = NotificationCenter::defaultCenter();
+  m_observations.push_back(
+      center.observe(kOrbelMenuShouldShowNotification, nullptr,
+                     [this](const Notification& notification) { orbelMenuShouldShow(notification); }));
+  m_observations.push_back(center.observe(kOrbelMenuShouldHideNotification, nullptr,
+                                          [this](const Notification&) { orbelMenuShouldHide(); }));
+  m_observations.push_back(center.observe(kOrbelWindowControllerDidDisappearNotification, nullptr,
+                                          [this](const Notification&) { orbelWindowDidDisappear(); }));
+}
+
+void AppDelegate::applicationWillTerminate() {
+  m_observations.clear();
+  if (const auto controller = std::exchange(m_windowController, nullptr)) {
+    // Ends a fade that is under way, whose completion would keep the controller and its window alive.
+    controller->window().setAlphaValue(0);
+  }
+  Platform::current().preferences.synchronize();
+  CompanionToolkit::terminate();
+}
+
+void AppDelegate::makeTrustedIfNeccessary() {
+  if (!Platform::current().eventTaps.isTrusted()) Log::warning("we're not trusted");
+}
+
+void AppDelegate::orbelMenuShouldShow(const Notification& notification) {
+  summon(isFromKeyboard(notification));
+}
+
+void AppDelegate::showMenuAtPointer() { summon(true); }
+
+void AppDelegate::hideMenu() {
+  if (m_windowController && m_windowController->windowVisible()) m_windowController->hideWindow(true, true);
+}
+
+void AppDelegate::summon(bool fromKeyboard) {
+  Platform::current().windows.locatePointer([this, fromKeyboard](Point pointer) { showMenu(pointer, fromKeyboard); });
+}
+
+void AppDelegate::showMenu(Point pointer, bool fromKeyboard) {
+  const bool pointerInsideVisibleMenu = m_windowController && m_windowController->windowVisible() &&
+                                        m_windowController->window().frame().contains(pointer);
+  if (!pointerInsideVisibleMenu) {
+    if (!m_windowController) m_windowController = OrbelWindowController::create();
+    m_windowController->showWindowAtScreenPosition(pointer);
+  } else if (fromKeyboard) {
+    // The shortcut toggles the menu; a gesture over the open menu does nothing.
+    m_windowController->hideWindow(true);
+  }
+}
+
+void AppDelegate::orbelMenuShouldHide() {
+  if (m_windowController && !m_windowController->mouseHoveringOverMenu() && m_windowController->windowVisible()) {
+    m_windowController->hideWindow(true, true);
+  }
+}
+
+void AppDelegate::orbelWindowDidDisappear() { m_windowController = nullptr; }
+
+} // namespace orbel

@@ -1,0 +1,52 @@
+#include "controllers/ItemContextMenu.h"
+
+#include "platform/Platform.h"
+
+#include <utility>
+
+namespace orbel {
+
+void ItemContextMenu::popUp(std::vector<MenuEntry> entries) {
+  m_openMenu = Platform::current().contextMenus.popUpAtPointer(std::move(entries), this);
+}
+
+void ItemContextMenu::cancelTracking() {
+  if (m_openMenu) m_openMenu->cancelTracking();
+}
+
+void ItemContextMenu::menuDidClose() {
+  Platform::current().runLoop.after(kClosingDelay, [self = weak_from_this()] {
+    if (const auto menu = self.lock()) menu->m_itemMenuVisible = false;
+  });
+}
+
+std::vector<MenuEntry> ItemContextMenu::openWithEntries(const MenuItem& item,
+                                                        const std::function<void(std::int64_t)>& chosen) {
+  Workspace& workspace = Platform::current().workspace;
+  std::vector<MenuEntry> entries;
+  const auto paths = item.openWithAppPaths().value_or(std::vector<std::string>());
+  for (std::size_t index = 0; index < paths.size(); ++index) {
+    MenuEntry entry;
+    entry.title = workspace.displayName(paths[index]);
+    entry.tag = static_cast<std::int64_t>(index);
+    entry.image = workspace.iconForFile(paths[index]);
+    entry.action = [chosen](const MenuEntry& sender) { chosen(sender.tag); };
+    entries.push_back(std::move(entry));
+    if (index == 0) {
+      MenuEntry separator;
+      separator.isSeparator = true;
+      entries.push_back(std::move(separator));
+    }
+  }
+  return entries;
+}
+
+MenuEntry ItemContextMenu::entry(const std::string& englishTitle, bool shown, std::function<void()> action) {
+  MenuEntry entry;
+  entry.title = Platform::current().text.localized(englishTitle);
+  entry.isHidden = !shown;
+  if (action) entry.action = [action = std::move(action)](const MenuEntry&) { action(); };
+  return entry;
+}
+
+} // namespace orbel

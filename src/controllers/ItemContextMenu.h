@@ -1,0 +1,40 @@
+// The context menu of an item: builds the "Open With..." choices, pops the menu up, and remembers for half a second
+// after it closed that it was open, so that the click which closed it does not open it again.
+// Owned by a menu controller; held by shared_ptr because the delay may outlast it.
+#pragma once
+
+#include "model/MenuItem.h"
+#include "platform/ContextMenus.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace orbel {
+
+class ItemContextMenu : public ContextMenuDelegate, public std::enable_shared_from_this<ItemContextMenu> {
+public:
+  // Seconds.
+  static constexpr double kClosingDelay = 0.5;
+
+  bool itemMenuVisible() const { return m_itemMenuVisible; }
+  void popUp(std::vector<MenuEntry> entries);
+  // Closes the open menu without an action.
+  void cancelTracking();
+
+  void menuWillOpen() override { m_itemMenuVisible = true; }
+  void menuDidClose() override;
+
+  // One entry an application that opens the item, tagged with its index; the default stands alone above a separator.
+  // The block gets the tag.
+  static std::vector<MenuEntry> openWithEntries(const MenuItem& item, const std::function<void(std::int64_t)>& chosen);
+  static MenuEntry entry(const std::string& englishTitle, bool shown, std::function<void()> action);
+
+private:
+  bool m_itemMenuVisible = false;
+  std::unique_ptr<OpenContextMenu> m_openMenu;
+};
+
+} // namespace orbel

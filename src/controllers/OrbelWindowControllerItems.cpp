@@ -1,0 +1,111 @@
+#include "controllers/OrbelWindowController.h"
+
+#include "app/settings/AppSettings.h"
+#include "controllers/MenuColors.h"
+#include "model/AppMenuItem.h"
+#include "model/CollectionMenuItem.h"
+#include "model/CoreMenuItem.h"
+#include "platform/Platform.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace orbel {
+
+namespace {
+constexpr const char* kDefaultItems[] = {"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail"};
+
+MenuItemList defaultItems() {
+  MenuItemList items;
+  for (const char* name : kDefaultItems) items.push_back(CoreMenuItem::withName(name));
+  return items;
+}
+
+bool isRepresented(const RunningApplication& application, const MenuItemList& items) {
+  return std::any_of(items.begin(), items.end(), [&](const MenuItemPointer& item) {
+    const auto* representing = dynamic_cast<const RepresentsRunningApplication*>(item.get());
+    return representing && representing->representsRunningApplication(application);
+  });
+}
+
+bool hasEnded(const MenuItemPointer& item, const std::vector<RunningApplicationPointer>& running) {
+  const auto* runningItem = dynamic_cast<const RunningAppMenuItem*>(item.get());
+  return runningItem && std::none_of(running.begin(), running.end(), [&](const RunningApplicationPointer& application) {
+    return runningItem->representsRunningApplication(*application);
+  });
+}
+} // namespace
+
+void OrbelWindowController::refreshItems() {
+  auto loaded = m_store.load();
+  bool storeNeedsRewriting = false;
+  if (loaded) {
+    m_menuItems = std::move(loaded->items);
+    storeNeedsRewriting = loaded->droppedElements;
+  } else {
+    m_menuItems.clear();
+  }
+  if (m_collectionController) {
+    // An open collection's menu goes on with the object that was just loaded, or its changes would be saved nowhere.
+    const std::string openIdentity = m_collectionController->collectionItem()->identity();
+    for (const MenuItemPointer& item : m_menuItems) {
+      if (!item->canHoldSubitems() || item->identity() != openIdentity) continue;
+      if (auto collection = std::dynamic_pointer_cast<CollectionMenuItem>(item)) {
+        m_collectionController->setCollectionItem(std::move(collection));
+      }
+    }
+  }
+  if (m_menuItems.empty()) m_menuItems = defaultItems();
+  orbelView().reloadData();
+  reconcileRunningApplications();
+  if (storeNeedsRewriting) persistItems();
+}
+
+void OrbelWindowController::reconcileRunningApplications() {
+  const auto running = Platform::current().workspace.runningApplications();
+  std::vector<RunningApplicationPointer> fresh;
+  for (const auto& application : running) {
+    if (!isRepresented(*application, m_menuItems)) fresh.push_back(application);
+  }
+  const auto removed = std::erase_if(m_menuItems, [&](const MenuItemPointer& item) { return hasEnded(item, running); });
+  const bool showsRunningApps = AppSettings::sharedInstance().showRunningApps();
+  for (const auto& application : fresh) {
+    if (application->activationPolicy() != ActivationPolicy::regular || !showsRunningApps) continue;
+    m_menuItems.push_back(RunningAppMenuItem::withRunningApplication(application));
+  }
+  if (removed > 0 || !fresh.empty()) orbelView().reloadData();
+}
+
+void OrbelWindowController::persistItems() { m_store.save(m_menuItems); }
+
+MenuItemPointer OrbelWindowController::menuItem(ItemPath path) const {
+  if (path.position < 0 || path.position >= static_cast<std::int64_t>(m_menuItems.size())) return nullptr;
+  return m_menuItems[static_cast<std::size_t>(path.position)];
+}
+
+std::optional<std::size_t> OrbelWindowController::indexOf(const MenuItemPointer& item) const {
+  const auto found = std::find(m_menuItems.begin(), m_menuItems.end(), item);
+  if (!item || found == m_menuItems.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - m_menuItems.begin());
+}
+
+std::size_t OrbelWindowController::insertionIndex(std::int64_t position) const {
+  return static_cast<std::size_t>(std::clamp<std::int64_t>(position, 0, static_cast<std::int64_t>(m_menuItems.size())));
+}
+
+std::shared_ptr<OrbelItem> OrbelWindowController::item(ItemPath path) {
+  const MenuItemPointer menuItem = this->menuItem(path);
+  auto view = std::make_shared<OrbelItem>(menuItem->image(), menuItem->name());
+  view->setHighlighted(menuItem->isRunning());
+  view->setHighlightColor(highlightColorOnTint(AppSettings::sharedInstance().windowTintColor()));
+  return view;
+}
+
+bool OrbelWindowController::shouldDisplayTitle(ItemPath path) {
+  if (!AppSettings::sharedInstance().swiftMode() || !windowVisible()) return true;
+  // Reached once, opened once: further movement over a menu that is fading away opens nothing.
+  if (!window().isFadingOut()) didClickItem(path);
+  return false;
+}
+
+} // namespace orbel

@@ -1,0 +1,49 @@
+#include "controllers/RadialMenuWindow.h"
+
+#include "app/settings/AppSettings.h"
+#include "controllers/MenuColors.h"
+
+namespace orbel {
+
+namespace {
+constexpr double kCloseButtonSide = 30;
+}
+
+RadialMenuWindow::RadialMenuWindow(SurfaceLevel level, OrbelViewDataSource& dataSource, OrbelViewDelegate& delegate)
+    : m_window(std::make_unique<OrbelWindow>(level)) {
+  View& content = m_window->contentView();
+  m_orbelView = std::make_shared<OrbelView>(content.bounds());
+  m_orbelView->setAutoresizing(Autoresizing::fillsSuperview);
+  refreshMagnification();
+  m_orbelView->setDataSource(&dataSource);
+  m_orbelView->setDelegate(&delegate);
+  m_orbelView->reloadData();
+  m_orbelView->registerForFileDrags();
+  content.addSubview(m_orbelView);
+
+  m_closeButton = std::make_shared<CloseButton>(Rect::centeredAt(content.bounds().center(), kCloseButtonSide));
+  m_closeButton->setAutoresizing(Autoresizing::staysCentered);
+  content.addSubview(m_closeButton);
+
+  m_window->setAlphaValue(0);
+}
+
+RadialMenuWindow::~RadialMenuWindow() {
+  m_orbelView->setDataSource(nullptr);
+  m_orbelView->setDelegate(nullptr);
+}
+
+void RadialMenuWindow::setFrame(Point center, double side) { m_window->setFrame(Rect::centeredAt(center, side)); }
+
+void RadialMenuWindow::refreshTint() {
+  const Color tint = AppSettings::sharedInstance().windowTintColor();
+  m_window->setTintColor(tint);
+  m_closeButton->setDefaultColor(closeButtonColorOnTint(tint));
+  m_orbelView->reloadData();
+}
+
+void RadialMenuWindow::refreshMagnification() {
+  m_orbelView->setMagnifyItemsOnMouseOver(AppSettings::sharedInstance().magnifySettings());
+}
+
+} // namespace orbel

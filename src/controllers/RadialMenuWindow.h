@@ -1,0 +1,35 @@
+// A menu window with its radial view and the close button in its centre: what the main and the collection menu share.
+// Made transparent and off the screen. The controller owns it and is the view's data source and delegate; both are
+// taken out of the view when this goes.
+#pragma once
+
+#include "chrome/CloseButton.h"
+#include "chrome/OrbelWindow.h"
+#include "view/OrbelView.h"
+
+#include <memory>
+
+namespace orbel {
+
+class RadialMenuWindow {
+public:
+  RadialMenuWindow(SurfaceLevel level, OrbelViewDataSource& dataSource, OrbelViewDelegate& delegate);
+  ~RadialMenuWindow();
+
+  OrbelWindow& window() const { return *m_window; }
+  OrbelView& orbelView() const { return *m_orbelView; }
+  CloseButton& closeButton() const { return *m_closeButton; }
+
+  // A square of that side, in screen points, around the point.
+  void setFrame(Point center, double side);
+  // Takes tint and magnification from the settings; the tint also reloads the view.
+  void refreshTint();
+  void refreshMagnification();
+
+private:
+  std::unique_ptr<OrbelWindow> m_window;
+  std::shared_ptr<OrbelView> m_orbelView;
+  std::shared_ptr<CloseButton> m_closeButton;
+};
+
+} // namespace orbel

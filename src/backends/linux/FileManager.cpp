@@ -1,0 +1,111 @@
+#include "backends/linux/FileManager.h"
+
+#include "backends/linux/DefaultApplications.h"
+#include "backends/linux/GlibPointers.h"
+#include "foundation/Log.h"
+
+#include <sys/stat.h>
+
+#include <utility>
+
+namespace orbel {
+
+namespace {
+
+constexpr int kTimeout = 10'000; // milliseconds; a file manager that the bus has to start takes its time
+
+// GIO would otherwise try to start a bus, which takes long and helps nobody.
+bool hasSessionBus() {
+  const char* address = g_getenv("DBUS_SESSION_BUS_ADDRESS");
+  if (address && *address) return true;
+  struct stat status {};
+  const std::string socket = std::string(g_get_user_runtime_dir()) + "/bus";
+  return ::stat(socket.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
+}
+
+} // namespace
+
+struct FileManager::State {
+  struct Request {
+    std::weak_ptr<State> state;
+    std::string path; // "" to have the connection alone
+    std::string startupId;
+  };
+
+  Fallback fallback;
+  GObjectPointer<GDBusConnection> connection;
+  GObjectPointer<GCancellable> cancellable{g_cancellable_new()};
+
+  // The connection is kept: GIO shares it when it starts programs, and as the first holder we decide that the
+  // process outlives the bus.
+  GDBusConnection* take(GAsyncResult* result) {
+    GObjectPointer<GDBusConnection> taken(g_bus_get_finish(result, nullptr));
+    if (taken) {
+      g_dbus_connection_set_exit_on_close(taken.get(), FALSE);
+      connection = std::move(taken);
+    }
+    return connection.get();
+  }
+
+  static void connected(GObject*, GAsyncResult* result, gpointer data) {
+    std::unique_ptr<Request> request(static_cast<Request*>(data));
+    const auto state = request->state.lock();
+    if (!state) {
+      const GObjectPointer<GDBusConnection> unused(g_bus_get_finish(result, nullptr));
+      return;
+    }
+    GDBusConnection* connection = state->take(result);
+    if (request->path.empty()) return;
+    if (!connection) {
+      state->fallback(request->path);
+      return;
+    }
+    const std::string uri = DefaultApplications::uriForPath(request->path);
+    const char* uris[] = {uri.c_str(), nullptr};
+    GVariant* parameters = g_variant_new("(^ass)", uris, request->startupId.c_str());
+    g_dbus_connection_call(connection, "org.freedesktop.FileManager1", "/org/freedesktop/FileManager1",
+                           "org.freedesktop.FileManager1", "ShowFolders", parameters, nullptr,
+                           G_DBUS_CALL_FLAGS_NONE, kTimeout, state->cancellable.get(), answered,
+                           request.release());
+  }
+
+  static void answered(GObject* source, GAsyncResult* result, gpointer data) {
+    const std::unique_ptr<Request> request(static_cast<Request*>(data));
+    GError* error = nullptr;
+    GVariant* answer = g_dbus_connection_call_finish(G_DBUS_CONNECTION(source), result, &error);
+    if (answer) g_variant_unref(answer);
+    if (!error) return;
+    const GlibError owned(error);
+    const auto state = request->state.lock();
+    if (!state) return;
+    if (g_error_matches(error, G_IO_ERROR, G_IO_ERROR_TIMED_OUT)) {
+      // It may still be starting: a second file manager beside it would be worse than none.
+      Log::warning("the file manager did not answer when asked for " + request->path);
+      return;
+    }
+    state->fallback(request->path);
+  }
+};
+
+FileManager::FileManager(Fallback fallback) : m_state(std::make_shared<State>()) {
+  m_state->fallback = std::move(fallback);
+  if (hasSessionBus()) {
+    g_bus_get(G_BUS_TYPE_SESSION, m_state->cancellable.get(), State::connected,
+              new State::Request{m_state, "", ""});
+  }
+}
+
+FileManager::~FileManager() {
+  g_cancellable_cancel(m_state->cancellable.get());
+}
+
+void FileManager::showFolder(const std::string& path, const std::string& startupId) {
+  if (!hasSessionBus()) {
+    m_state->fallback(path);
+    return;
+  }
+  g_bus_get(G_BUS_TYPE_SESSION, m_state->cancellable.get(), State::connected,
+            new State::Request{m_state, path, startupId});
+}
+
+} // namespace orbel

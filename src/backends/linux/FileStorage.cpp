@@ -1,0 +1,138 @@
+#include "backends/linux/FileStorage.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace orbel {
+
+namespace {
+
+constexpr int kMostLinks = 40; // what the kernel follows
+
+class Descriptor {
+public:
+  explicit Descriptor(int number) : m_number(number) {}
+  ~Descriptor() {
+    if (m_number >= 0) ::close(m_number);
+  }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  int number() const { return m_number; }
+  bool isOpen() const { return m_number >= 0; }
+  // False when the last bytes could not be stored, as a full network disk tells only now.
+  bool close() { return ::close(std::exchange(m_number, -1)) == 0; }
+
+private:
+  int m_number;
+};
+
+bool writeAll(int descriptor, const PropertyList::Data& bytes) {
+  std::size_t written = 0;
+  while (written < bytes.size()) {
+    const ssize_t count = ::write(descriptor, bytes.data() + written, bytes.size() - written);
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return false;
+    written += static_cast<std::size_t>(count);
+  }
+  return true;
+}
+
+} // namespace
+
+FileStorage::Content FileStorage::read(const std::string& path, std::size_t limit) {
+  // Non-blocking, because a pipe without a writer would hold the open() up for ever.
+  const Descriptor file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY));
+  if (!file.isOpen()) {
+    if (errno == ENOENT || errno == ENOTDIR) return {Outcome::missing, {}, {}};
+    return {Outcome::refused, {}, std::strerror(errno)};
+  }
+  struct stat status {};
+  if (fstat(file.number(), &status) != 0) return {Outcome::refused, {}, std::strerror(errno)};
+  if (!S_ISREG(status.st_mode)) return {Outcome::refused, {}, "it is not an ordinary file"};
+
+  Content content{Outcome::read, {}, {}};
+  std::vector<std::byte> chunk(64 * 1024);
+  while (true) {
+    const ssize_t count = ::read(file.number(), chunk.data(), chunk.size());
+    if (count < 0 && errno == EINTR) continue;
+    if (count < 0) return {Outcome::refused, {}, std::strerror(errno)};
+    if (count == 0) return content;
+    content.bytes.insert(content.bytes.end(), chunk.begin(), chunk.begin() + count);
+    if (content.bytes.size() > limit) {
+      return {Outcome::tooLarge, {}, "it is larger than " + std::to_string(limit) + " bytes"};
+    }
+  }
+}
+
+std::optional<std::string> FileStorage::replace(const std::string& path, const PropertyList::Data& bytes) {
+  // A rename would get past a write protection that the user has set on the file alone.
+  if (::access(path.c_str(), W_OK) != 0 && errno != ENOENT) return std::strerror(errno);
+
+  std::string temporary = folderOf(path) + "/." + nameOf(path) + ".XXXXXX";
+  Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC)); // mode 0600
+  if (!file.isOpen()) return std::strerror(errno);
+  if (!writeAll(file.number(), bytes) || ::fsync(file.number()) != 0 || !file.close() ||
+      ::rename(temporary.c_str(), path.c_str()) != 0) {
+    const std::string cause = std::strerror(errno);
+    ::unlink(temporary.c_str());
+    return cause;
+  }
+  const Descriptor folder(::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (folder.isOpen()) ::fsync(folder.number()); // some file systems cannot; the file itself is safe
+  return std::nullopt;
+}
+
+std::string FileStorage::followLinks(const std::string& path) {
+  std::string current = path;
+  for (int i = 0; i < kMostLinks; ++i) {
+    std::array<char, PATH_MAX> target;
+    const ssize_t length = ::readlink(current.c_str(), target.data(), target.size());
+    if (length <= 0) return current;
+    const std::string next(target.data(), static_cast<std::size_t>(length));
+    current = next.front() == '/' ? next : folderOf(current) + "/" + next;
+  }
+  return path; // links in a circle: opening it tells
+}
+
+std::string FileStorage::withoutLinks(const std::string& path) {
+  struct Free {
+    void operator()(char* text) const { std::free(text); }
+  };
+  const std::unique_ptr<char, Free> real(::realpath(path.c_str(), nullptr));
+  return real ? std::string(real.get()) : path;
+}
+
+std::optional<std::string> FileStorage::makeFolder(const std::string& folder) {
+  if (::mkdir(folder.c_str(), 0700) == 0) return std::nullopt;
+  if (errno == ENOENT && folder != "/" && folder != ".") {
+    if (auto cause = makeFolder(folderOf(folder))) return cause;
+    if (::mkdir(folder.c_str(), 0700) == 0) return std::nullopt;
+  }
+  const int error = errno;
+  struct stat status {};
+  if (::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return std::nullopt;
+  return std::strerror(error);
+}
+
+std::string FileStorage::folderOf(const std::string& path) {
+  const auto slash = path.rfind('/');
+  if (slash == std::string::npos) return ".";
+  return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+std::string FileStorage::nameOf(const std::string& path) {
+  const auto slash = path.rfind('/');
+  return slash == std::string::npos ? path : path.substr(slash + 1);
+}
+
+} // namespace orbel

@@ -1,0 +1,44 @@
+// Reading and replacing whole files so that a crash or a full disk never costs the old content.
+// Also what paths lead to. Paths are absolute. Causes are readable, for the log. Used by the classes of this
+// folder.
+#pragma once
+
+#include "foundation/PropertyList.h"
+
+#include <cstddef>
+#include <optional>
+#include <string>
+
+namespace orbel {
+
+class FileStorage {
+public:
+  enum class Outcome { read, missing, refused, tooLarge };
+  struct Content {
+    Outcome outcome = Outcome::missing;
+    PropertyList::Data bytes; // only when read
+    std::string cause; // when refused (no permission, not an ordinary file, a broken disk) or too large
+  };
+
+  // An ordinary file of at most that many bytes. Never blocks on a pipe or device.
+  static Content read(const std::string& path, std::size_t limit);
+
+  // A new file of mode 0600 takes the name in one step, once its bytes are on the disk. Nothing when it
+  // worked, else the cause; then the old file is as it was. A file that may not be written is not replaced
+  // either.
+  static std::optional<std::string> replace(const std::string& path, const PropertyList::Data& bytes);
+
+  // The file that a chain of symbolic links leads to, existing or not; the path itself when it is no link.
+  static std::string followLinks(const std::string& path);
+
+  // The path without any symbolic link in it; the path itself when nothing is there.
+  static std::string withoutLinks(const std::string& path);
+
+  // Folder and the missing ones above it, mode 0700. The cause when that failed.
+  static std::optional<std::string> makeFolder(const std::string& folder);
+
+  static std::string folderOf(const std::string& path);
+  static std::string nameOf(const std::string& path);
+};
+
+} // namespace orbel

@@ -1,0 +1,30 @@
+// Tells when the file at a path comes, goes or changes, by watching its folder; without polling.
+// Reports on the main thread, from GLib's default main context. Used by the preferences file.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace orbel {
+
+class FolderWatch {
+public:
+  // Nothing, and the cause, when the path's folder cannot be watched. The block is called once for several
+  // changes read together; also when the folder itself goes, after which the watch is dead (isAlive).
+  static std::unique_ptr<FolderWatch> start(const std::string& path, std::function<void()> block,
+                                            std::string* cause);
+  ~FolderWatch();
+  FolderWatch(const FolderWatch&) = delete;
+  FolderWatch& operator=(const FolderWatch&) = delete;
+
+  const std::string& path() const; // as given
+  bool isAlive() const;
+
+private:
+  struct State;
+  explicit FolderWatch(std::shared_ptr<State> state);
+  std::shared_ptr<State> m_state;
+};
+
+} // namespace orbel

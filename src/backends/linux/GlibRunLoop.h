@@ -1,0 +1,36 @@
+// The run loop on GLib's default main context, which the toolkit's own event loop shares.
+// Seconds on the monotonic clock. Nothing wakes the process while no delay is pending and nobody wants
+// frames. Main thread only; made by main before anything that waits for time. Blocks still pending at the end
+// are dropped.
+#pragma once
+
+#include "foundation/RunLoop.h"
+
+#include <memory>
+
+namespace orbel {
+
+class GlibRunLoop : public RunLoop {
+public:
+  static constexpr double kFramesPerSecond = 60;
+
+  GlibRunLoop();
+  ~GlibRunLoop() override;
+  GlibRunLoop(const GlibRunLoop&) = delete;
+  GlibRunLoop& operator=(const GlibRunLoop&) = delete;
+
+  const Clock& clock() const override;
+  void after(double seconds, std::function<void()> block) override;
+  // Frames keep their raster of a sixtieth of a second from the first registration on; one that comes too
+  // late is left out. They also run in a nested loop that a frame's own block has started.
+  Registration onEveryFrame(std::function<void()> block) override;
+
+private:
+  struct Delays;
+  struct Frames;
+  std::unique_ptr<Clock> m_clock;
+  std::shared_ptr<Delays> m_delays;
+  std::shared_ptr<Frames> m_frames;
+};
+
+} // namespace orbel

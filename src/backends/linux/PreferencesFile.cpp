@@ -1,0 +1,298 @@
+#include "backends/linux/PreferencesFile.h"
+
+#include "backends/linux/DatedFiles.h"
+#include "backends/linux/FileStorage.h"
+#include "foundation/Log.h"
+#include "foundation/PropertyListCoder.h"
+
+#include <unistd.h>
+
+#include <utility>
+#include <variant>
+
+namespace orbel {
+
+namespace {
+
+// Far above a list of ten thousand items; what is larger is not even read into memory.
+constexpr std::size_t kLargestFile = 64 * 1024 * 1024;
+
+std::variant<PropertyList::Dictionary, std::string> decode(const PropertyList::Data& bytes) {
+  auto result = PropertyListCoder::read(bytes);
+  if (const auto* failure = std::get_if<PropertyListCoder::Failure>(&result)) return failure->cause;
+  if (const auto* values = std::get<PropertyList>(result).dictionary()) return *values;
+  return "it holds no dictionary";
+}
+
+} // namespace
+
+PreferencesFile::PreferencesFile(std::string path, RunLoop& runLoop)
+    : m_path(std::move(path)), m_runLoop(runLoop) {
+  start();
+}
+
+PreferencesFile::~PreferencesFile() {
+  m_observers = {};
+  synchronize();
+}
+
+void PreferencesFile::start() {
+  FileStorage::makeFolder(FileStorage::folderOf(m_path)); // a failure shows at the first save
+  takeChangesFromDisk(Patience::none);
+  if (!m_refusal.empty()) {
+    if (auto values = readBackup()) m_values = std::move(*values);
+  }
+  watch();
+}
+
+const PropertyList* PreferencesFile::object(const std::string& key) const {
+  const auto entry = m_values.find(key);
+  return entry == m_values.end() ? nullptr : &entry->second;
+}
+
+void PreferencesFile::setObject(const std::string& key, PropertyList value) {
+  setValue(key, std::move(value));
+}
+
+void PreferencesFile::removeObject(const std::string& key) {
+  setValue(key, std::nullopt);
+}
+
+void PreferencesFile::setValue(const std::string& key, std::optional<PropertyList> value) {
+  const PropertyList* present = object(key);
+  if (value ? present && *present == *value : !present) return;
+  if (value) {
+    m_values.insert_or_assign(key, std::move(*value));
+  } else {
+    m_values.erase(key);
+  }
+  m_unsavedKeys.insert(key);
+  scheduleSave();
+  m_observers.call();
+}
+
+Registration PreferencesFile::observeChanges(std::function<void()> block) {
+  return m_observers.add(std::move(block));
+}
+
+bool PreferencesFile::synchronize() {
+  return save(Patience::none);
+}
+
+void PreferencesFile::scheduleSave() {
+  if (std::exchange(m_isSaveScheduled, true)) return;
+  m_runLoop.after(kSaveDelay, [this, life = std::weak_ptr(m_life)] {
+    if (life.expired()) return;
+    m_isSaveScheduled = false;
+    save(Patience::waitForWriter);
+  });
+}
+
+bool PreferencesFile::save(Patience patience) {
+  if (!hasUnsavedChanges()) return true;
+  const bool valuesChanged = takeChangesFromDisk(patience);
+  // While another program seems to be writing, the file waits; fileMayHaveChanged() schedules this again.
+  const bool mustWait = m_doubtfulBytes.has_value();
+  const bool isSaved = !mustWait && (!hasUnsavedChanges() || write());
+  if (valuesChanged) m_observers.call();
+  return isSaved;
+}
+
+bool PreferencesFile::write() {
+  if (!m_refusal.empty()) return reportSaveFailure(m_refusal);
+  if (auto cause = FileStorage::makeFolder(FileStorage::folderOf(m_path))) return reportSaveFailure(*cause);
+  auto bytes = PropertyListCoder::write(m_values, PropertyListCoder::Format::xml);
+  if (auto cause = FileStorage::replace(FileStorage::followLinks(m_path), bytes))
+    return reportSaveFailure(*cause);
+  m_diskBytes = std::move(bytes);
+  m_unsavedKeys.clear();
+  m_mustSave = false;
+  if (std::exchange(m_isSaveFailureKnown, false))
+    Log::information("the preferences are saved again in " + m_path);
+  writeBackup(*m_diskBytes);
+  watch();
+  return true;
+}
+
+bool PreferencesFile::reportSaveFailure(const std::string& cause) {
+  if (!std::exchange(m_isSaveFailureKnown, true)) {
+    Log::error("the preferences could not be saved in " + m_path + ": " + cause +
+               "; changes stay in memory until that works");
+  }
+  return false;
+}
+
+bool PreferencesFile::takeChangesFromDisk(Patience patience) {
+  auto content = FileStorage::read(FileStorage::followLinks(m_path), kLargestFile);
+  if (content.outcome == FileStorage::Outcome::refused) {
+    refuse(content.cause);
+    return false;
+  }
+  m_refusal.clear();
+  if (content.outcome == FileStorage::Outcome::missing) {
+    m_knownRefusal.clear();
+    m_doubtfulBytes.reset();
+    return std::exchange(m_diskBytes, std::nullopt) && merge({});
+  }
+  if (content.outcome == FileStorage::Outcome::tooLarge) return takeUnreadable(content.cause);
+  if (m_diskBytes == content.bytes) {
+    m_doubtfulBytes.reset();
+    return false;
+  }
+
+  auto decoded = decode(content.bytes);
+  if (auto* values = std::get_if<PropertyList::Dictionary>(&decoded)) {
+    m_knownRefusal.clear();
+    m_doubtfulBytes.reset();
+    m_diskBytes = std::move(content.bytes);
+    writeBackup(*m_diskBytes);
+    return merge(std::move(*values));
+  }
+  if (patience == Patience::waitForWriter && m_doubtfulBytes != content.bytes) {
+    m_doubtfulBytes = std::move(content.bytes);
+    scheduleReading(kDoubtDelay);
+    return false;
+  }
+  return takeUnreadable(std::get<std::string>(decoded));
+}
+
+void PreferencesFile::refuse(const std::string& cause) {
+  m_refusal = cause;
+  if (std::exchange(m_knownRefusal, cause) == cause) return;
+  Log::error("the preferences in " + m_path + " cannot be read: " + cause + "; the file is left as it is");
+}
+
+bool PreferencesFile::merge(PropertyList::Dictionary values) {
+  for (const auto& key : m_unsavedKeys) {
+    const auto ours = m_values.find(key);
+    if (ours == m_values.end()) {
+      values.erase(key);
+    } else {
+      values.insert_or_assign(key, ours->second);
+    }
+  }
+  return std::exchange(m_values, values) != values;
+}
+
+bool PreferencesFile::takeUnreadable(const std::string& cause) {
+  m_doubtfulBytes.reset();
+  const std::string file = FileStorage::followLinks(m_path);
+  const auto aside = DatedFiles::keepAside(file, ".unreadable-");
+  if (aside.path.empty()) {
+    refuse(cause + ", and it could not be moved aside: " + aside.cause);
+    return false;
+  }
+  Log::error("the preferences in " + m_path + " cannot be read: " + cause + "; the file is kept as " +
+             aside.path);
+
+  // While running, memory is the last good copy; at the start the backup is.
+  bool valuesChanged = false;
+  if (m_values.empty()) {
+    if (auto values = readBackup()) valuesChanged = merge(std::move(*values));
+  }
+  m_diskBytes.reset();
+  if (m_values.empty()) {
+    if (aside.isFirstNameKept) ::unlink(file.c_str());
+  } else {
+    // At once, and over the bad file: there is no moment without a file that could be taken for a fresh
+    // start.
+    m_mustSave = true;
+    write();
+  }
+  return valuesChanged;
+}
+
+std::optional<PropertyList::Dictionary> PreferencesFile::readBackup() const {
+  const std::string path = m_path + ".backup";
+  const auto content = FileStorage::read(path, kLargestFile);
+  if (content.outcome == FileStorage::Outcome::missing) return std::nullopt;
+  auto decoded = content.outcome == FileStorage::Outcome::read
+                     ? decode(content.bytes)
+                     : std::variant<PropertyList::Dictionary, std::string>(content.cause);
+  if (auto* values = std::get_if<PropertyList::Dictionary>(&decoded)) {
+    Log::information("the preferences start from their last good copy, " + path);
+    return std::move(*values);
+  }
+  Log::error("the last good copy of the preferences, " + path +
+             ", cannot be read either: " + std::get<std::string>(decoded));
+  return std::nullopt;
+}
+
+void PreferencesFile::writeBackup(const PropertyList::Data& bytes) {
+  const std::string path = m_path + ".backup";
+  const auto present = FileStorage::read(path, kLargestFile);
+  if (present.outcome == FileStorage::Outcome::read && present.bytes == bytes) return;
+  const auto cause = FileStorage::replace(path, bytes);
+  if (cause && !m_isBackupFailureKnown)
+    Log::warning("no copy of the preferences could be kept as " + path + ": " + *cause);
+  m_isBackupFailureKnown = cause.has_value();
+}
+
+void PreferencesFile::keepDatedCopy() {
+  const std::string suffix = ".plist";
+  const std::string prefix =
+      (m_path.ends_with(suffix) ? m_path.substr(0, m_path.size() - suffix.size()) : m_path) + "-";
+  const auto content = FileStorage::read(FileStorage::followLinks(m_path), kLargestFile);
+  if (content.outcome == FileStorage::Outcome::missing) return;
+  std::optional<std::string> cause;
+  if (content.outcome != FileStorage::Outcome::read) {
+    cause = content.cause;
+  } else {
+    const auto copies = DatedFiles::existing(prefix, suffix);
+    // The same content again would only push older, different copies out.
+    if (!copies.empty()) {
+      const auto newest = FileStorage::read(copies.back(), kLargestFile);
+      if (newest.outcome == FileStorage::Outcome::read && newest.bytes == content.bytes) return;
+    }
+    cause = FileStorage::replace(DatedFiles::freePath(prefix, suffix), content.bytes);
+  }
+  if (cause) {
+    Log::error("no dated copy of " + m_path + " could be kept: " + *cause);
+    return;
+  }
+  auto copies = DatedFiles::existing(prefix, suffix);
+  Log::information("a copy of the preferences is kept as " + copies.back());
+  while (copies.size() > kDatedCopies) {
+    ::unlink(copies.front().c_str());
+    copies.erase(copies.begin());
+  }
+}
+
+void PreferencesFile::scheduleReading(double delay) {
+  ++m_readingsScheduled;
+  m_runLoop.after(delay, [this, life = std::weak_ptr(m_life)] {
+    if (life.expired()) return;
+    // The last one reads: each change of the file puts the reading off until a little after it.
+    if (--m_readingsScheduled == 0) fileMayHaveChanged();
+  });
+}
+
+void PreferencesFile::fileMayHaveChanged() {
+  const bool valuesChanged = takeChangesFromDisk(Patience::waitForWriter);
+  if (hasUnsavedChanges() && !m_doubtfulBytes) scheduleSave();
+  watch();
+  if (valuesChanged) m_observers.call();
+}
+
+void PreferencesFile::watch() {
+  watchFolder(m_folderWatch, m_path);
+  const std::string target = FileStorage::followLinks(m_path);
+  if (target == m_path) {
+    m_targetWatch.reset();
+  } else {
+    watchFolder(m_targetWatch, target);
+  }
+}
+
+void PreferencesFile::watchFolder(std::unique_ptr<FolderWatch>& watch, const std::string& path) {
+  if (watch && watch->isAlive() && watch->path() == path) return;
+  std::string cause;
+  watch = FolderWatch::start(
+      path, [this] { scheduleReading(kSettleDelay); }, &cause);
+  if (!watch && !m_isWatchFailureKnown) {
+    Log::warning("changes of " + path + " from outside will not be seen: " + cause);
+  }
+  m_isWatchFailureKnown = !watch;
+}
+
+} // namespace orbel

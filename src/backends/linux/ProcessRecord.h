@@ -1,0 +1,27 @@
+// What the kernel tells about one process of the user. Read once when a process is first seen.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orbel {
+
+struct ProcessRecord {
+  std::int32_t processIdentifier = 0;
+  std::uint64_t startTime =
+      0; // in the kernel's ticks since boot; with the identifier it names a process for good
+  std::optional<std::string> executablePath;
+  std::vector<std::string> arguments;      // the program's own name first; may be empty
+  std::optional<std::string> appImagePath; // of the AppImage that this program is the content of
+  std::optional<std::string>
+      launchedEntryPath; // of the desktop entry that started this very process, if that was told
+
+  // None when there is no such process any more.
+  static std::optional<ProcessRecord> read(std::int32_t processIdentifier);
+  // None when there is no such process, or only its remains that nobody has collected.
+  static std::optional<std::uint64_t> startTimeOf(std::int32_t processIdentifier);
+};
+
+} // namespace orbel

@@ -1,0 +1,27 @@
+// A drag of another program's over a surface: its files as local paths, read once when the drag enters.
+#pragma once
+
+#include "scene/DragInfo.h"
+
+#include <QMimeData>
+
+namespace orbel {
+
+class FileDrag : public DragInfo {
+public:
+  explicit FileDrag(const QMimeData& data);
+
+  void setLocation(Point locationInWindow) { m_location = locationInWindow; }
+  Point locationInWindow() const override { return m_location; }
+  std::optional<std::vector<std::string>> filePaths() const override { return m_paths; }
+
+  // The action to answer with: what the surface wants where the source offers it, else the other one of copy and link
+  // that it does; a move never, since the dragged file stays where it is.
+  static Qt::DropAction answer(DragOperation wanted, Qt::DropActions offered);
+
+private:
+  Point m_location;
+  std::optional<std::vector<std::string>> m_paths;
+};
+
+} // namespace orbel

@@ -1,0 +1,84 @@
+// A menu's window on X11: round, translucent, above everything, never holding the focus.
+// Made by QtWindowSystem, which outlives it; the native window is borrowed from there.
+#pragma once
+
+#include "backends/qt/Backdrop.h"
+#include "backends/qt/FileDrag.h"
+#include "backends/qt/MenuWindow.h"
+#include "backends/qt/QtCanvas.h"
+#include "backends/x11/PointerWatch.h"
+#include "platform/Surface.h"
+
+#include <memory>
+#include <optional>
+
+namespace orbel {
+
+class QtWindowSystem;
+
+class MenuSurface : public Surface, private MenuWindowOwner {
+public:
+  MenuSurface(QtWindowSystem& system, SurfaceLevel level);
+  ~MenuSurface() override;
+  MenuSurface(const MenuSurface&) = delete;
+  MenuSurface& operator=(const MenuSurface&) = delete;
+
+  void setDelegate(SurfaceDelegate* delegate) override { m_delegate = delegate; }
+  // While shown the window moves at once and takes a backdrop of the new place.
+  void setFrame(const Rect& screenFrame) override;
+  Rect frame() const override { return m_frame; }
+  void show() override;
+  void orderOut() override;
+  bool isShown() const override { return m_shown; }
+  void setAlpha(double alpha) override;
+  double alpha() const override { return m_alpha; }
+  bool supportsBackdropBlur() const override;
+  void setRoundBackdrop(BackdropMaterial material, double inset) override;
+  void needsDisplay(const Rect& rect) override;
+  std::optional<Point> pointerLocation() const override;
+  double backingScale() const override;
+  bool pointerIsOverOwnPopUp() const override;
+
+  SurfaceLevel level() const { return m_level; }
+  const MenuWindow& window() const { return *m_window; }
+  const Backdrop& backdrop() const { return m_backdrop; }
+  // The desktop's compositor came or went.
+  void compositorChanged();
+  // Escape was pressed and this is the topmost surface.
+  void cancel();
+
+private:
+  void paintWindow(QPainter& painter, const QRect& damage) override;
+  void windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers) override;
+  void windowPointerLeft() override;
+  void windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) override;
+  void windowReleased(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) override;
+  void windowDragged(QDropEvent& event) override;
+  void windowDragLeft() override;
+
+  void placeWindow();
+  void removeOwnWindows(RootSnapshot& screen) const;
+  void drawOn(RootSnapshot& screen);
+  void shapeWindow();
+  void repaintAll();
+  void reportExit();
+  MouseEvent mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers) const;
+  Point windowPoint(QPointF position) const;
+
+  QtWindowSystem& m_system;
+  SurfaceLevel m_level;
+  std::unique_ptr<MenuWindow> m_window;
+  SurfaceDelegate* m_delegate = nullptr;
+  Rect m_frame;
+  DeviceRect m_deviceFrame;
+  double m_alpha = 1;
+  bool m_shown = false;
+  bool m_pointerInside = false; // reported, and not yet reported gone
+  Backdrop m_backdrop;
+  std::unique_ptr<PointerWatch> m_pointerWatch; // null where there is no X server
+  QtCanvas::Scratch m_scratch;
+  std::optional<FileDrag> m_drag;
+  std::shared_ptr<char> m_life = std::make_shared<char>(); // watched across calls that may end the surface
+};
+
+} // namespace orbel

@@ -1,0 +1,87 @@
+#include "backends/qt/OpenPanelDialog.h"
+
+#include "backends/qt/ChoosableFilesModel.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QFileSystemModel>
+#include <QLabel>
+#include <QLayout>
+#include <QListView>
+#include <QVBoxLayout>
+
+namespace orbel {
+
+namespace {
+constexpr int kMargin = 12;       // points
+constexpr QSize kSize(640, 440);  // points
+
+std::string toPath(const QString& path) { return QFile::encodeName(path).toStdString(); }
+} // namespace
+
+OpenPanelDialog::OpenPanelDialog(const OpenPanel& panel, const TextServices& text)
+    : m_shouldEnable(panel.shouldEnable) {
+  const auto localized = [&](const char* english) { return QString::fromStdString(text.localized(english)); };
+  setOption(QFileDialog::DontUseNativeDialog); // first: it decides what the others act on
+  setOption(QFileDialog::ReadOnly);
+  setFileMode(QFileDialog::ExistingFile);
+  setAcceptMode(QFileDialog::AcceptOpen);
+  setViewMode(QFileDialog::List);
+  setProxyModel(new ChoosableFilesModel([this](const QString& path) { return canChoose(path); }, this));
+  setWindowTitle(QString::fromStdString(panel.title));
+  setLabelText(QFileDialog::Accept, QString::fromStdString(panel.prompt));
+  setLabelText(QFileDialog::Reject, localized("Cancel"));
+  setLabelText(QFileDialog::LookIn, localized("Look in:"));
+  setLabelText(QFileDialog::FileName, localized("File name:"));
+  // Controls for what cannot be done here.
+  for (const char* control : {"fileTypeLabel", "fileTypeCombo", "newFolderButton"}) {
+    if (auto* widget = findChild<QWidget*>(QLatin1String(control))) widget->hide();
+  }
+  if (!panel.message.empty()) addMessage(QString::fromStdString(panel.message));
+  resize(kSize);
+  selectStart(QFile::decodeName(QByteArray::fromStdString(panel.startPath)));
+}
+
+void OpenPanelDialog::addMessage(const QString& message) {
+  auto* label = new QLabel(message);
+  label->setTextFormat(Qt::PlainText);
+  label->setWordWrap(true);
+  label->setContentsMargins(kMargin, kMargin, kMargin, 0);
+  // The dialog's grid has no free row above; the place of a menu bar is one.
+  layout()->setMenuBar(label);
+}
+
+void OpenPanelDialog::selectStart(const QString& startPath) {
+  const QFileInfo start(QDir::cleanPath(startPath));
+  if (startPath.isEmpty() || !start.exists()) return;
+  if (start.isHidden()) setFilter(filter() | QDir::Hidden);
+  setDirectory(start.absolutePath());
+  selectFile(start.fileName());
+  // The folder is read in the background, and sorting moves the selected file out of sight.
+  const auto* files = findChild<QFileSystemModel*>();
+  auto* list = findChild<QListView*>(QStringLiteral("listView"));
+  if (!files || !list) return;
+  connect(files, &QFileSystemModel::directoryLoaded, list, [this, start, list](const QString& folder) {
+    if (folder != start.absolutePath() || selectedFiles() != QStringList(start.absoluteFilePath())) return;
+    selectFile(start.fileName());
+    list->scrollTo(list->currentIndex(), QAbstractItemView::PositionAtCenter);
+  });
+}
+
+bool OpenPanelDialog::canChoose(const QString& path) const { return !m_shouldEnable || m_shouldEnable(toPath(path)); }
+
+void OpenPanelDialog::accept() {
+  const QString path = selectedFiles().value(0);
+  const QFileInfo file(path);
+  if (file.exists() && canChoose(path)) {
+    m_chosenPath = path;
+    QDialog::accept();
+  } else if (file.isDir()) {
+    QFileDialog::accept(); // goes into it
+  } else {
+    QApplication::beep();
+  }
+}
+
+} // namespace orbel

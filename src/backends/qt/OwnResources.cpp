@@ -1,0 +1,13 @@
+#include "backends/qt/OwnResources.h"
+
+#include <QtCore/qglobal.h>
+#include <QtCore/qdir.h>
+
+// The linker drops a static library's resources unless somebody names them, and the macro wants no namespace around it.
+static void initializeResources() { Q_INIT_RESOURCE(orbelmenu); }
+
+namespace orbel {
+
+void OwnResources::load() { initializeResources(); }
+
+} // namespace orbel

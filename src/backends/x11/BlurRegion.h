@@ -1,0 +1,30 @@
+// Asks the window manager to blur what lies behind a part of a window, live (the KDE blur region).
+// Device pixels of the window, y down. Requests go out on the window's connection and are not flushed.
+#pragma once
+
+#include "backends/x11/DeviceRect.h"
+
+#include <vector>
+#include <xcb/xcb.h>
+
+namespace orbel {
+
+class Connection;
+
+class BlurRegion {
+public:
+  // The window manager is asked over the one connection, windows are changed over the one that made them. Both outlive
+  // the object.
+  BlurRegion(Connection& connection, xcb_connection_t* windowConnection);
+
+  // Whether the window manager says that it blurs; asked of the server now, because the effect can be switched.
+  bool isOffered() const;
+  void set(xcb_window_t window, const std::vector<DeviceRect>& rectangles);
+  void clear(xcb_window_t window);
+
+private:
+  Connection& m_connection;
+  xcb_connection_t* m_windowConnection;
+};
+
+} // namespace orbel

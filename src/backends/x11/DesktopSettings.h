@@ -1,0 +1,28 @@
+// The settings that the desktop hands to all toolkits through the X server (XSETTINGS).
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string_view>
+
+namespace orbel {
+
+class Connection;
+
+class DesktopSettings {
+public:
+  // The connection outlives the object.
+  explicit DesktopSettings(Connection& connection) : m_connection(connection) {}
+
+  // Asked of the server now; none when the desktop has no such setting or nobody hands out settings.
+  std::optional<std::int32_t> integer(std::string_view name) const;
+
+  // Looks a setting up in the bytes that a settings manager publishes; broken bytes hold nothing.
+  static std::optional<std::int32_t> integer(std::span<const std::uint8_t> bytes, std::string_view name);
+
+private:
+  Connection& m_connection;
+};
+
+} // namespace orbel

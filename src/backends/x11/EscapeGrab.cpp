@@ -1,0 +1,18 @@
+#include "backends/x11/EscapeGrab.h"
+
+#include "backends/x11/PassiveKeyGrabs.h"
+
+#include <linux/input-event-codes.h>
+#include <utility>
+
+namespace orbel {
+
+EscapeGrab::EscapeGrab(PassiveKeyGrabs& grabs, std::function<void()> pressed)
+    : m_grabs(grabs), m_pressed(std::move(pressed)) {}
+
+void EscapeGrab::setEnabled(bool enabled) {
+  if (enabled == isEnabled()) return;
+  m_grab = enabled ? m_grabs.grab({KEY_ESC, 0}, m_pressed) : Registration();
+}
+
+} // namespace orbel

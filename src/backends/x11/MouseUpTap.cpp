@@ -1,0 +1,28 @@
+#include "backends/x11/MouseUpTap.h"
+
+#include "backends/x11/RawPointer.h"
+
+#include <utility>
+
+namespace orbel {
+
+namespace {
+constexpr std::uint32_t kPrimaryButton = 1;
+}
+
+MouseUpTap::MouseUpTap(RawPointer& pointer, std::function<void()> mouseUp)
+    : m_pointer(pointer), m_mouseUp(std::move(mouseUp)) {}
+
+void MouseUpTap::setEnabled(bool enabled) {
+  if (enabled == m_enabled) return;
+  m_enabled = enabled;
+  if (!enabled) {
+    m_releases.reset();
+    return;
+  }
+  m_releases = m_pointer.observeReleases([this](std::uint32_t button, xcb_timestamp_t) {
+    if (button == kPrimaryButton) m_mouseUp();
+  });
+}
+
+} // namespace orbel

@@ -1,0 +1,165 @@
+#include "backends/x11/PassiveKeyGrabs.h"
+
+#include "backends/x11/Connection.h"
+#include "foundation/Log.h"
+
+#include <algorithm>
+#include <string>
+
+namespace orbel {
+
+namespace {
+
+constexpr unsigned kXKeyCodeOffset = 8; // of an X key code from the kernel's
+
+std::string describe(KeyCombination combination) {
+  std::string text;
+  if (combination.modifiers & 4096) text += "Control+";
+  if (combination.modifiers & 2048) text += "Alt+";
+  if (combination.modifiers & 512) text += "Shift+";
+  if (combination.modifiers & 256) text += "Super+";
+  return text + "key " + std::to_string(combination.evdevCode);
+}
+
+} // namespace
+
+PassiveKeyGrabs::PassiveKeyGrabs(Connection& connection)
+    : m_connection(connection), m_modifiers(ModifierMap::current(connection)),
+      m_xkb(XkbEvents::selectKeymapChanges(connection)), m_mappingChange([this] { mappingChanged(); }),
+      m_events(connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); })),
+      m_self(std::make_shared<PassiveKeyGrabs*>(this)) {
+  if (m_xkb) m_xkb->makeAutoRepeatDetectable(connection);
+}
+
+PassiveKeyGrabs::~PassiveKeyGrabs() {
+  for (const auto& entry : m_entries) release(entry->grabs);
+  m_connection.flush();
+}
+
+Registration PassiveKeyGrabs::grab(KeyCombination combination, std::function<void()> pressed) {
+  auto grabs = grabsFor(combination);
+  if (grabs.empty()) {
+    Log::warning("the keyboard has no " + describe(combination));
+    return {};
+  }
+  if (!take(grabs)) {
+    Log::warning("another program holds " + describe(combination));
+    return {};
+  }
+  auto entry = std::make_shared<Entry>(Entry{combination, std::move(pressed), std::move(grabs)});
+  m_entries.push_back(entry);
+  return Registration([self = std::weak_ptr(m_self), entry] {
+    if (const auto living = self.lock()) (*living)->remove(entry);
+  });
+}
+
+bool PassiveKeyGrabs::isHeldByAnother(KeyCombination combination) {
+  const auto grabs = grabsFor(combination);
+  if (grabs.empty()) return false;
+  if (!take(grabs)) return true;
+  release(grabs);
+  m_connection.flush();
+  return false;
+}
+
+void PassiveKeyGrabs::remove(const std::shared_ptr<Entry>& entry) {
+  if (std::erase(m_entries, entry) == 0) return;
+  release(entry->grabs);
+  m_connection.flush(); // the combination is free for others from now on
+}
+
+std::vector<PassiveKeyGrabs::Grab> PassiveKeyGrabs::grabsFor(KeyCombination combination) const {
+  const unsigned keyCode = combination.evdevCode + kXKeyCodeOffset;
+  if (keyCode < m_connection.setup().min_keycode || keyCode > m_connection.setup().max_keycode) return {};
+  std::vector<Grab> grabs;
+  for (const std::uint16_t mask : m_modifiers.lockVariants(m_modifiers.maskForModifiers(combination.modifiers)))
+    grabs.emplace_back(static_cast<xcb_keycode_t>(keyCode), mask);
+  return grabs;
+}
+
+bool PassiveKeyGrabs::take(const std::vector<Grab>& grabs) {
+  // All asked before the first answer is awaited: one round trip.
+  std::vector<std::pair<Grab, xcb_void_cookie_t>> requests;
+  for (const Grab& grab : grabs)
+    if (!m_holders.contains(grab))
+      requests.emplace_back(grab, xcb_grab_key_checked(m_connection.xcb(), 0, m_connection.root(), grab.second,
+                                                       grab.first, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+  std::vector<Grab> taken;
+  for (const auto& [grab, cookie] : requests)
+    if (!ownReply(xcb_request_check(m_connection.xcb(), cookie))) taken.push_back(grab);
+
+  if (taken.size() != requests.size()) {
+    for (const Grab& grab : taken)
+      xcb_ungrab_key(m_connection.xcb(), grab.first, m_connection.root(), grab.second);
+    m_connection.flush();
+    return false;
+  }
+  for (const Grab& grab : grabs) ++m_holders[grab];
+  return true;
+}
+
+void PassiveKeyGrabs::release(const std::vector<Grab>& grabs) {
+  for (const Grab& grab : grabs) {
+    const auto holders = m_holders.find(grab);
+    if (holders == m_holders.end() || --holders->second > 0) continue;
+    m_holders.erase(holders);
+    xcb_ungrab_key(m_connection.xcb(), grab.first, m_connection.root(), grab.second);
+  }
+}
+
+void PassiveKeyGrabs::handleEvent(const xcb_generic_event_t& event) {
+  switch (event.response_type & 0x7F) {
+  case XCB_KEY_PRESS: handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event)); return;
+  case XCB_KEY_RELEASE: handleRelease(reinterpret_cast<const xcb_key_release_event_t&>(event)); return;
+  case XCB_MAPPING_NOTIFY: m_mappingChange.schedule(); return;
+  default:
+    if (m_xkb && m_xkb->isKeymapChange(event)) m_mappingChange.schedule();
+  }
+}
+
+void PassiveKeyGrabs::handlePress(const xcb_key_press_event_t& press) {
+  if (press.event != m_connection.root()) return;
+  if (m_down[press.detail]) return; // the keyboard repeats it
+  m_down.set(press.detail);
+  if (m_activatingKey == 0) m_activatingKey = press.detail;
+
+  // While a grab is active every key comes here, whatever is held with it: compare in full.
+  const auto modifiers = static_cast<std::uint16_t>(press.state & m_modifiers.significantMask());
+  std::vector<std::shared_ptr<Entry>> matching;
+  for (const auto& entry : m_entries)
+    if (!entry->grabs.empty() && entry->grabs.front() == Grab{press.detail, modifiers}) matching.push_back(entry);
+  for (const auto& entry : matching) {
+    // An earlier one may have ended this one.
+    if (std::ranges::find(m_entries, entry) != m_entries.end()) entry->pressed();
+  }
+}
+
+void PassiveKeyGrabs::handleRelease(const xcb_key_release_event_t& release) {
+  m_down.reset(release.detail);
+  if (release.detail != m_activatingKey) return;
+  // The grab ends here, and releases of other keys go elsewhere.
+  m_activatingKey = 0;
+  m_down.reset();
+}
+
+void PassiveKeyGrabs::mappingChanged() {
+  m_modifiers = ModifierMap::current(m_connection);
+  // What is no longer wanted is released first, so that two combinations that swap their grabs both get them.
+  std::vector<std::pair<std::shared_ptr<Entry>, std::vector<Grab>>> moved;
+  for (const auto& entry : m_entries) {
+    auto grabs = grabsFor(entry->combination);
+    if (grabs == entry->grabs) continue; // the server keeps grabs through a change of the keymap
+    release(entry->grabs);
+    entry->grabs.clear();
+    moved.emplace_back(entry, std::move(grabs));
+  }
+  for (auto& [entry, grabs] : moved) {
+    if (take(grabs))
+      entry->grabs = std::move(grabs);
+    else
+      Log::warning("after a change of the keyboard layout another program holds " + describe(entry->combination));
+  }
+  m_connection.flush();
+}
+
+} // namespace orbel

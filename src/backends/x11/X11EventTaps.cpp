@@ -1,0 +1,51 @@
+#include "backends/x11/X11EventTaps.h"
+
+#include "backends/x11/MouseMovedTap.h"
+#include "backends/x11/MouseUpTap.h"
+#include "backends/x11/RawPointer.h"
+#include "foundation/Log.h"
+
+#include <utility>
+
+namespace orbel {
+
+namespace {
+
+class MissingTouchTap : public EventTap {
+public:
+  void setEnabled(bool enabled) override {
+    if (enabled && !m_enabled) Log::warning("there is no source of touches; touchpad gestures do nothing");
+    m_enabled = enabled;
+  }
+  bool isEnabled() const override { return m_enabled; }
+
+private:
+  bool m_enabled = false;
+};
+
+} // namespace
+
+X11EventTaps::X11EventTaps(RawPointer& pointer, TouchSource touches)
+    : m_pointer(pointer), m_touches(std::move(touches)) {}
+
+std::unique_ptr<EventTap> X11EventTaps::makeMouseUpTap(std::function<void()> mouseUp) {
+  return std::make_unique<MouseUpTap>(m_pointer, std::move(mouseUp));
+}
+
+std::unique_ptr<EventTap> X11EventTaps::makeMouseMovedTap(std::function<void()> mouseMoved) {
+  return std::make_unique<MouseMovedTap>(m_pointer, std::move(mouseMoved));
+}
+
+std::unique_ptr<EventTap> X11EventTaps::makeTouchTap(TouchHandlers handlers) {
+  if (m_touches.makeTap) return m_touches.makeTap(std::move(handlers));
+  return std::make_unique<MissingTouchTap>();
+}
+
+bool X11EventTaps::isTrusted() {
+  // Every client of an X server may listen to raw input.
+  return m_pointer.isAvailable() && (!m_touches.isTrusted || m_touches.isTrusted());
+}
+
+void X11EventTaps::drain() { m_pointer.drain(); }
+
+} // namespace orbel

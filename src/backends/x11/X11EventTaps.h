@@ -1,0 +1,35 @@
+// The event taps of an X11 desktop: the pointer's from raw input events, touches from a source that main gives, since
+// the X server keeps resting fingers to itself.
+#pragma once
+
+#include "platform/EventTaps.h"
+
+namespace orbel {
+
+class RawPointer;
+
+// Where touches come from. Either block may be empty.
+struct TouchSource {
+  std::function<std::unique_ptr<EventTap>(TouchHandlers)> makeTap;
+  std::function<bool()> isTrusted; // whether the touchpads that are there can be read
+};
+
+class X11EventTaps : public EventTaps {
+public:
+  explicit X11EventTaps(RawPointer& pointer, TouchSource touches = {});
+
+  std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> mouseUp) override;
+  std::unique_ptr<EventTap> makeMouseMovedTap(std::function<void()> mouseMoved) override;
+  // Without a source the tap does nothing and says so in the log when it is enabled.
+  std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) override;
+  bool isTrusted() override;
+
+  // Lets the taps handle what happened before this call. A window of ours calls it before it acts on a release.
+  void drain();
+
+private:
+  RawPointer& m_pointer;
+  TouchSource m_touches;
+};
+
+} // namespace orbel

@@ -1,0 +1,40 @@
+#include "backends/x11/X11HotKeys.h"
+
+#include "backends/linux/VirtualKeyCodes.h"
+#include "backends/x11/PassiveKeyGrabs.h"
+#include "foundation/Log.h"
+
+#include <string>
+#include <utility>
+
+namespace orbel {
+
+X11HotKeys::X11HotKeys(PassiveKeyGrabs& grabs) : m_grabs(grabs), m_handler(std::make_shared<Handler>()) {}
+
+Registration X11HotKeys::installHandler(Handler handler) {
+  if (*m_handler) {
+    Log::error("a second hot-key handler cannot be installed beside the first");
+    return {};
+  }
+  *m_handler = std::move(handler);
+  return Registration([installed = m_handler] { *installed = nullptr; });
+}
+
+Registration X11HotKeys::registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity) {
+  const auto evdevCode = VirtualKeyCodes::evdevCode(keyCode);
+  if (!evdevCode) {
+    Log::warning("no keyboard here has the key with the virtual key code " + std::to_string(keyCode));
+    return {};
+  }
+  return m_grabs.grab({*evdevCode, modifiers}, [handler = m_handler, identity] {
+    // A copy: the handler may end its own installation.
+    if (const Handler current = *handler) current(identity);
+  });
+}
+
+bool X11HotKeys::isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) {
+  const auto evdevCode = VirtualKeyCodes::evdevCode(keyCode);
+  return evdevCode && m_grabs.isHeldByAnother({*evdevCode, modifiers});
+}
+
+} // namespace orbel

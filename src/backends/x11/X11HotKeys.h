@@ -1,0 +1,26 @@
+// Hot keys by passive grabs on the root window. Called by the shortcut module.
+#pragma once
+
+#include "platform/HotKeys.h"
+
+#include <memory>
+
+namespace orbel {
+
+class PassiveKeyGrabs;
+
+class X11HotKeys : public HotKeys {
+public:
+  explicit X11HotKeys(PassiveKeyGrabs& grabs);
+
+  // Empty while another handler is installed.
+  Registration installHandler(Handler handler) override;
+  Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity) override;
+  bool isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) override;
+
+private:
+  PassiveKeyGrabs& m_grabs;
+  std::shared_ptr<Handler> m_handler; // what it points to is empty while none is installed
+};
+
+} // namespace orbel

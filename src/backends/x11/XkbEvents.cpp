@@ -1,0 +1,68 @@
+#include "backends/x11/XkbEvents.h"
+
+#include "backends/x11/Connection.h"
+#include "foundation/Log.h"
+
+// The C header has a member of this name.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+namespace orbel {
+
+namespace {
+constexpr std::uint16_t kMajorVersion = 1;
+constexpr std::uint16_t kMinorVersion = 0;
+constexpr xcb_xkb_device_spec_t kCoreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
+constexpr std::uint16_t kAllStateParts = 0x3FFF; // the server refuses bits that mean nothing
+} // namespace
+
+std::optional<XkbEvents> XkbEvents::selectKeymapChanges(Connection& connection) {
+  const auto* extension = xcb_get_extension_data(connection.xcb(), &xcb_xkb_id);
+  if (!extension || !extension->present) {
+    Log::warning("the X server has no keyboard extension; changes of the keyboard layout are not followed");
+    return std::nullopt;
+  }
+  const auto use = ownReply(xcb_xkb_use_extension_reply(
+      connection.xcb(), xcb_xkb_use_extension(connection.xcb(), kMajorVersion, kMinorVersion), nullptr));
+  if (!use || !use->supported) {
+    Log::warning("the X server's keyboard extension is too old; changes of the keyboard layout are not followed");
+    return std::nullopt;
+  }
+  constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
+  constexpr std::uint16_t mapParts = XCB_XKB_MAP_PART_KEY_TYPES | XCB_XKB_MAP_PART_KEY_SYMS |
+                                     XCB_XKB_MAP_PART_MODIFIER_MAP | XCB_XKB_MAP_PART_VIRTUAL_MODS |
+                                     XCB_XKB_MAP_PART_VIRTUAL_MOD_MAP;
+  xcb_xkb_select_events(connection.xcb(), kCoreKeyboard, events, 0, events, mapParts, mapParts, nullptr);
+  return XkbEvents(extension->first_event);
+}
+
+void XkbEvents::selectGroupChanges(Connection& connection) const {
+  xcb_xkb_select_events_details_t details{};
+  details.affectState = kAllStateParts;
+  details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
+  xcb_xkb_select_events_aux(connection.xcb(), kCoreKeyboard, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0, &details);
+}
+
+void XkbEvents::makeAutoRepeatDetectable(Connection& connection) const {
+  constexpr std::uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
+  const auto reply = ownReply(xcb_xkb_per_client_flags_reply(
+      connection.xcb(), xcb_xkb_per_client_flags(connection.xcb(), kCoreKeyboard, flag, flag, 0, 0, 0), nullptr));
+  if (!reply || (reply->value & flag) == 0)
+    Log::warning("the X server does not tell auto-repeat from presses; a held hot key triggers again and again");
+}
+
+bool XkbEvents::isKeymapChange(const xcb_generic_event_t& event) const {
+  return isOfType(event, XCB_XKB_NEW_KEYBOARD_NOTIFY) || isOfType(event, XCB_XKB_MAP_NOTIFY);
+}
+
+bool XkbEvents::isGroupChange(const xcb_generic_event_t& event) const {
+  return isOfType(event, XCB_XKB_STATE_NOTIFY);
+}
+
+bool XkbEvents::isOfType(const xcb_generic_event_t& event, std::uint8_t xkbType) const {
+  // Every event of the extension has its own type where others keep the detail.
+  return (event.response_type & 0x7F) == m_eventType && event.pad0 == xkbType;
+}
+
+} // namespace orbel

@@ -1,0 +1,91 @@
+#include "backends/linux/DesktopEntry.h"
+
+#include "DesktopSandbox.h"
+
+#include <gtest/gtest.h>
+
+#include <unistd.h>
+
+namespace orbel {
+namespace {
+
+class DesktopEntryTest : public testing::Test {
+protected:
+  std::variant<DesktopEntry, DesktopEntry::Failure> read(const std::string& lines,
+                                                         const std::string& head = "Type=Application\n") {
+    DesktopSandbox::write(path, "[Desktop Entry]\n" + head + lines);
+    return DesktopEntry::read(path);
+  }
+  DesktopEntry entry(const std::string& lines) {
+    const auto result = read(lines);
+    if (const auto* failure = std::get_if<DesktopEntry::Failure>(&result)) ADD_FAILURE() << failure->cause;
+    const auto* found = std::get_if<DesktopEntry>(&result);
+    return found ? *found : DesktopEntry();
+  }
+
+  const std::string folder = DesktopSandbox::shared().makeFolder();
+  const std::string path = folder + "/org.example.Paint.desktop";
+};
+
+TEST_F(DesktopEntryTest, ReadsWhatNamesDrawsAndMatchesTheProgram) {
+  const auto paint = entry("Name=Paint\nName[de]=Malen\nIcon=org.example.Paint\nExec=/bin/sh %U\n"
+                           "StartupWMClass=PaintWindow\nCategories=Graphics;2DGraphics;\n");
+  EXPECT_EQ(paint.identifier, "org.example.Paint.desktop");
+  EXPECT_EQ(paint.path, path);
+  EXPECT_EQ(paint.name, "Malen");
+  EXPECT_EQ(paint.icon, "org.example.Paint");
+  EXPECT_EQ(paint.startupWindowClass, "PaintWindow");
+  EXPECT_EQ(paint.categories, (std::vector<std::string>{"Graphics", "2DGraphics"}));
+  EXPECT_FALSE(paint.hasOwnArguments);
+  EXPECT_TRUE(paint.isShown);
+  EXPECT_EQ(paint.launchObstacle(), std::nullopt);
+}
+
+TEST_F(DesktopEntryTest, FollowsLinksToTheProgramAndLooksThroughEnv) {
+  const std::string real = DesktopSandbox::shared().installProgram("real-paint", "");
+  ASSERT_EQ(::symlink(real.c_str(), (folder + "/paint").c_str()), 0);
+  EXPECT_EQ(entry("Name=P\nExec=" + folder + "/paint %f\n").executable, real);
+  EXPECT_EQ(entry("Name=P\nExec=env LANG=C MODE=1 real-paint %f\n").executable, real);
+  EXPECT_EQ(entry("Name=P\nExec=\"" + folder + "/paint\" -- %f\n").executable, real);
+}
+
+TEST_F(DesktopEntryTest, TellsArgumentsOfItsOwnFromTheFilesToOpen) {
+  EXPECT_TRUE(entry("Name=P\nExec=/bin/sh --writer %U\n").hasOwnArguments);
+  EXPECT_FALSE(entry("Name=P\nExec=/bin/sh -- %F\n").hasOwnArguments);
+}
+
+TEST_F(DesktopEntryTest, TakesTheFilesNameWhereThereIsNoName) {
+  EXPECT_EQ(entry("Exec=/bin/sh\n").name, "org.example.Paint.desktop");
+}
+
+TEST_F(DesktopEntryTest, SaysWhyAnEntryCannotBeStarted) {
+  EXPECT_EQ(entry("Name=P\n").launchObstacle(), path + " names no program to start");
+  EXPECT_EQ(entry("Name=P\nExec=no-such-program-here %U\n").launchObstacle(),
+            "the program no-such-program-here of " + path + " is not installed or may not be executed");
+  EXPECT_EQ(entry("Name=P\nExec=/bin/sh\nTryExec=also-not-here\n").launchObstacle(),
+            "the program also-not-here of " + path + " is not installed or may not be executed");
+  EXPECT_EQ(entry("Name=P\nDBusActivatable=true\n").launchObstacle(), std::nullopt);
+}
+
+TEST_F(DesktopEntryTest, RefusesWhatIsNoApplicationsEntry) {
+  using Failure = DesktopEntry::Failure;
+  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(folder + "/missing.desktop")));
+  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(folder)));
+  EXPECT_TRUE(std::holds_alternative<Failure>(read("URL=https://example.org\n", "Type=Link\n")));
+  DesktopSandbox::write(path, std::string("\x7f"
+                                          "ELF\0\0",
+                                          6));
+  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(path)));
+  DesktopSandbox::write(path, "");
+  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(path)));
+  DesktopSandbox::write(path, "[Desktop Entry]\nType=Application\n" + std::string(2 * 1024 * 1024, '#'));
+  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(path)));
+}
+
+TEST_F(DesktopEntryTest, IsNotShownWhenTheEntrySaysSo) {
+  EXPECT_FALSE(entry("Name=P\nExec=/bin/sh\nNoDisplay=true\n").isShown);
+  EXPECT_FALSE(entry("Name=P\nExec=/bin/sh\nHidden=true\n").isShown);
+}
+
+} // namespace
+} // namespace orbel

@@ -1,0 +1,63 @@
+// Windows that the test opens and closes.
+#pragma once
+
+#include "backends/linux/Observers.h"
+#include "backends/linux/TopLevelWindows.h"
+
+#include <map>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace orbel {
+
+class FakeTopLevelWindows : public TopLevelWindows {
+public:
+  std::vector<TopLevelWindow> windows() const override { return list; }
+  Registration observeChanges(std::function<void()> block) override {
+    return m_observers.add(std::move(block));
+  }
+  std::optional<std::uint64_t> activeWindow() const override { return active; }
+  bool activate(std::uint64_t window) override {
+    activated.push_back(window);
+    return true;
+  }
+  bool restore(std::uint64_t window, std::uint64_t summon) override {
+    restored.emplace_back(window, summon);
+    return true;
+  }
+  std::uint64_t summonMark() override { return ++mark; }
+  Bitmap icon(std::uint64_t window, int pixelSize) const override {
+    return icons.contains(window) ? Bitmap(pixelSize, pixelSize) : Bitmap();
+  }
+  std::string makeStartupId(const std::string& entryName) override {
+    if (!givesStartupIds) return {};
+    startupIds.push_back("start-" + std::to_string(startupIds.size() + 1) + "-" + entryName);
+    return startupIds.back();
+  }
+
+  void open(TopLevelWindow window) {
+    window.isNormal = true;
+    list.push_back(std::move(window));
+    changed();
+  }
+  void close(std::uint64_t id) {
+    std::erase_if(list, [id](const TopLevelWindow& window) { return window.id == id; });
+    changed();
+  }
+  void changed() { m_observers.call(); }
+
+  std::vector<TopLevelWindow> list;
+  std::optional<std::uint64_t> active;
+  std::map<std::uint64_t, bool> icons;
+  bool givesStartupIds = true;
+  std::vector<std::string> startupIds;
+  std::vector<std::uint64_t> activated;
+  std::vector<std::pair<std::uint64_t, std::uint64_t>> restored;
+  std::uint64_t mark = 100;
+
+private:
+  Observers m_observers;
+};
+
+} // namespace orbel

@@ -1,0 +1,84 @@
+#include "backends/linux/FileStorage.h"
+
+#include "DesktopSandbox.h"
+#include "OtherUser.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <filesystem>
+
+namespace orbel {
+namespace {
+
+class FileStorageTest : public testing::Test {
+protected:
+  using Outcome = FileStorage::Outcome;
+  const std::string folder = DesktopSandbox::shared().makeFolder();
+  const std::string path = folder + "/file";
+};
+
+TEST_F(FileStorageTest, ReadsAFileUpToTheLimit) {
+  DesktopSandbox::write(path, "12345");
+  EXPECT_EQ(FileStorage::read(path, 5).bytes, DesktopSandbox::bytes("12345"));
+  EXPECT_EQ(FileStorage::read(path, 4).outcome, Outcome::tooLarge);
+  EXPECT_TRUE(FileStorage::read(path, 4).bytes.empty());
+}
+
+TEST_F(FileStorageTest, TellsAMissingFileFromOneThatIsRefused) {
+  EXPECT_EQ(FileStorage::read(path, 5).outcome, Outcome::missing);
+  EXPECT_EQ(FileStorage::read(folder, 5).outcome, Outcome::refused);
+  ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
+  EXPECT_EQ(FileStorage::read(path, 5).outcome, Outcome::refused);
+  EXPECT_EQ(FileStorage::read("/dev/zero", 5).outcome, Outcome::refused);
+}
+
+TEST_F(FileStorageTest, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
+  EXPECT_TRUE(passesAsOtherUser([&] {
+    const std::string own = folder + "/own";
+    ASSERT_EQ(::mkdir(own.c_str(), 0755), 0);
+    DesktopSandbox::write(own + "/file", "old");
+    ::chmod(own.c_str(), 0555);
+    EXPECT_EQ(FileStorage::replace(own + "/file", DesktopSandbox::bytes("new")), "Permission denied");
+    EXPECT_EQ(DesktopSandbox::read(own + "/file"), "old");
+    ::chmod(own.c_str(), 0755);
+  }));
+  EXPECT_TRUE(FileStorage::replace(folder + "/no/folder/file", {}).has_value());
+}
+
+TEST_F(FileStorageTest, LeavesNothingBehindWhenTheNameCannotBeTaken) {
+  std::filesystem::create_directory(path); // a file cannot be renamed over a folder
+  EXPECT_TRUE(FileStorage::replace(path, DesktopSandbox::bytes("x")).has_value());
+  EXPECT_EQ(DesktopSandbox::list(folder), std::vector<std::string>{"file"});
+}
+
+TEST_F(FileStorageTest, FollowsChainsOfLinksAndStopsAtCircles) {
+  std::filesystem::create_directory(folder + "/sub");
+  ASSERT_EQ(::symlink("sub/b", (folder + "/a").c_str()), 0);
+  ASSERT_EQ(::symlink("../file", (folder + "/sub/b").c_str()), 0);
+  EXPECT_EQ(FileStorage::followLinks(folder + "/a"), folder + "/sub/../file");
+  EXPECT_EQ(FileStorage::followLinks(path), path);
+  ASSERT_EQ(::symlink("circle", (folder + "/circle").c_str()), 0);
+  EXPECT_EQ(FileStorage::followLinks(folder + "/circle"), folder + "/circle");
+  EXPECT_EQ(FileStorage::read(folder + "/circle", 5).outcome, Outcome::refused);
+}
+
+TEST_F(FileStorageTest, MakesFoldersAndSaysWhyItCannot) {
+  EXPECT_FALSE(FileStorage::makeFolder(folder + "/a/b/c"));
+  EXPECT_FALSE(FileStorage::makeFolder(folder + "/a/b/c"));
+  EXPECT_TRUE(std::filesystem::is_directory(folder + "/a/b/c"));
+  DesktopSandbox::write(path, "x");
+  EXPECT_TRUE(FileStorage::makeFolder(path));
+  EXPECT_TRUE(FileStorage::makeFolder(path + "/below"));
+}
+
+TEST_F(FileStorageTest, SplitsPaths) {
+  EXPECT_EQ(FileStorage::folderOf("/a/b"), "/a");
+  EXPECT_EQ(FileStorage::folderOf("/a"), "/");
+  EXPECT_EQ(FileStorage::nameOf("/a/b"), "b");
+}
+
+} // namespace
+} // namespace orbel

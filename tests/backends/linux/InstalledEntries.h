@@ -1,0 +1,34 @@
+// Desktop entries for the time of one test, and an index that has seen them come and go.
+#pragma once
+
+#include "DesktopSandbox.h"
+#include "Waiting.h"
+#include "backends/linux/DesktopEntryIndex.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace orbel {
+
+class InstalledEntries {
+public:
+  explicit InstalledEntries(const DesktopEntryIndex& index) : m_index(index) {}
+  ~InstalledEntries() {
+    DesktopSandbox::shared().removeAllEntries();
+    EXPECT_TRUE(waitUntil([this] { return m_index.entries().empty(); }));
+  }
+  InstalledEntries(const InstalledEntries&) = delete;
+  InstalledEntries& operator=(const InstalledEntries&) = delete;
+
+  std::string add(const std::string& identifier, const std::string& lines) {
+    auto path = DesktopSandbox::shared().installEntry(identifier, lines);
+    EXPECT_TRUE(waitUntil([&] { return m_index.withPath(path) != nullptr; })) << path;
+    return path;
+  }
+
+private:
+  const DesktopEntryIndex& m_index;
+};
+
+} // namespace orbel

@@ -1,0 +1,95 @@
+#include "backends/linux/ProcessRecord.h"
+
+#include "DesktopSandbox.h"
+#include "Program.h"
+#include "Waiting.h"
+
+#include <gtest/gtest.h>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orbel {
+namespace {
+
+class ProcessRecordTest : public testing::Test {
+protected:
+  const std::string folder = DesktopSandbox::shared().makeFolder();
+};
+
+TEST_F(ProcessRecordTest, NamesTheExecutableAndTheArguments) {
+  const Program program(folder + "/strange ) name");
+  const auto record = ProcessRecord::read(program.processIdentifier());
+  ASSERT_TRUE(record);
+  EXPECT_EQ(record->executablePath, folder + "/strange ) name");
+  EXPECT_EQ(record->arguments, std::vector<std::string>{folder + "/strange ) name"});
+  EXPECT_EQ(record->appImagePath, std::nullopt);
+  EXPECT_EQ(record->launchedEntryPath, std::nullopt);
+}
+
+TEST_F(ProcessRecordTest, KeepsTheExecutablesPathWhenItsFileIsReplaced) {
+  const Program program(folder + "/updated");
+  ::unlink((folder + "/updated").c_str());
+  EXPECT_EQ(ProcessRecord::read(program.processIdentifier())->executablePath, folder + "/updated");
+}
+
+TEST_F(ProcessRecordTest, TellsProcessesOfTheSameNumberApartByTheirStart) {
+  const auto ours = ProcessRecord::startTimeOf(::getpid());
+  ASSERT_TRUE(ours);
+  EXPECT_EQ(ProcessRecord::startTimeOf(::getpid()), ours);
+  const auto first = ProcessRecord::startTimeOf(1);
+  ASSERT_TRUE(first);
+  EXPECT_LT(*first, *ours);
+}
+
+TEST_F(ProcessRecordTest, HasNothingOfAProcessThatHasEndedEvenIfNobodyCollectedIt) {
+  Program program(folder + "/ends");
+  EXPECT_TRUE(ProcessRecord::startTimeOf(program.processIdentifier()));
+  program.kill();
+  EXPECT_TRUE(waitUntil([&] { return !ProcessRecord::startTimeOf(program.processIdentifier()); }));
+  EXPECT_FALSE(ProcessRecord::read(program.processIdentifier()));
+  EXPECT_FALSE(ProcessRecord::read(0));
+  EXPECT_FALSE(ProcessRecord::read(-1));
+}
+
+TEST_F(ProcessRecordTest, NamesTheAppImageOnlyOfTheProgramInIt) {
+  const Program inside(folder + "/mount/usr/bin/paint",
+                       {"APPDIR=" + folder + "/mount", "APPIMAGE=/apps/Paint.AppImage"});
+  EXPECT_EQ(ProcessRecord::read(inside.processIdentifier())->appImagePath, "/apps/Paint.AppImage");
+  const Program startedByIt(folder + "/elsewhere/browser",
+                            {"APPDIR=" + folder + "/mount", "APPIMAGE=/apps/Paint.AppImage"});
+  EXPECT_EQ(ProcessRecord::read(startedByIt.processIdentifier())->appImagePath, std::nullopt);
+}
+
+TEST_F(ProcessRecordTest, NamesTheEntryOnlyOfTheProcessThatWasStartedByIt) {
+  const Program started(folder + "/a",
+                        {"GIO_LAUNCHED_DESKTOP_FILE=/x/a.desktop", "GIO_LAUNCHED_DESKTOP_FILE_PID=$PID"});
+  EXPECT_EQ(ProcessRecord::read(started.processIdentifier())->launchedEntryPath, "/x/a.desktop");
+  const Program inherited(folder + "/b",
+                          {"GIO_LAUNCHED_DESKTOP_FILE=/x/a.desktop", "GIO_LAUNCHED_DESKTOP_FILE_PID=1"});
+  EXPECT_EQ(ProcessRecord::read(inherited.processIdentifier())->launchedEntryPath, std::nullopt);
+}
+
+TEST_F(ProcessRecordTest, TakesTheScriptForTheProgramThatRunsIt) {
+  Program::makeIdleExecutable(folder + "/interpreter");
+  const std::string script = folder + "/script";
+  // The idle program copies the script to its output and ends, unless it has its standard input to read as
+  // well.
+  DesktopSandbox::write(script, "#!" + folder + "/interpreter -\n");
+  ::chmod(script.c_str(), 0755);
+  const Program program(std::vector<std::string>{script});
+  ASSERT_EQ(ProcessRecord::read(program.processIdentifier())->arguments.size(), 3u);
+  EXPECT_EQ(ProcessRecord::read(program.processIdentifier())->executablePath, script);
+}
+
+TEST_F(ProcessRecordTest, DoesNotTakeADocumentForTheProgram) {
+  const std::string document = folder + "/document";
+  DesktopSandbox::write(document, "#!/bin/sh\n");
+  ::chmod(document.c_str(), 0755);
+  Program::makeIdleExecutable(folder + "/editor");
+  const Program editor({folder + "/editor", "-", document});
+  EXPECT_EQ(ProcessRecord::read(editor.processIdentifier())->executablePath, folder + "/editor");
+}
+
+} // namespace
+} // namespace orbel

@@ -1,0 +1,14 @@
+// Waiting for a condition while the main context runs, never for time alone.
+#pragma once
+
+#include <functional>
+
+namespace orbel {
+
+// True as soon as the condition holds; false when it does not within a deadline far beyond what it can take.
+bool waitUntil(const std::function<bool()>& condition);
+
+// Handles what is ready now.
+void runReadySources();
+
+} // namespace orbel

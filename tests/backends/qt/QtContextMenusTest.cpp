@@ -1,0 +1,189 @@
+#include "backends/qt/QtContextMenus.h"
+
+#include "backends/qt/TestDisplay.h"
+
+#include <QApplication>
+#include <QMenu>
+#include <QPointer>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace orbel {
+namespace {
+
+class QtContextMenusTest : public testing::Test, public ContextMenuDelegate {
+protected:
+  void TearDown() override {
+    m_open.reset();
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+  }
+  void menuWillOpen() override { m_calls += "open "; }
+  void menuDidClose() override {
+    m_calls += "close ";
+    if (m_destroyOnClose) m_open.reset();
+  }
+
+  MenuEntry entry(const std::string& title, std::int64_t tag = 0) {
+    MenuEntry made;
+    made.title = title;
+    made.tag = tag;
+    made.action = [this](const MenuEntry& chosen) {
+      m_calls += "action " + chosen.title + " " + std::to_string(chosen.tag) + " ";
+    };
+    return made;
+  }
+  static MenuEntry separator() {
+    MenuEntry made;
+    made.isSeparator = true;
+    return made;
+  }
+  QMenu& popUp(std::vector<MenuEntry> entries) {
+    m_open = m_menus.popUpAtPointer(std::move(entries), this);
+    return *menu();
+  }
+  static QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+  static void choose(QMenu& shown, int index) {
+    QTest::mouseClick(&shown, Qt::LeftButton, {}, shown.actionGeometry(shown.actions().at(index)).center());
+  }
+
+  PopUpRegistry m_popUps;
+  QtContextMenus m_menus{m_popUps};
+  std::unique_ptr<OpenContextMenu> m_open;
+  std::string m_calls;
+  bool m_destroyOnClose = false;
+};
+
+TEST_F(QtContextMenusTest, TellsOpeningAndClosingAroundAChoiceAndThenActs) {
+  QMenu& shown = popUp({entry("Rename Collection", 7), entry("Ungroup Collection")});
+  EXPECT_EQ(m_calls, "open ");
+  choose(shown, 0);
+  EXPECT_EQ(m_calls, "open close action Rename Collection 7 ");
+}
+
+TEST_F(QtContextMenusTest, IsUsableByKeyboard) {
+  QMenu& shown = popUp({entry("First"), separator(), entry("Second")});
+  QTest::keyClick(&shown, Qt::Key_Down);
+  QTest::keyClick(&shown, Qt::Key_Down);
+  QTest::keyClick(&shown, Qt::Key_Return);
+  EXPECT_EQ(m_calls, "open close action Second 0 ");
+}
+
+TEST_F(QtContextMenusTest, EndsWithoutAnActionOnEscape) {
+  QTest::keyClick(&popUp({entry("First")}), Qt::Key_Escape);
+  EXPECT_EQ(m_calls, "open close ");
+  EXPECT_EQ(menu(), nullptr);
+}
+
+TEST_F(QtContextMenusTest, EndsOnceWithoutAnActionWhenTrackingIsCancelled) {
+  popUp({entry("First")});
+  m_open->cancelTracking();
+  m_open->cancelTracking();
+  EXPECT_EQ(m_calls, "open close ");
+  EXPECT_EQ(menu(), nullptr);
+}
+
+TEST_F(QtContextMenusTest, OpensSubmenusAndActsOnTheirEntries) {
+  MenuEntry openWith = entry("Open With...");
+  openWith.submenu = {entry("Editor", 0), separator(), entry("Viewer", 1)};
+  QMenu& shown = popUp({openWith, entry("Remove")});
+  shown.setActiveAction(shown.actions().at(0));
+  QTest::keyClick(&shown, Qt::Key_Right);
+  QMenu* submenu = menu();
+  ASSERT_NE(submenu, &shown);
+  ASSERT_EQ(submenu->actions().size(), 3);
+  EXPECT_TRUE(submenu->actions().at(1)->isSeparator());
+  choose(*submenu, 2);
+  EXPECT_EQ(m_calls, "open close action Viewer 1 ");
+}
+
+TEST_F(QtContextMenusTest, LeavesHiddenEntriesOut) {
+  MenuEntry hidden = entry("Quit Application");
+  hidden.isHidden = true;
+  const QMenu& shown = popUp({hidden, entry("Remove")});
+  ASSERT_EQ(shown.actions().size(), 1);
+  EXPECT_EQ(shown.actions().at(0)->text(), "Remove");
+}
+
+TEST_F(QtContextMenusTest, DoesNotOpenWithoutAVisibleEntry) {
+  MenuEntry hidden = entry("Quit Application");
+  hidden.isHidden = true;
+  m_open = m_menus.popUpAtPointer({hidden, separator()}, this);
+  ASSERT_NE(m_open, nullptr);
+  EXPECT_EQ(menu(), nullptr);
+  m_open->cancelTracking();
+  EXPECT_EQ(m_calls, "");
+}
+
+TEST_F(QtContextMenusTest, ShowsTitlesAsTheyAreOnOneLineOfBearableWidth) {
+  const QMenu& shown = popUp({entry("Save & Quit"), entry("Two\nlines\tand a tab"), entry(std::string(10000, 'w'))});
+  EXPECT_EQ(shown.actions().at(0)->text(), "Save && Quit");
+  EXPECT_EQ(shown.actions().at(1)->text(), "Two lines and a tab");
+  EXPECT_LT(shown.width(), 600);
+}
+
+TEST_F(QtContextMenusTest, DrawsIconsAtSixteenPoints) {
+  Bitmap pixels(64, 64);
+  std::fill(pixels.pixels.begin(), pixels.pixels.end(), 0xffff0000U);
+  MenuEntry iconic = entry("Editor");
+  iconic.image = Image::withBitmap({320, 320}, pixels);
+  const QMenu& shown = popUp({iconic, entry("Plain")});
+  const QIcon icon = shown.actions().at(0)->icon();
+  ASSERT_EQ(icon.availableSizes(), (QList<QSize>{QSize(16, 16)}));
+  EXPECT_EQ(icon.pixmap(16).toImage().pixelColor(8, 8), QColor(Qt::red));
+  EXPECT_TRUE(shown.actions().at(0)->isIconVisibleInMenu());
+  EXPECT_TRUE(shown.actions().at(1)->icon().isNull());
+}
+
+TEST_F(QtContextMenusTest, ClosesWithoutACallWhenItIsDestroyedWhileOpen) {
+  const QPointer<QMenu> shown = &popUp({entry("First")});
+  m_open.reset();
+  EXPECT_EQ(m_calls, "open ");
+  EXPECT_EQ(menu(), nullptr);
+  EXPECT_TRUE(becomesTrue([&] { return shown.isNull(); }, "the menu is gone"));
+}
+
+TEST_F(QtContextMenusTest, CallsNothingMoreWhenItIsDestroyedAsItCloses) {
+  m_destroyOnClose = true;
+  choose(popUp({entry("First")}), 0);
+  EXPECT_EQ(m_calls, "open close ");
+}
+
+TEST_F(QtContextMenusTest, MayBeDestroyedFromWithinAnAction) {
+  MenuEntry last = entry("Last");
+  last.title = std::string(100, 'x'); // too long to be stored in place: a copy that went would show
+  last.action = [this](const MenuEntry& chosen) {
+    m_open.reset();
+    m_calls += "action " + chosen.title;
+  };
+  choose(popUp({last}), 0);
+  EXPECT_EQ(m_calls, "open close action " + std::string(100, 'x'));
+}
+
+TEST_F(QtContextMenusTest, MayOpenTheNextMenuFromWithinAnAction) {
+  MenuEntry again = entry("Again");
+  again.action = [this](const MenuEntry&) { popUp({entry("Second menu")}); };
+  choose(popUp({again}), 0);
+  ASSERT_NE(menu(), nullptr);
+  choose(*menu(), 0);
+  EXPECT_EQ(m_calls, "open close open close action Second menu 0 ");
+}
+
+TEST_F(QtContextMenusTest, WorksWithoutADelegate) {
+  m_open = m_menus.popUpAtPointer({entry("First")}, nullptr);
+  choose(*menu(), 0);
+  EXPECT_EQ(m_calls, "action First 0 ");
+}
+
+TEST_F(QtContextMenusTest, CountsAsAPopUpWhileItIsOpen) {
+  const QMenu& shown = popUp({entry("First")});
+  const QPoint inside = shown.geometry().center();
+  EXPECT_TRUE(m_popUps.contains(inside));
+  m_open->cancelTracking();
+  EXPECT_FALSE(m_popUps.contains(inside));
+}
+
+} // namespace
+} // namespace orbel

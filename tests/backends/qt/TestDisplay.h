@@ -1,0 +1,32 @@
+// What the tests of this folder share: the private desktop of the round with a display, and waiting while the toolkit's
+// event loop runs.
+#pragma once
+
+#include "harness/DesktopSession.h"
+#include "harness/Waiting.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+#include <string>
+
+namespace orbel {
+
+// The desktop that this process is connected to; null in the round without a display.
+desktop::DesktopSession* testDisplay();
+void setTestDisplay(desktop::DesktopSession* session);
+
+// Lets the toolkit work until the condition holds.
+template <class Condition>
+[[nodiscard]] testing::AssertionResult becomesTrue(Condition condition, const std::string& description) {
+  return desktop::waitFor(
+      [&] {
+        QCoreApplication::processEvents();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return condition();
+      },
+      description);
+}
+
+} // namespace orbel

@@ -1,0 +1,61 @@
+// Starts the toolkit for the tests of this folder, away from the user's own settings: offscreen, or, when the
+// environment chooses the toolkit's X11 platform, on a private desktop. Fixtures "…OnDisplay" need the latter.
+#include "backends/qt/TestDisplay.h"
+#include "harness/TemporaryDirectory.h"
+
+#include <QApplication>
+
+#include <filesystem>
+#include <optional>
+
+namespace orbel {
+
+namespace {
+desktop::DesktopSession* currentDisplay = nullptr;
+
+void takeOver(const desktop::Environment& environment) {
+  for (const auto& [name, value] : environment) qputenv(name.c_str(), QByteArray::fromStdString(value));
+}
+
+int runTests(int argc, char** argv) {
+  std::optional<desktop::DesktopSession> session;
+  std::optional<desktop::TemporaryDirectory> home;
+  if (qgetenv("QT_QPA_PLATFORM") == "xcb") {
+    session.emplace();
+    takeOver(session->environment());
+    setTestDisplay(&*session);
+  } else {
+    home.emplace("orbel-qt");
+    const auto folder = [&](const char* name) { return (home->path() / name).string(); };
+    std::filesystem::create_directories(folder("run"));
+    std::filesystem::permissions(folder("run"), std::filesystem::perms::owner_all);
+    takeOver({{"QT_QPA_PLATFORM", "offscreen"},
+              {"HOME", home->path().string()},
+              {"XDG_CONFIG_HOME", folder("config")},
+              {"XDG_DATA_HOME", folder("data")},
+              {"XDG_RUNTIME_DIR", folder("run")},
+              {"DBUS_SESSION_BUS_ADDRESS", "disabled:"}});
+  }
+  int status = 0;
+  {
+    QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("orbelmenu"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Orbel Menu"));
+    QApplication::setQuitOnLastWindowClosed(false);
+    status = RUN_ALL_TESTS();
+  }
+  setTestDisplay(nullptr);
+  return status;
+}
+} // namespace
+
+desktop::DesktopSession* testDisplay() { return currentDisplay; }
+void setTestDisplay(desktop::DesktopSession* session) { currentDisplay = session; }
+
+} // namespace orbel
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();
+  return orbel::runTests(argc, argv);
+}

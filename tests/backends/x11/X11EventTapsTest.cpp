@@ -1,0 +1,241 @@
+#include "backends/x11/X11EventTaps.h"
+
+#include "backends/x11/RawPointer.h"
+#include "support/X11Test.h"
+
+namespace orbel::test {
+namespace {
+
+constexpr std::uint8_t kPrimary = 1, kMiddle = 2, kSecondary = 3, kWheelUp = 4, kBack = 8;
+
+class X11EventTapsTest : public X11Test {
+protected:
+  void SetUp() override {
+    X11Test::SetUp();
+    m_connection = connect();
+    ASSERT_TRUE(m_connection);
+    m_pointer = std::make_unique<RawPointer>(*m_connection);
+    m_taps = std::make_unique<X11EventTaps>(*m_pointer);
+    m_counting = m_connection->observeEvents([this](const xcb_generic_event_t&) { ++m_events; });
+    m_up = m_taps->makeMouseUpTap([this] { ++m_releases; });
+    m_moved = m_taps->makeMouseMovedTap([this] { ++m_movements; });
+  }
+  void TearDown() override {
+    m_up.reset();
+    m_moved.reset();
+    m_taps.reset();
+    m_pointer.reset();
+    m_connection.reset();
+    X11Test::TearDown();
+  }
+
+  std::unique_ptr<Connection> m_connection;
+  std::unique_ptr<RawPointer> m_pointer;
+  std::unique_ptr<X11EventTaps> m_taps;
+  std::unique_ptr<EventTap> m_up, m_moved;
+  Registration m_counting;
+  int m_events = 0, m_releases = 0, m_movements = 0;
+};
+
+TEST_F(X11EventTapsTest, NothingComesFromTheServerWhileNoTapIsEnabled) {
+  EXPECT_FALSE(m_up->isEnabled());
+  EXPECT_FALSE(m_moved->isEnabled());
+  driver().clickAt(100, 100);
+  m_taps->drain();
+  EXPECT_EQ(m_events, 0);
+
+  m_up->setEnabled(true);
+  m_moved->setEnabled(true);
+  driver().clickAt(120, 100);
+  m_taps->drain();
+  EXPECT_GT(m_events, 0);
+  m_up->setEnabled(false);
+  m_moved->setEnabled(false);
+  m_taps->drain(); // the server knows
+  m_events = m_releases = 0;
+  driver().clickAt(100, 100);
+  m_taps->drain();
+  EXPECT_EQ(m_events, 0);
+  EXPECT_EQ(m_releases, 0);
+}
+
+TEST_F(X11EventTapsTest, TheMouseUpTapAloneGetsReleasesOnly) {
+  m_up->setEnabled(true);
+  driver().moveTo(100, 100);
+  driver().moveTo(200, 200);
+  driver().pressButton(kPrimary);
+  m_taps->drain();
+  EXPECT_EQ(m_events, 0);
+  driver().releaseButton(kPrimary);
+  m_taps->drain();
+  EXPECT_EQ(m_events, 1);
+  EXPECT_EQ(m_releases, 1);
+}
+
+TEST_F(X11EventTapsTest, AReleaseAnywhereIsToldFromTheMainLoop) {
+  const auto other = otherClient({"--at", "100", "100", "--window"});
+  ASSERT_TRUE(iterateUntil([&] { return driver().isViewable(other->window()); }));
+  m_up->setEnabled(true);
+  driver().clickAt(150, 150);
+  EXPECT_TRUE(iterateUntil([&] { return m_releases == 1; }));
+  EXPECT_TRUE(iterateUntil([&] { return other->program().hasWritten("release 1"); })) << "it only listens";
+  driver().clickAt(900, 700); // the bare screen
+  EXPECT_TRUE(iterateUntil([&] { return m_releases == 2; }));
+}
+
+TEST_F(X11EventTapsTest, OtherButtonsAndTheWheelAreNoRelease) {
+  m_up->setEnabled(true);
+  for (const std::uint8_t button : {kMiddle, kSecondary, kWheelUp, std::uint8_t{5}, kBack}) driver().click(button);
+  m_taps->drain();
+  EXPECT_EQ(m_releases, 0);
+}
+
+TEST_F(X11EventTapsTest, ALeftHandersPrimaryButtonIsTheOtherOne) {
+  m_up->setEnabled(true);
+  const std::uint8_t leftHanded[] = {3, 2, 1, 4, 5, 6, 7, 8, 9, 10};
+  const auto set = [&](const std::uint8_t* mapping) {
+    return ownReply(xcb_set_pointer_mapping_reply(driver().xcb(), xcb_set_pointer_mapping(driver().xcb(), 10, mapping),
+                                                  nullptr))
+        ->status;
+  };
+  ASSERT_EQ(set(leftHanded), XCB_MAPPING_STATUS_SUCCESS);
+  driver().click(kPrimary);
+  m_taps->drain();
+  EXPECT_EQ(m_releases, 0);
+  driver().click(kSecondary);
+  m_taps->drain();
+  EXPECT_EQ(m_releases, 1);
+
+  const std::uint8_t rightHanded[] = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};
+  ASSERT_EQ(set(rightHanded), XCB_MAPPING_STATUS_SUCCESS);
+  driver().click(kPrimary);
+  m_taps->drain();
+  EXPECT_EQ(m_releases, 2);
+}
+
+TEST_F(X11EventTapsTest, EventsComeDuringAnotherProgramsGrabOfThePointer) {
+  const auto other = otherClient({"--window", "--grab-pointer"});
+  ASSERT_TRUE(other->program().hasWritten("pointer grabbed"));
+  m_up->setEnabled(true);
+  m_moved->setEnabled(true);
+  driver().clickAt(300, 300);
+  EXPECT_TRUE(iterateUntil([&] { return m_releases == 1; }));
+  EXPECT_GE(m_movements, 1);
+}
+
+TEST_F(X11EventTapsTest, EveryMovementIsTold) {
+  m_moved->setEnabled(true);
+  for (int step = 1; step <= 5; ++step) driver().moveTo(100 + step * 10, 100);
+  EXPECT_TRUE(iterateUntil([&] { return m_movements == 5; }));
+}
+
+TEST_F(X11EventTapsTest, MovementsWithAButtonHeldAreADragAndLeftOut) {
+  m_moved->setEnabled(true);
+  for (const std::uint8_t button : {kPrimary, kMiddle, kSecondary, kBack}) {
+    driver().pressButton(button);
+    driver().moveTo(100 + button, 100);
+    m_taps->drain();
+    EXPECT_EQ(m_movements, 0) << int{button};
+    driver().releaseButton(button);
+  }
+  driver().moveTo(300, 300);
+  m_taps->drain();
+  EXPECT_EQ(m_movements, 1);
+}
+
+TEST_F(X11EventTapsTest, OneOfTwoHeldButtonsIsStillADrag) {
+  m_moved->setEnabled(true);
+  driver().pressButton(kPrimary);
+  driver().pressButton(kSecondary);
+  driver().releaseButton(kPrimary);
+  driver().moveTo(300, 300);
+  m_taps->drain();
+  EXPECT_EQ(m_movements, 0);
+  driver().releaseButton(kSecondary);
+  driver().moveTo(320, 300);
+  m_taps->drain();
+  EXPECT_EQ(m_movements, 1);
+}
+
+TEST_F(X11EventTapsTest, AButtonThatWasHeldBeforeTheTapWasEnabledIsADragToo) {
+  driver().pressButton(kSecondary);
+  m_moved->setEnabled(true);
+  driver().moveTo(300, 300);
+  m_taps->drain();
+  EXPECT_EQ(m_movements, 0);
+  driver().releaseButton(kSecondary);
+  driver().moveTo(320, 300);
+  m_taps->drain();
+  EXPECT_EQ(m_movements, 1);
+}
+
+TEST_F(X11EventTapsTest, TurningTheWheelIsNoDrag) {
+  m_moved->setEnabled(true);
+  driver().pressButton(kWheelUp);
+  driver().moveTo(300, 300);
+  driver().releaseButton(kWheelUp);
+  m_taps->drain();
+  EXPECT_EQ(m_movements, 1);
+}
+
+TEST_F(X11EventTapsTest, DrainingLetsTheTapHandleAReleaseThatHasHappened) {
+  m_up->setEnabled(true);
+  driver().click(kPrimary);
+  EXPECT_EQ(m_releases, 0);
+  m_taps->drain();
+  EXPECT_EQ(m_releases, 1);
+}
+
+TEST_F(X11EventTapsTest, ATapThatIsGoneListensNoMore) {
+  m_up->setEnabled(true);
+  m_up.reset();
+  driver().click(kPrimary);
+  m_taps->drain();
+  EXPECT_EQ(m_events, 0);
+}
+
+TEST_F(X11EventTapsTest, ATapMayBeDisabledFromItsOwnCallback) {
+  int releases = 0;
+  std::unique_ptr<EventTap> tap;
+  tap = m_taps->makeMouseUpTap([&] {
+    ++releases;
+    tap->setEnabled(false);
+  });
+  tap->setEnabled(true);
+  driver().click(kPrimary);
+  driver().click(kPrimary);
+  m_taps->drain();
+  EXPECT_EQ(releases, 1);
+}
+
+TEST_F(X11EventTapsTest, ListeningIsAllowedAndAnUnreadableTouchpadIsNotTrusted) {
+  EXPECT_TRUE(m_taps->isTrusted());
+  X11EventTaps unreadable(*m_pointer, {.makeTap = {}, .isTrusted = [] { return false; }});
+  EXPECT_FALSE(unreadable.isTrusted());
+}
+
+TEST_F(X11EventTapsTest, WithoutASourceOfTouchesTheTapSaysSoWhenItIsEnabled) {
+  const auto tap = m_taps->makeTouchTap({});
+  EXPECT_TRUE(log().empty());
+  tap->setEnabled(true);
+  EXPECT_TRUE(tap->isEnabled());
+  EXPECT_TRUE(hasLogged("no source of touches"));
+}
+
+TEST_F(X11EventTapsTest, TouchesComeFromTheGivenSource) {
+  TouchHandlers given;
+  X11EventTaps taps(*m_pointer, {.makeTap =
+                                     [&](TouchHandlers handlers) {
+                                       given = std::move(handlers);
+                                       return m_pointer ? X11EventTaps(*m_pointer).makeMouseUpTap({}) : nullptr;
+                                     },
+                                 .isTrusted = {}});
+  int magnified = 0;
+  const auto tap = taps.makeTouchTap({.touchesChanged = {}, .magnified = [&] { ++magnified; }});
+  ASSERT_TRUE(tap);
+  given.magnified();
+  EXPECT_EQ(magnified, 1);
+}
+
+} // namespace
+} // namespace orbel::test

@@ -1,0 +1,343 @@
+#include "backends/x11/X11HotKeys.h"
+
+#include "backends/x11/EscapeGrab.h"
+#include "backends/x11/PassiveKeyGrabs.h"
+#include "support/KeyboardGroup.h"
+#include "support/X11Test.h"
+
+#include <linux/input-event-codes.h>
+
+
+namespace orbel::test {
+namespace {
+
+constexpr std::uint64_t kSpace = 49;
+constexpr std::uint64_t kKeyM = 46;
+constexpr std::uint32_t kCommand = 256;
+constexpr std::uint32_t kShift = 512;
+constexpr std::uint32_t kOption = 2048;
+constexpr std::uint32_t kControl = 4096;
+
+class X11HotKeysTest : public X11Test {
+protected:
+  void SetUp() override {
+    X11Test::SetUp();
+    m_connection = connect();
+    ASSERT_TRUE(m_connection);
+    m_grabs = std::make_unique<PassiveKeyGrabs>(*m_connection);
+    m_hotKeys = std::make_unique<X11HotKeys>(*m_grabs);
+    m_handler = m_hotKeys->installHandler([this](HotKeyIdentity identity) { m_pressed.push_back(identity.number); });
+  }
+  void TearDown() override {
+    m_handler.reset();
+    m_hotKeys.reset();
+    m_grabs.reset();
+    m_connection.reset();
+    X11Test::TearDown();
+  }
+
+  Registration registerSpace(std::uint32_t modifiers, std::uint32_t number) {
+    return m_hotKeys->registerHotKey(kSpace, modifiers, {0x4D415353, number});
+  }
+  // Everything that was typed so far has been handled.
+  void settle() {
+    driver().sync();
+    m_connection->drain();
+    iterateWhatIsPending();
+    m_connection->drain(); // the server has dealt with what came of it
+  }
+  using Numbers = std::vector<std::uint32_t>;
+
+  std::unique_ptr<Connection> m_connection;
+  std::unique_ptr<PassiveKeyGrabs> m_grabs;
+  std::unique_ptr<X11HotKeys> m_hotKeys;
+  Registration m_handler;
+  Numbers m_pressed;
+};
+
+TEST_F(X11HotKeysTest, APressIsToldWithItsIdentityFromTheMainLoop) {
+  HotKeyIdentity told;
+  m_handler.reset();
+  m_handler = m_hotKeys->installHandler([&](HotKeyIdentity identity) { told = identity; });
+  const auto hotKey = registerSpace(kOption, 7);
+  ASSERT_TRUE(hotKey);
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  EXPECT_TRUE(iterateUntil([&] { return told == HotKeyIdentity{0x4D415353, 7}; }));
+}
+
+TEST_F(X11HotKeysTest, EveryModifierIsItsOwnKey) {
+  const auto command = registerSpace(kCommand, 1);
+  const auto option = registerSpace(kOption, 2);
+  const auto control = registerSpace(kControl, 3);
+  const auto shift = registerSpace(kShift, 4);
+  const auto all = registerSpace(kCommand | kOption | kControl | kShift, 5);
+  driver().tapKeys({KEY_LEFTMETA, KEY_SPACE});
+  driver().tapKeys({KEY_RIGHTMETA, KEY_SPACE});
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  driver().tapKeys({KEY_RIGHTCTRL, KEY_SPACE});
+  driver().tapKeys({KEY_LEFTSHIFT, KEY_SPACE});
+  driver().tapKeys({KEY_LEFTMETA, KEY_LEFTALT, KEY_LEFTCTRL, KEY_LEFTSHIFT, KEY_SPACE});
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1, 1, 2, 3, 4, 5}); }));
+}
+
+TEST_F(X11HotKeysTest, FewerOrMoreModifiersAreAnotherCombination) {
+  const auto hotKey = registerSpace(kOption | kShift, 1);
+  driver().tapKey(KEY_SPACE);
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  driver().tapKeys({KEY_LEFTALT, KEY_LEFTSHIFT, KEY_LEFTCTRL, KEY_SPACE});
+  settle();
+  EXPECT_EQ(m_pressed, Numbers());
+}
+
+TEST_F(X11HotKeysTest, CapsLockAndNumLockMakeNoDifference) {
+  const auto hotKey = registerSpace(kOption, 1);
+  Numbers expected;
+  // Caps Lock, both, Num Lock.
+  for (const std::uint16_t lock : std::vector<std::uint16_t>{KEY_CAPSLOCK, KEY_NUMLOCK, KEY_CAPSLOCK}) {
+    driver().tapKey(lock);
+    driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+    expected.push_back(1);
+    EXPECT_TRUE(iterateUntil([&] { return m_pressed == expected; })) << expected.size();
+  }
+}
+
+TEST_F(X11HotKeysTest, AHeldKeyIsOnePress) {
+  const auto hotKey = registerSpace(kOption, 1);
+  int presses = 0;
+  const auto counting = m_connection->observeEvents(
+      [&](const xcb_generic_event_t& event) { presses += (event.response_type & 0x7F) == XCB_KEY_PRESS; });
+  driver().pressKey(KEY_LEFTALT);
+  driver().pressKey(KEY_SPACE);
+  EXPECT_TRUE(iterateUntil([&] { return presses >= 4; })) << "the keyboard does not repeat";
+  driver().releaseKey(KEY_SPACE);
+  driver().releaseKey(KEY_LEFTALT);
+  settle();
+  EXPECT_EQ(m_pressed, Numbers({1}));
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1, 1}); }));
+}
+
+TEST_F(X11HotKeysTest, AKeyWhoseReleaseWentElsewhereTriggersTheNextTime) {
+  const auto space = registerSpace(kOption, 1);
+  const auto letter = m_hotKeys->registerHotKey(kKeyM, kOption, {0, 2});
+  driver().pressKey(KEY_LEFTALT);
+  driver().pressKey(KEY_SPACE);
+  driver().pressKey(KEY_M);
+  driver().releaseKey(KEY_SPACE); // ends the grab: the release of M is not ours any more
+  driver().releaseKey(KEY_M);
+  settle();
+  EXPECT_EQ(m_pressed, Numbers({1, 2}));
+  driver().tapKey(KEY_M);
+  driver().releaseKey(KEY_LEFTALT);
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1, 2, 2}); }));
+}
+
+TEST_F(X11HotKeysTest, AnEndedRegistrationIsSilentAndFreesTheCombination) {
+  auto hotKey = registerSpace(kOption, 1);
+  EXPECT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1));
+  hotKey.reset();
+  settle();
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  settle();
+  EXPECT_EQ(m_pressed, Numbers());
+  for (const unsigned locks : {0U, 2U, 16U, 18U})
+    EXPECT_TRUE(driver().grabKey(KEY_SPACE, static_cast<std::uint16_t>(XCB_MOD_MASK_1 | locks))) << locks;
+}
+
+TEST_F(X11HotKeysTest, ACombinationOfAnotherProgramIsRefusedAndLogged) {
+  ASSERT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1));
+  EXPECT_TRUE(m_hotKeys->isTakenByAnotherProgram(kSpace, kOption));
+  EXPECT_TRUE(log().empty());
+  EXPECT_FALSE(registerSpace(kOption, 1));
+  EXPECT_TRUE(hasLogged("another program holds Alt+key 57"));
+}
+
+TEST_F(X11HotKeysTest, OneRefusedLockVariantUndoesTheOthers) {
+  ASSERT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1 | XCB_MOD_MASK_LOCK));
+  EXPECT_FALSE(registerSpace(kOption, 1));
+  settle();
+  EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1));
+  EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1 | XCB_MOD_MASK_2));
+}
+
+TEST_F(X11HotKeysTest, AskingWhetherACombinationIsTakenKeepsNothing) {
+  EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(kSpace, kOption));
+  settle();
+  EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1));
+}
+
+TEST_F(X11HotKeysTest, OurOwnCombinationIsNotAnotherProgramsAndStaysWhenAskedAbout) {
+  const auto hotKey = registerSpace(kOption, 1);
+  EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(kSpace, kOption));
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1}); }));
+}
+
+TEST_F(X11HotKeysTest, ReplacingARegistrationByTheSameCombinationKeepsIt) {
+  auto earlier = registerSpace(kOption, 1);
+  const auto later = registerSpace(kOption, 2);
+  ASSERT_TRUE(later);
+  earlier.reset();
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({2}); }));
+}
+
+TEST_F(X11HotKeysTest, AKeyThatNoKeyboardHasIsRefusedAndLogged) {
+  EXPECT_FALSE(m_hotKeys->registerHotKey(52, kOption, {0, 1}));
+  EXPECT_TRUE(hasLogged("virtual key code 52"));
+  EXPECT_FALSE(m_hotKeys->registerHotKey(0x7FFFFFFFFFFFFFFF, kOption, {0, 1}));
+  EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(52, kOption));
+}
+
+TEST_F(X11HotKeysTest, OnlyOneHandlerIsInstalledAtATime) {
+  EXPECT_FALSE(m_hotKeys->installHandler([](HotKeyIdentity) {}));
+  EXPECT_FALSE(log().empty());
+  m_handler.reset();
+  const auto hotKey = registerSpace(kOption, 1);
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  settle();
+  EXPECT_EQ(m_pressed, Numbers());
+  EXPECT_TRUE(m_hotKeys->installHandler([](HotKeyIdentity) {}));
+}
+
+TEST_F(X11HotKeysTest, AHandlerMayEndItsOwnHotKeyAndAnother) {
+  Registration one, other;
+  m_handler.reset();
+  m_handler = m_hotKeys->installHandler([&](HotKeyIdentity identity) {
+    m_pressed.push_back(identity.number);
+    one.reset();
+    other.reset();
+  });
+  one = registerSpace(kOption, 1);
+  other = registerSpace(kOption, 2);
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  settle();
+  EXPECT_EQ(m_pressed, Numbers({1}));
+}
+
+TEST_F(X11HotKeysTest, AnotherLayoutKeepsTheKeysWhereTheyAre) {
+  const auto hotKey = m_hotKeys->registerHotKey(6, kOption, {0, 1}); // the key Z of an American keyboard
+  run({"setxkbmap", "de"});
+  iterateWhatIsPending();
+  driver().tapKeys({KEY_LEFTALT, KEY_Z});
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1}); }));
+  run({"setxkbmap", "us"});
+  iterateWhatIsPending();
+  driver().tapKeys({KEY_LEFTALT, KEY_Z});
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1, 1}); }));
+}
+
+TEST_F(X11HotKeysTest, TheSecondGroupOfALayoutMakesNoDifference) {
+  run({"setxkbmap", "-layout", "us,ru"});
+  const auto hotKey = registerSpace(kOption, 1);
+  lockKeyboardGroup(driver().xcb(), 1);
+  driver().sync();
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1}); }));
+}
+
+TEST_F(X11HotKeysTest, GrabsFollowAModifierThatMovesToAnotherBit) {
+  const auto hotKey = registerSpace(kCommand, 1);
+  ASSERT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_4));
+  // Super moves from Mod4 to Mod3 and Num Lock from Mod2 to Mod4.
+  const std::uint8_t superLeft = 133, numLock = 77, altLeft = 64, shiftLeft = 50, capsLock = 66, controlLeft = 37;
+  const std::uint8_t keys[8] = {shiftLeft, capsLock, controlLeft, altLeft, 0, superLeft, numLock, 0};
+  const auto reply = ownReply(xcb_set_modifier_mapping_reply(
+      driver().xcb(), xcb_set_modifier_mapping(driver().xcb(), 1, keys), nullptr));
+  ASSERT_TRUE(reply && reply->status == XCB_MAPPING_STATUS_SUCCESS);
+
+  settle();
+  EXPECT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_3)) << "the grab has not moved";
+  EXPECT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_3 | XCB_MOD_MASK_4)) << "no variant for the new Num Lock";
+  EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_2)) << "nothing of ours is left behind";
+}
+
+TEST_F(X11HotKeysTest, AGrabThatCannotFollowIsLoggedAndComesBack) {
+  const auto hotKey = registerSpace(kCommand, 1);
+  ASSERT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_3));
+  const auto setSuper = [&](std::size_t modifier) {
+    std::uint8_t keys[8] = {50, 66, 37, 64, 77, 0, 0, 0};
+    keys[modifier] = 133;
+    ownReply(xcb_set_modifier_mapping_reply(driver().xcb(), xcb_set_modifier_mapping(driver().xcb(), 1, keys), nullptr));
+  };
+  setSuper(5);
+  settle();
+  EXPECT_TRUE(hasLogged("after a change of the keyboard layout another program holds Super+key 57"));
+  setSuper(6);
+  settle();
+  EXPECT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_4));
+}
+
+TEST_F(X11HotKeysTest, AnotherProgramsKeyboardGrabKeepsHotKeysSilentAndNothingBreaks) {
+  const auto hotKey = registerSpace(kOption, 1);
+  auto other = otherClient({"--window", "--grab-keyboard"});
+  ASSERT_TRUE(other->program().hasWritten("keyboard grabbed"));
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  settle();
+  EXPECT_EQ(m_pressed, Numbers());
+  other.reset();
+  driver().sync();
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1}); }));
+}
+
+TEST_F(X11HotKeysTest, EscapeIsGrabbedWhileEnabledWhateverTheLocksAre) {
+  int escapes = 0;
+  EscapeGrab escape(*m_grabs, [&] { ++escapes; });
+  driver().tapKey(KEY_ESC);
+  settle();
+  EXPECT_EQ(escapes, 0);
+  escape.setEnabled(true);
+  EXPECT_TRUE(escape.isEnabled());
+  driver().tapKey(KEY_ESC);
+  EXPECT_TRUE(iterateUntil([&] { return escapes == 1; }));
+  driver().tapKey(KEY_CAPSLOCK);
+  driver().tapKey(KEY_NUMLOCK);
+  driver().tapKey(KEY_ESC);
+  EXPECT_TRUE(iterateUntil([&] { return escapes == 2; }));
+  driver().tapKeys({KEY_LEFTSHIFT, KEY_ESC});
+  settle();
+  EXPECT_EQ(escapes, 2) << "Escape alone is meant";
+  escape.setEnabled(false);
+  driver().tapKey(KEY_ESC);
+  settle();
+  EXPECT_EQ(escapes, 2);
+}
+
+TEST_F(X11HotKeysTest, TheEscapeGrabSilencesNeitherHotKeysNorTyping) {
+  int escapes = 0;
+  EscapeGrab escape(*m_grabs, [&] { ++escapes; });
+  escape.setEnabled(true);
+  const auto hotKey = registerSpace(kOption, 1);
+  const auto other = otherClient({"--window"});
+  ASSERT_TRUE(iterateUntil([&] { return driver().isViewable(other->window()); }));
+  xcb_set_input_focus(driver().xcb(), XCB_INPUT_FOCUS_PARENT, other->window(), XCB_CURRENT_TIME);
+  driver().sync();
+  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
+  driver().tapKey(KEY_A);
+  driver().tapKey(KEY_ESC);
+  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1}) && escapes == 1; }));
+  EXPECT_TRUE(iterateUntil([&] { return other->program().hasWritten("key " + std::to_string(KEY_A + 8)); }));
+  EXPECT_FALSE(other->program().hasWritten("key " + std::to_string(KEY_ESC + 8)));
+}
+
+TEST_F(X11HotKeysTest, AnEscapeThatAnotherProgramHoldsLeavesTheGrabOffAndLogsIt) {
+  ASSERT_TRUE(driver().grabKey(KEY_ESC, 0));
+  EscapeGrab escape(*m_grabs, [] {});
+  escape.setEnabled(true);
+  EXPECT_FALSE(escape.isEnabled());
+  EXPECT_TRUE(hasLogged("another program holds key 1"));
+}
+
+TEST_F(X11HotKeysTest, WhenTheGrabsGoEverythingIsFreeAndLateRegistrationsAreHarmless) {
+  auto hotKey = registerSpace(kOption, 1);
+  m_handler.reset();
+  m_hotKeys.reset();
+  m_grabs.reset();
+  driver().sync();
+  EXPECT_TRUE(iterateUntil([&] { return driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1); }));
+  hotKey.reset();
+}
+
+} // namespace
+} // namespace orbel::test

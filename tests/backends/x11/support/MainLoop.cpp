@@ -1,0 +1,29 @@
+#include "support/MainLoop.h"
+
+#include <glib.h>
+
+namespace orbel::test {
+
+namespace {
+constexpr gint64 kPatience = 15 * G_USEC_PER_SEC;
+constexpr guint kLookAgain = 2; // milliseconds: a condition may depend on another process
+} // namespace
+
+bool iterateUntil(const std::function<bool()>& condition) {
+  const gint64 deadline = g_get_monotonic_time() + kPatience;
+  const guint wake = g_timeout_add(kLookAgain, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
+  bool holds = condition();
+  while (!holds && g_get_monotonic_time() < deadline) {
+    g_main_context_iteration(nullptr, TRUE);
+    holds = condition();
+  }
+  g_source_remove(wake);
+  return holds;
+}
+
+void iterateWhatIsPending() {
+  while (g_main_context_iteration(nullptr, FALSE)) {
+  }
+}
+
+} // namespace orbel::test

@@ -1,0 +1,21 @@
+// A program that opens documents: writes "open <argument>" for each, then shows a window like test-window.
+#include "clients/ClientOptions.h"
+#include "clients/ClientWindow.h"
+#include "clients/EventLog.h"
+
+#include <cstdlib>
+#include <exception>
+#include <iostream>
+
+int main(int argumentCount, char** arguments) try {
+  using namespace orbel::desktop;
+  const ClientOptions options = ClientOptions::parse({arguments + 1, arguments + argumentCount});
+  EventLog log(options.log);
+  for (const std::string& document : options.documents)
+    log.write("open " + document);
+  ClientWindow(options, log).run();
+  return EXIT_SUCCESS;
+} catch (const std::exception& error) {
+  std::cerr << error.what() << '\n';
+  return EXIT_FAILURE;
+}

@@ -1,0 +1,109 @@
+// A whole private desktop for one test: home and XDG folders, X server, session bus, window manager,
+// wallpaper. Everything ends with the object; after a failed test the logs of all programs are printed and
+// the folder stays, with a picture of the screen in it.
+//
+//   DesktopSession session({.windowManager = WindowManagerKind::openbox});
+//   TestWindow window(session, {.title = "Letters"});
+//   session.input().clickAt(window.frame().center());
+#pragma once
+
+#include "harness/ChildProcess.h"
+#include "harness/DesktopEntries.h"
+#include "harness/DisplayConnection.h"
+#include "harness/Input.h"
+#include "harness/PreferencesFile.h"
+#include "harness/Screen.h"
+#include "harness/SessionBus.h"
+#include "harness/TemporaryDirectory.h"
+#include "harness/VirtualDisplay.h"
+#include "harness/Wallpaper.h"
+#include "harness/WindowManager.h"
+#include "harness/Windows.h"
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orbel::desktop {
+
+enum class Background { wallpaper, plain };
+enum class BusPresence { running, absent };
+
+struct DesktopSessionOptions {
+  WindowManagerKind windowManager = WindowManagerKind::openbox; // xfwm4 needs the bus
+  Background background = Background::wallpaper;
+  BusPresence bus = BusPresence::running;
+};
+
+struct RunResult {
+  int exitStatus = 0; // negative signal number where one ended it
+  std::string output;
+  std::string errors;
+};
+
+class DesktopSession {
+public:
+  // Throws std::runtime_error when some part of the desktop does not come up.
+  explicit DesktopSession(const DesktopSessionOptions& options = {});
+  ~DesktopSession();
+  DesktopSession(const DesktopSession&) = delete;
+  DesktopSession& operator=(const DesktopSession&) = delete;
+
+  // What a program started in this session finds in its environment; complete, nothing of the test's own is
+  // in it but PATH and the sanitizers' options.
+  const Environment& environment() const { return m_environment; }
+  std::filesystem::path home() const { return m_folder.path() / "home"; }
+  std::filesystem::path configurationFolder() const { return m_folder.path() / "config"; } // $XDG_CONFIG_HOME
+  std::filesystem::path userDataFolder() const { return m_folder.path() / "data"; }        // $XDG_DATA_HOME
+  std::filesystem::path dataFolder() const { return m_folder.path() / "share"; }           // $XDG_DATA_DIRS
+  std::filesystem::path runtimeFolder() const { return m_folder.path() / "run"; }
+  std::filesystem::path logFile(const std::string& name) const {
+    return m_folder.path() / "logs" / (name + ".log");
+  }
+  // "<prefix>-1.log" and so on: for programs that a test starts several times.
+  std::filesystem::path freshLogFile(const std::string& prefix) const;
+
+  DisplayConnection& display() { return *m_display; }
+  Windows& windows() { return *m_windows; }
+  Input& input() { return *m_input; }
+  Screen& screen() { return *m_screen; }
+  DesktopEntries& entries() { return m_entries; }
+  PreferencesFile& preferences() { return m_preferences; }
+  // Throws std::bad_optional_access in a session without a bus.
+  SessionBus& bus() { return m_bus.value(); }
+  WindowManager& windowManager() { return *m_windowManager; }
+  void restartWindowManager();
+
+  // Starts a program whose log is logFile(name). It must end before the session does.
+  std::unique_ptr<ChildProcess> start(const std::string& name, const std::vector<std::string>& command,
+                                      const Environment& changes = {});
+  // Runs a program to its end; throws std::runtime_error when it takes longer than kPatience.
+  RunResult run(const std::vector<std::string>& command, const Environment& changes = {});
+  // A copy of the program under another name in the session's own folder, so that several desktop entries can
+  // run the same client as different executables.
+  std::filesystem::path copyProgram(const std::filesystem::path& program, const std::string& name);
+
+private:
+  void makeFolders();
+  void makeEnvironment();
+  void startWindowManager(const DesktopSessionOptions& options);
+  void leaveEvidence() noexcept;
+
+  TemporaryDirectory m_folder;
+  Environment m_environment;
+  DesktopEntries m_entries;
+  PreferencesFile m_preferences;
+  std::optional<VirtualDisplay> m_server;
+  std::unique_ptr<DisplayConnection> m_display;
+  std::optional<SessionBus> m_bus;
+  std::optional<Wallpaper> m_wallpaper;
+  std::optional<WindowManager> m_windowManager;
+  std::optional<Windows> m_windows;
+  std::optional<Input> m_input;
+  std::optional<Screen> m_screen;
+  int m_runCount = 0;
+};
+
+} // namespace orbel::desktop

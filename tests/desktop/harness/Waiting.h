@@ -1,0 +1,48 @@
+// Waiting for something to become true on the desktop. A test never waits for time to pass: it names the
+// condition, and a deadline turns a hang into a readable failure.
+//
+//   ASSERT_TRUE(waitFor([&] { return windows.isViewable(menu); }, "the menu is shown"));
+//
+// A condition returns a bool, or a testing::AssertionResult whose message is part of the failure.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <gtest/gtest.h>
+#include <string>
+#include <utility>
+
+namespace orbel::desktop {
+
+// Far beyond what anything here takes, so that a busy machine fails no test.
+inline constexpr std::chrono::milliseconds kPatience{15000};
+
+[[nodiscard]] testing::AssertionResult
+waitForResult(const std::function<testing::AssertionResult()>& condition, std::chrono::milliseconds timeout,
+              const std::string& description);
+
+// True as soon as the condition holds; it is asked every few milliseconds and once more after the deadline.
+template <class Condition>
+[[nodiscard]] testing::AssertionResult waitFor(Condition condition, std::chrono::milliseconds timeout,
+                                               const std::string& description) {
+  return waitForResult([&] { return testing::AssertionResult(condition()); }, timeout, description);
+}
+
+template <class Condition>
+[[nodiscard]] testing::AssertionResult waitFor(Condition condition, const std::string& description) {
+  return waitFor(std::move(condition), kPatience, description);
+}
+
+[[nodiscard]] testing::AssertionResult watchResult(const std::function<testing::AssertionResult()>& condition,
+                                                   std::chrono::milliseconds duration,
+                                                   const std::string& description);
+
+// Fails as soon as the condition stops holding within the duration. Only for what must NOT happen, where no
+// event tells that it did not; prefer an event that can only come afterwards.
+template <class Condition>
+[[nodiscard]] testing::AssertionResult holdsFor(Condition condition, std::chrono::milliseconds duration,
+                                                const std::string& description) {
+  return watchResult([&] { return testing::AssertionResult(condition()); }, duration, description);
+}
+
+} // namespace orbel::desktop

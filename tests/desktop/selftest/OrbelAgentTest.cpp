@@ -1,0 +1,55 @@
+#include "harness/OrbelAgent.h"
+
+#include "harness/TestWindow.h"
+#include "harness/Waiting.h"
+
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+using namespace orbel::desktop;
+
+namespace {
+
+class OrbelAgentTest : public testing::Test {
+protected:
+  void choose(const std::string& executable) { ::setenv("ORBELMENU_EXECUTABLE", executable.c_str(), 1); }
+  void TearDown() override { ::unsetenv("ORBELMENU_EXECUTABLE"); }
+
+  DesktopSession m_session{{.windowManager = WindowManagerKind::none}};
+};
+
+TEST_F(OrbelAgentTest, IsReadyWithItsBusNameAndQuitsOverTheBus) {
+  choose(TestWindow::clientPath("stand-in-agent").string());
+  OrbelAgent agent(m_session);
+  EXPECT_TRUE(m_session.bus().hasOwner(OrbelAgent::kBusName));
+  EXPECT_TRUE(agent.activate());
+  EXPECT_TRUE(waitFor([&] { return agent.logContains("activated"); }, "it was activated"));
+  EXPECT_TRUE(agent.menuWindows().empty());
+  EXPECT_TRUE(agent.quit());
+  EXPECT_FALSE(agent.isRunning());
+  EXPECT_FALSE(m_session.bus().hasOwner(OrbelAgent::kBusName));
+}
+
+TEST_F(OrbelAgentTest, ReportsAProgramThatEndsAtOnceWithItsLog) {
+  const auto program = m_session.home() / "broken";
+  choose(program.string());
+  ASSERT_EQ(
+      m_session.run({"sh", "-c", "printf '#!/bin/sh\\necho no luck\\nexit 1\\n' > broken; chmod +x broken"})
+          .exitStatus,
+      0);
+  try {
+    const OrbelAgent agent(m_session);
+    FAIL() << "it counts as ready";
+  } catch (const std::runtime_error& error) {
+    EXPECT_STREQ(error.what(), "orbelmenu has ended at once:\nno luck\n");
+  }
+}
+
+TEST_F(OrbelAgentTest, FailsAnActionThatNobodyAnswers) {
+  choose(TestWindow::clientPath("stand-in-agent").string());
+  OrbelAgent agent(m_session);
+  m_session.bus().stop();
+  EXPECT_FALSE(agent.activateAction("show"));
+}
+
+} // namespace

@@ -9,22 +9,31 @@
 #include <memory>
 #include <numbers>
 #include <string>
+#include <vector>
 
 namespace orbel {
 namespace {
 
 class ManyItems : public OrbelViewDataSource {
 public:
-  explicit ManyItems(std::int64_t itemCount) : count(itemCount) {}
+  explicit ManyItems(std::int64_t itemCount) : count(itemCount) {
+    for (std::int64_t index = 0; index < count; ++index) {
+      m_images.push_back(Image::withBitmap({320, 320}, Bitmap(150, 150)));
+    }
+  }
   std::int64_t numberOfSections() override { return 1; }
   std::int64_t numberOfItems(std::int64_t) override { return count; }
   std::shared_ptr<OrbelItem> item(ItemPath path) override {
-    return std::make_shared<OrbelItem>(nullptr, std::to_string(path.position));
+    return std::make_shared<OrbelItem>(m_images[static_cast<std::size_t>(path.position)],
+                                       std::to_string(path.position));
   }
   bool sectionSupportsDrop(std::int64_t) override { return true; }
   bool shouldDisplayTitle(ItemPath) override { return false; }
 
   std::int64_t count;
+
+private:
+  std::vector<ImagePointer> m_images;
 };
 
 class Menu {
@@ -57,7 +66,8 @@ public:
 void pointerReachesAnotherSlot(benchmark::State& state) {
   Menu menu(state.range(0));
   std::int64_t slot = 0;
-  for (auto _ : state) menu.point(slot = (slot + 1) % state.range(0));
+  for (auto _ : state)
+    menu.point(slot = (slot + 1) % state.range(0));
   state.SetComplexityN(state.range(0));
 }
 BENCHMARK(pointerReachesAnotherSlot)
@@ -71,19 +81,22 @@ BENCHMARK(pointerReachesAnotherSlot)
 // The titles alone.
 void pointerMovesWithinASlot(benchmark::State& state) {
   Menu menu(state.range(0));
-  for (auto _ : state) menu.point(7);
+  for (auto _ : state)
+    menu.point(7);
 }
 BENCHMARK(pointerMovesWithinASlot)->Arg(40)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 void layout(benchmark::State& state) {
   Menu menu(state.range(0));
-  for (auto _ : state) menu.view->layoutSubviews();
+  for (auto _ : state)
+    menu.view->layoutSubviews();
 }
 BENCHMARK(layout)->Arg(40)->Arg(1000)->Unit(benchmark::kMicrosecond);
 
 void reload(benchmark::State& state) {
   Menu menu(state.range(0));
-  for (auto _ : state) menu.view->reloadData();
+  for (auto _ : state)
+    menu.view->reloadData();
 }
 BENCHMARK(reload)->Arg(40)->Arg(1000)->Unit(benchmark::kMicrosecond);
 

@@ -67,8 +67,9 @@ void OrbelView::reloadData() {
   replaceSubviews(std::move(outgoing));
   prepareIcons();
   m_lastMouseOverItemIndex = -1;
-  // The new items stand at once where the pointer wants them, magnified already. They had no place before, so none of
-  // them can have the pointer in it: nobody's title is asked for, and one that was taken over stays until a move.
+  // The new items stand at once where the pointer wants them, magnified already. They had no place before, so
+  // none of them can have the pointer in it: nobody's title is asked for, and one that was taken over stays
+  // until a move.
   const ImmediateAnimationGroup immediately;
   trackPointer(Titles::leave);
 }

@@ -14,7 +14,7 @@ protected:
 };
 
 TEST_F(AppMenuItemTest, IsMadeFromAPathWithItsBookmarkAndDisplayName) {
-  platform.workspace.displayNames["/Applications/A.app"] = "A";
+  platform.workspace.displayNames = {{"/Applications/A.app", "A"}};
   const auto item = AppMenuItem::withPath("/Applications/A.app");
   EXPECT_EQ(item->url(), "/Applications/A.app");
   EXPECT_EQ(item->identity(), "AppMenuItem/Applications/A.app");

@@ -17,14 +17,16 @@ ItemSections sectionsOf(std::initializer_list<int> counts) {
   ItemSections sections;
   for (const int count : counts) {
     sections.addSection();
-    for (int index = 0; index < count; ++index) sections.append(std::make_shared<OrbelItem>(Rect()));
+    for (int index = 0; index < count; ++index)
+      sections.append(std::make_shared<OrbelItem>(Rect()));
   }
   return sections;
 }
 
 std::vector<ItemArc> walk(const ItemSections& sections, double startArc, ItemPath gap = {}) {
   std::vector<ItemArc> arcs;
-  for (const ItemArc& arc : ItemArcs(sections, startArc, gap)) arcs.push_back(arc);
+  for (const ItemArc& arc : ItemArcs(sections, startArc, gap))
+    arcs.push_back(arc);
   return arcs;
 }
 
@@ -57,7 +59,8 @@ TEST(ItemArcsTest, ArcsAreAsWideAsTheirShareOfAllSizes) {
 
 TEST(ItemArcsTest, AGapTakesOneNormalSlotInFrontOfItsItem) {
   const auto arcs = walk(sectionsOf({3}), 0, {0, 1});
-  for (const ItemArc& arc : arcs) EXPECT_NEAR(arc.extent, kFullTurn / 4, 1e-12);
+  for (const ItemArc& arc : arcs)
+    EXPECT_NEAR(arc.extent, kFullTurn / 4, 1e-12);
   EXPECT_NEAR(arcs[0].start, 0, 1e-12);
   EXPECT_NEAR(arcs[1].start, kFullTurn / 2, 1e-12);
   EXPECT_NEAR(arcs[2].start, 3 * kFullTurn / 4, 1e-12);
@@ -106,7 +109,8 @@ TEST(ItemArcTest, ZonesAreAQuarterAHalfAndAQuarterOfTheArc) {
 
 TEST(ItemArcTest, ABoundaryBelongsToNoZone) {
   const ItemArc arc{{0, 0}, 0, 1, 4};
-  for (const double boundary : {1.0, 2.0, 4.0, 5.0}) EXPECT_EQ(arc.zoneAt(boundary), ArcZone::none) << boundary;
+  for (const double boundary : {1.0, 2.0, 4.0, 5.0})
+    EXPECT_EQ(arc.zoneAt(boundary), ArcZone::none) << boundary;
 }
 
 TEST(ItemArcTest, ItsEndsAreNotInside) {

@@ -15,7 +15,8 @@ ItemSections sectionsOf(std::initializer_list<int> counts) {
   ItemSections sections;
   for (const int count : counts) {
     sections.addSection();
-    for (int index = 0; index < count; ++index) sections.append(std::make_shared<OrbelItem>(Rect()));
+    for (int index = 0; index < count; ++index)
+      sections.append(std::make_shared<OrbelItem>(Rect()));
   }
   return sections;
 }

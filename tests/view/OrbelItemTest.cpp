@@ -13,7 +13,9 @@
 namespace orbel {
 namespace {
 
-ImagePointer anIcon() { return Image::withBitmap({320, 320}, Bitmap(32, 32)); }
+ImagePointer anIcon() {
+  return Image::withBitmap({320, 320}, Bitmap(32, 32));
+}
 
 class OrbelItemTest : public testing::Test {
 protected:
@@ -168,7 +170,9 @@ TEST_F(OrbelItemTest, EveryChangeOfItsLookDamagesTheDotsPlaceToo) {
     return host.damage;
   };
   const Rect dotOnWindow(57, 11, 6, 6);
-  const auto covers = [&](const Rect& damage) { return damage.unitedWith(dotOnWindow) == damage && !damage.isEmpty(); };
+  const auto covers = [&](const Rect& damage) {
+    return damage.unitedWith(dotOnWindow) == damage && !damage.isEmpty();
+  };
   EXPECT_TRUE(covers(damageOf([&] { item->setHighlighted(true); })));
   EXPECT_TRUE(covers(damageOf([&] { item->setHighlightColor(Color::white(1)); })));
   EXPECT_TRUE(covers(damageOf([&] { item->setSelected(true); })));

@@ -29,7 +29,8 @@ protected:
   std::size_t allocationsOfATurn() {
     movePointer(onCircle(0.01));
     const std::size_t before = allocationCount();
-    for (int step = 0; step < 360; ++step) movePointer(onCircle(degrees(step)));
+    for (int step = 0; step < 360; ++step)
+      movePointer(onCircle(degrees(step)));
     return allocationCount() - before;
   }
 

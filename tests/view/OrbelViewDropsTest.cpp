@@ -66,7 +66,8 @@ TEST_F(OrbelViewDropsTest, AGapBehindASectionsLastItemIsFreeSpaceAtTheEndOfTheCi
   hover(into(1, 4, 0.9));
   ASSERT_EQ(gap(), (ItemPath{0, 2}));
   for (std::int64_t index = 0; index < 4; ++index) {
-    EXPECT_NEAR(directionOf(item(index / 2, index % 2)), (static_cast<double>(index) + 0.5) * 2 * kPi / 5, 1e-9);
+    EXPECT_NEAR(directionOf(item(index / 2, index % 2)), (static_cast<double>(index) + 0.5) * 2 * kPi / 5,
+                1e-9);
   }
 }
 

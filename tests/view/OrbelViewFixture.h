@@ -1,5 +1,5 @@
-// A radial view of 400 by 400 points at (20, 30) of a window whose events the test sends, filled by a recording
-// controller. Points given to the helpers are the view's own.
+// A radial view of 400 by 400 points at (20, 30) of a window whose events the test sends, filled by a
+// recording controller. Points given to the helpers are the view's own.
 #pragma once
 
 #include "doubles/FakePlatform.h"
@@ -35,7 +35,9 @@ protected:
     view->reloadData();
   }
 
-  Point inWindow(Point inView) const { return {inView.x + view->frame().minX(), inView.y + view->frame().minY()}; }
+  Point inWindow(Point inView) const {
+    return {inView.x + view->frame().minX(), inView.y + view->frame().minY()};
+  }
   Point at(double angle, double distance) const {
     return {view->frame().size.width / 2 + distance * std::sin(angle),
             view->frame().size.height / 2 + distance * std::cos(angle)};
@@ -65,7 +67,9 @@ protected:
   double directionOf(const OrbelItem& shown) const {
     return RadialGeometry(view->frame().size, view->totalNumberOfItems()).polar(shown.frame().center()).angle;
   }
-  Point centerOf(std::int64_t section, std::int64_t position) const { return item(section, position).frame().center(); }
+  Point centerOf(std::int64_t section, std::int64_t position) const {
+    return item(section, position).frame().center();
+  }
   std::vector<double> sizes(std::int64_t section = 0) const {
     std::vector<double> result;
     for (std::int64_t position = 0; position < view->numberOfItemsInSection(section); ++position) {
@@ -75,7 +79,8 @@ protected:
   }
   std::vector<std::string> titlesShown() const {
     std::vector<std::string> titles;
-    for (const FakeBubble* bubble : platform.windows.shownBubbles) titles.push_back(bubble->text);
+    for (const FakeBubble* bubble : platform.windows.shownBubbles)
+      titles.push_back(bubble->text);
     return titles;
   }
   std::vector<std::string> titlesInSection(std::int64_t section) const {

@@ -169,9 +169,11 @@ TEST_F(OrbelViewLayoutTest, EveryChangeOfTheFrameLaysOutWithAnimation) {
 TEST_F(OrbelViewLayoutTest, TakesEveryPointItselfWhileEnabledAndNoneWhileNot) {
   fill({4});
   const Point points[] = {inWindow(centerOf(0, 0)), {0, 0}, {-50, 9000}, {220, 230}};
-  for (const Point point : points) EXPECT_EQ(view->hitTest(point), view.get());
+  for (const Point point : points)
+    EXPECT_EQ(view->hitTest(point), view.get());
   view->setEnabled(false);
-  for (const Point point : points) EXPECT_EQ(view->hitTest(point), nullptr);
+  for (const Point point : points)
+    EXPECT_EQ(view->hitTest(point), nullptr);
 }
 
 TEST_F(OrbelViewLayoutTest, TracksThePointerOverItsBoundsOnlyWhileEnabled) {
@@ -201,7 +203,8 @@ TEST_F(OrbelViewLayoutTest, WhileDisabledHearsOfNoPointer) {
 
 TEST_F(OrbelViewLayoutTest, AllRelativeSizesAtZeroDoNoHarm) {
   fill({3});
-  for (std::int64_t position = 0; position < 3; ++position) view->setRelativeSize(0, {0, position});
+  for (std::int64_t position = 0; position < 3; ++position)
+    view->setRelativeSize(0, {0, position});
   view->layoutSubviewsAnimated(false);
   EXPECT_TRUE(std::isnan(item(0, 0).frame().size.width));
   view->reloadData();

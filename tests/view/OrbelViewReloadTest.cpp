@@ -18,8 +18,9 @@ protected:
   // The opacity with which that picture is painted; -1 when it is not.
   double opacityOf(const ImagePointer& image) {
     const RecordingCanvas canvas = painted();
-    const auto call = std::find_if(canvas.calls.begin(), canvas.calls.end(),
-                                   [&](const RecordingCanvas::Call& entry) { return entry.image == image.get(); });
+    const auto call =
+        std::find_if(canvas.calls.begin(), canvas.calls.end(),
+                     [&](const RecordingCanvas::Call& entry) { return entry.image == image.get(); });
     return call != canvas.calls.end() ? call->opacity : -1;
   }
   void settle() {
@@ -136,7 +137,8 @@ TEST_F(OrbelViewReloadTest, ItemsThatStayDoNotBlink) {
   EXPECT_NE(&item(0, 1), old);
   EXPECT_EQ(item(0, 1).presentedOpacity(), 1);
   EXPECT_FALSE(tree.isAnimating());
-  EXPECT_EQ(painted().named("drawImage").size(), 3u) << "the old ones are gone, not fading above the new ones";
+  EXPECT_EQ(painted().named("drawImage").size(), 3u)
+      << "the old ones are gone, not fading above the new ones";
   EXPECT_EQ(opacityOf(image), 1);
 }
 
@@ -186,7 +188,8 @@ TEST_F(OrbelViewReloadTest, OfTwoEqualItemsEachTakesThePlaceOfOne) {
   controller.entries[0].push_back(controller.entries[0][0]);
   view->reloadData();
   int fadingIn = 0;
-  view->sections().forEach([&](const OrbelItem& shown, ItemPath) { fadingIn += shown.presentedOpacity() < 1 ? 1 : 0; });
+  view->sections().forEach(
+      [&](const OrbelItem& shown, ItemPath) { fadingIn += shown.presentedOpacity() < 1 ? 1 : 0; });
   EXPECT_EQ(fadingIn, 1);
 }
 

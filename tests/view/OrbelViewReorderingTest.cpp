@@ -26,7 +26,8 @@ TEST_F(OrbelViewReorderingTest, TheDraggedItemSlidesAlongTheCircleAtOnceAndKeeps
   }
 }
 
-// Five items, (0, 1) dragged: four arcs of 90 degrees, which the first change of slot turns by 36 - 45 degrees.
+// Five items, (0, 1) dragged: four arcs of 90 degrees, which the first change of slot turns by 36 - 45
+// degrees.
 struct Step {
   double degrees;
   ItemPath gap;
@@ -38,29 +39,28 @@ TEST_F(OrbelViewReorderingTest, AWholeTurnAroundTheCircleOpensGapsAndAsksAsTheTa
   fill({5});
   press(centerOf(0, 1));
   const Step walk[] = {
-      {5, {0, 0}, ""},        // first quarter of the first item
-      {30, {0, 0}, "0-0"},    // its middle: refused, the gap stays
-      {58, {0, 0}, "0-0"},    //
-      {59, {0, 1}, ""},       // its last quarter
-      {80, {0, 1}, ""},       //
-      {82, {0, 1}, ""},       // first quarter of the next
-      {120, {0, 1}, "0-2"},   // the item that is (0, 2) with the dragged one in
-      {149, {0, 2}, ""},      //
-      {180, {0, 2}, ""},      //
-      {220, {0, 2}, "0-3"},   //
-      {250, {0, 3}, ""},      //
-      {270, {0, 3}, ""},      //
-      {300, {0, 3}, "0-4"},   //
-      {340, {0, 4}, ""},      // behind the last
-      {350, {0, 4}, ""},      //
-      {355, {0, 4}, ""},      // past the last arc: nothing changes
-      {3, {0, 0}, ""},        // and round again
+      {5, {0, 0}, ""},      // first quarter of the first item
+      {30, {0, 0}, "0-0"},  // its middle: refused, the gap stays
+      {58, {0, 0}, "0-0"},  //
+      {59, {0, 1}, ""},     // its last quarter
+      {80, {0, 1}, ""},     //
+      {82, {0, 1}, ""},     // first quarter of the next
+      {120, {0, 1}, "0-2"}, // the item that is (0, 2) with the dragged one in
+      {149, {0, 2}, ""},    //
+      {180, {0, 2}, ""},    //
+      {220, {0, 2}, "0-3"}, //
+      {250, {0, 3}, ""},    //
+      {270, {0, 3}, ""},    //
+      {300, {0, 3}, "0-4"}, //
+      {340, {0, 4}, ""},    // behind the last
+      {350, {0, 4}, ""},    //
+      {355, {0, 4}, ""},    // past the last arc: nothing changes
+      {3, {0, 0}, ""},      // and round again
   };
   for (const auto& [angle, expectedGap, question] : walk) {
     drag(degrees(angle));
     EXPECT_EQ(gap(), expectedGap) << angle;
-    const Reports asked =
-        *question ? Reports{std::string("can drop 0-1 on ") + question} : Reports{};
+    const Reports asked = *question ? Reports{std::string("can drop 0-1 on ") + question} : Reports{};
     EXPECT_EQ(controller.takeReports(), asked) << angle;
     EXPECT_NEAR(view->startArc(), degrees(36 - 45), 1e-12) << angle;
   }
@@ -75,8 +75,9 @@ TEST_F(OrbelViewReorderingTest, AWholeTurnOverAcceptingItemsSelectsThemAndCloses
     ItemPath gap;
     std::vector<std::string> selected;
   } walk[] = {
-      {5, {0, 0}, {}},    {30, kNoGap, {"0-0"}},  {70, {0, 1}, {}}, {120, kNoGap, {"0-2"}}, {160, {0, 2}, {}},
-      {220, kNoGap, {"0-3"}}, {250, {0, 3}, {}}, {300, kNoGap, {"0-4"}}, {340, {0, 4}, {}}, {355, {0, 4}, {}},
+      {5, {0, 0}, {}},   {30, kNoGap, {"0-0"}},  {70, {0, 1}, {}},  {120, kNoGap, {"0-2"}},
+      {160, {0, 2}, {}}, {220, kNoGap, {"0-3"}}, {250, {0, 3}, {}}, {300, kNoGap, {"0-4"}},
+      {340, {0, 4}, {}}, {355, {0, 4}, {}},
   };
   for (const auto& [angle, expectedGap, selected] : walk) {
     drag(degrees(angle));

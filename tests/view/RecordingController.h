@@ -1,5 +1,5 @@
-// A controller of the radial view for tests: serves sections of named entries, answers as it is told, and writes down
-// what the view asks and reports, each as one line such as "click 0-2" or "move 0-0 to 1-0".
+// A controller of the radial view for tests: serves sections of named entries, answers as it is told, and
+// writes down what the view asks and reports, each as one line such as "click 0-2" or "move 0-0 to 1-0".
 #pragma once
 
 #include "view/OrbelItem.h"
@@ -41,7 +41,8 @@ public:
     return static_cast<std::int64_t>(entries[static_cast<std::size_t>(section)].size());
   }
   std::shared_ptr<OrbelItem> item(ItemPath path) override {
-    const Entry& entry = entries[static_cast<std::size_t>(path.section)][static_cast<std::size_t>(path.position)];
+    const Entry& entry =
+        entries[static_cast<std::size_t>(path.section)][static_cast<std::size_t>(path.position)];
     return std::make_shared<OrbelItem>(entry.image, entry.title);
   }
   bool sectionSupportsDrop(std::int64_t section) override {

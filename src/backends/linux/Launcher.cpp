@@ -149,7 +149,10 @@ std::optional<WorkspaceError> Launcher::launchEntry(const std::string& entryPath
 
   auto context = makeContext(m_privateVariables, makeStartupId(entry.name, entryPath));
   if (!entry.isStartedOverBus) return spawn(info.get(), entryPath, uris, context.get());
-  GAppLaunchContext* borrowed = context.get();
+  // GIO passes a token over the bus only for entries with StartupNotify, and reports an error of its own
+  // about the missing one otherwise.
+  const bool takesToken = g_desktop_app_info_get_boolean(info.get(), "StartupNotify") != FALSE;
+  GAppLaunchContext* borrowed = takesToken ? context.get() : nullptr;
   auto start = std::make_unique<BusStart>(BusStart{entryPath, uris, std::move(context)});
   const Texts list(start->uris);
   g_app_info_launch_uris_async(G_APP_INFO(info.get()), list.list, borrowed, nullptr, BusStart::finished,

@@ -148,10 +148,16 @@ bool PreferencesFile::takeChangesFromDisk(Patience patience) {
     writeBackup(*m_diskBytes);
     return merge(std::move(*values));
   }
-  if (patience == Patience::waitForWriter && m_doubtfulBytes != content.bytes) {
-    m_doubtfulBytes = std::move(content.bytes);
-    scheduleReading(kDoubtDelay);
-    return false;
+  if (patience == Patience::waitForWriter) {
+    const double now = m_runLoop.clock().now();
+    if (m_doubtfulBytes != content.bytes) {
+      m_doubtfulBytes = std::move(content.bytes);
+      m_doubtEnd = now + kDoubtDelay;
+    }
+    if (now < m_doubtEnd) {
+      scheduleReading(m_doubtEnd - now);
+      return false;
+    }
   }
   return takeUnreadable(std::get<std::string>(decoded));
 }

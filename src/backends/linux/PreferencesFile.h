@@ -68,6 +68,7 @@ private:
   std::set<std::string> m_unsavedKeys;               // set or removed since the last save
   std::optional<PropertyList::Data> m_diskBytes;     // as last read or written; none when there was no file
   std::optional<PropertyList::Data> m_doubtfulBytes; // unreadable, but perhaps still being written
+  double m_doubtEnd = 0;                             // on the run loop's clock; then they count as unreadable
   std::string m_refusal;      // why the file that is there is not ours to replace; "" when it is
   std::string m_knownRefusal; // the one that the log has
   bool m_mustSave = false;    // the file lacks something even though no key is unsaved

@@ -28,6 +28,7 @@ constexpr int kButtonGap = 20;        // above the button
 constexpr int kNarrowestText = 200;   // points
 constexpr int kWidestText = 380;      // points
 constexpr int kNarrowestButton = 88;  // points
+constexpr int kLowestButton = 26;     // points
 constexpr qsizetype kLongestText = 2000; // characters; more would push the button off the screen
 
 QString shortened(const QString& text) {
@@ -58,15 +59,15 @@ MessageDialog::MessageDialog(const Contents& contents) {
   bold.setPointSizeF(font().pointSizeF() * 1.15);
   m_texts = new QVBoxLayout;
   m_texts->setSpacing(0);
-  m_texts->addWidget(makeLabel(contents.message, bold));
-  if (!contents.explanation.isEmpty()) {
-    m_texts->addSpacing(kTextGap);
-    m_texts->addWidget(makeLabel(contents.explanation, font()));
-  }
+  // Several lines in bold would shout: the first says what it is about.
+  const qsizetype firstLine = contents.message.indexOf(QLatin1Char('\n'));
+  m_texts->addWidget(makeLabel(contents.message.left(firstLine), bold));
+  if (firstLine >= 0) addText(contents.message.mid(firstLine + 1));
+  addText(contents.explanation);
 
   auto* button = new QPushButton(QString(contents.button).replace(QLatin1Char('&'), QLatin1String("&&")));
   button->setDefault(true);
-  button->setMinimumWidth(kNarrowestButton);
+  button->setMinimumSize(kNarrowestButton, kLowestButton);
   connect(button, &QPushButton::clicked, this, &QDialog::accept);
 
   auto* upper = new QHBoxLayout;
@@ -79,6 +80,12 @@ MessageDialog::MessageDialog(const Contents& contents) {
   all->setSizeConstraint(QLayout::SetFixedSize);
   all->addLayout(upper);
   all->addWidget(button, 0, Qt::AlignRight);
+}
+
+void MessageDialog::addText(const QString& text) {
+  if (text.isEmpty()) return;
+  m_texts->addSpacing(kTextGap);
+  m_texts->addWidget(makeLabel(text, font()));
 }
 
 void MessageDialog::addControl(QWidget* control) {

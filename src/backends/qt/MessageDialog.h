@@ -33,6 +33,8 @@ protected:
   void showEvent(QShowEvent* event) override;
 
 private:
+  void addText(const QString& text);
+
   QVBoxLayout* m_texts = nullptr;
 };
 

@@ -58,15 +58,23 @@ void OpenPanelDialog::selectStart(const QString& startPath) {
   if (start.isHidden()) setFilter(filter() | QDir::Hidden);
   setDirectory(start.absolutePath());
   selectFile(start.fileName());
-  // The folder is read in the background, and sorting moves the selected file out of sight.
+  // The toolkit only writes the name into the line. The file can be marked once its folder is listed, in the background.
   const auto* files = findChild<QFileSystemModel*>();
   auto* list = findChild<QListView*>(QStringLiteral("listView"));
   if (!files || !list) return;
-  connect(files, &QFileSystemModel::directoryLoaded, list, [this, start, list](const QString& folder) {
-    if (folder != start.absolutePath() || selectedFiles() != QStringList(start.absoluteFilePath())) return;
-    selectFile(start.fileName());
-    list->scrollTo(list->currentIndex(), QAbstractItemView::PositionAtCenter);
+  m_listing = connect(files, &QFileSystemModel::directoryLoaded, this, [this, start, list](const QString& folder) {
+    if (QDir(folder) != QDir(start.absolutePath())) return;
+    disconnect(m_listing); // later, the choice is the user's
+    mark(*list, start.fileName());
   });
+}
+
+void OpenPanelDialog::mark(QListView& list, const QString& name) {
+  const auto found = list.model()->match(list.model()->index(0, 0, list.rootIndex()), Qt::DisplayRole, name, 1,
+                                         Qt::MatchExactly | Qt::MatchCaseSensitive);
+  if (found.isEmpty()) return;
+  list.setCurrentIndex(found.first());
+  list.scrollTo(found.first(), QAbstractItemView::PositionAtCenter);
 }
 
 bool OpenPanelDialog::canChoose(const QString& path) const { return !m_shouldEnable || m_shouldEnable(toPath(path)); }

@@ -8,6 +8,11 @@
 #include <QFileDialog>
 #include <QString>
 
+#include <functional>
+#include <string>
+
+class QListView;
+
 namespace orbel {
 
 class OpenPanelDialog final : public QFileDialog {
@@ -23,10 +28,12 @@ public:
 private:
   void addMessage(const QString& message);
   void selectStart(const QString& startPath);
+  static void mark(QListView& list, const QString& name);
   bool canChoose(const QString& path) const;
 
   std::function<bool(const std::string&)> m_shouldEnable;
   QString m_chosenPath;
+  QMetaObject::Connection m_listing;
 };
 
 } // namespace orbel

@@ -14,13 +14,14 @@ ClickWatch::ClickWatch(Connection& connection, RawPointer& pointer)
 xcb_timestamp_t ClickWatch::mark() {
   if (!m_presses)
     m_presses = m_pointer.observePresses([this](std::uint32_t, xcb_timestamp_t time) { pressed(time); });
-  return m_connection.serverTime();
+  return m_pointer.serverTime();
 }
 
 bool ClickWatch::hasClickedElsewhereSince(xcb_timestamp_t mark) {
   // A press may be waiting for its turn; asking must not run the handlers of others.
   if (m_presses) m_pointer.peekPresses([this](std::uint32_t, xcb_timestamp_t time) { pressed(time); });
-  return m_lastClickElsewhere && Connection::isLaterTime(*m_lastClickElsewhere, mark);
+  // A click in the mark's own millisecond is a later one: nobody clicks and summons in the same.
+  return m_lastClickElsewhere && !Connection::isLaterTime(mark, *m_lastClickElsewhere);
 }
 
 void ClickWatch::pressed(xcb_timestamp_t time) {

@@ -126,6 +126,8 @@ std::set<std::uint32_t> RawPointer::heldButtons() {
   return held;
 }
 
+xcb_timestamp_t RawPointer::serverTime() { return m_connection.serverTime(); }
+
 void RawPointer::drain() { m_connection.drain(); }
 
 void RawPointer::peekPresses(const ButtonBlock& block) {

@@ -32,6 +32,8 @@ public:
   Registration observeReleases(ButtonBlock block);
   Registration observeMotion(std::function<void()> block);
 
+  // The server's time now, in milliseconds (one round trip); what is observed by now is reported from then on.
+  xcb_timestamp_t serverTime();
   // The logical buttons held now, without the wheel (two round trips).
   std::set<std::uint32_t> heldButtons();
   // Reports what happened before this call. The server tells us of a release no later than the window under the

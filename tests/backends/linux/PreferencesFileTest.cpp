@@ -557,9 +557,10 @@ TEST_F(PreferencesFileTest, SavesAgainAfterItsFolderWasRemoved) {
   store->setObject("a", 1);
   store->synchronize();
   std::filesystem::remove_all(folder + "/sub");
-  ASSERT_TRUE(waitUntil([this] { return loop.pendingDelays() > 0; }));
-  loop.advance(1);
-  EXPECT_EQ(store->object("a"), nullptr);
+  EXPECT_TRUE(waitUntil([this] {
+    loop.advance(PreferencesFile::kSettleDelay);
+    return store->object("a") == nullptr;
+  }));
   store->setObject("b", 2);
   EXPECT_TRUE(store->synchronize());
   EXPECT_EQ(decoded(folder + "/sub/preferences.plist"), (PropertyList::Dictionary{{"b", 2}}));

@@ -182,8 +182,8 @@ TEST_F(RunningApplicationListTest, NoticesAnApplicationIdThatComesAfterTheWindow
 }
 
 TEST_F(RunningApplicationListTest, ShowsTheProgramWithoutItsEntryAfterThatWasRemoved) {
-  install("paint.desktop", "Name=Malen\nExec=" + folder + "/paint\n");
   const Program program(folder + "/paint");
+  install("paint.desktop", "Name=Malen\nExec=" + folder + "/paint\n");
   windows.open(window(1, program.processIdentifier(), "PaintClass"));
   EXPECT_EQ(names(), std::vector<std::string>{"Malen"});
   desktop.removeEntry("paint.desktop");

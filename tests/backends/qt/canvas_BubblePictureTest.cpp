@@ -32,12 +32,16 @@ TEST(BubblePictureTest, AnEndlessTextIsCut) {
 
 TEST(BubblePictureTest, TheArrowIsOnTheSideOfTheAnchor) {
   const int tip = static_cast<int>(BubblePicture::kMargin) + 2;
+  const int besideTheTip = static_cast<int>(BubblePicture::kMargin) + 10;
+  const auto isDrawn = [](const QImage& picture, int x, int y) { return qAlpha(picture.pixel(x, y)) > 0; };
   const QImage up = draw(layoutOf(QStringLiteral("Mail")), BubblePicture::Edge::hard);
-  EXPECT_GT(qAlpha(up.pixel(middleOf(up), tip)), 0);
-  EXPECT_EQ(qAlpha(up.pixel(middleOf(up), up.height() - 1 - tip)), 0);
+  EXPECT_TRUE(isDrawn(up, middleOf(up), tip));
+  EXPECT_FALSE(isDrawn(up, besideTheTip, tip));
+  EXPECT_TRUE(isDrawn(up, besideTheTip, up.height() - 1 - tip));
   const QImage down = draw(layoutOf(QStringLiteral("Mail"), false), BubblePicture::Edge::hard);
-  EXPECT_EQ(qAlpha(down.pixel(middleOf(down), tip)), 0);
-  EXPECT_GT(qAlpha(down.pixel(middleOf(down), down.height() - 1 - tip)), 0);
+  EXPECT_TRUE(isDrawn(down, middleOf(down), down.height() - 1 - tip));
+  EXPECT_FALSE(isDrawn(down, besideTheTip, down.height() - 1 - tip));
+  EXPECT_TRUE(isDrawn(down, besideTheTip, tip));
 }
 
 TEST(BubblePictureTest, HardEdgesLeaveNoHalfTransparentPixel) {

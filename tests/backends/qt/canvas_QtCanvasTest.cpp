@@ -112,9 +112,9 @@ TEST_F(QtCanvasTest, ARadiusBeyondHalfASideMakesRoundEnds) {
 
 TEST_F(QtCanvasTest, AnImageCoversWholePixels) {
   canvas->drawImage(*uniformImage(64, kRed), {10.3, 10.4, 20.2, 20.2});
-  EXPECT_EQ(drawn(), QRect(10, 69, 20, 20));
-  EXPECT_EQ(pixel(10, 69), QColor(Qt::red));
-  EXPECT_EQ(pixel(29, 88), QColor(Qt::red));
+  EXPECT_EQ(drawn(), QRect(10, 70, 20, 20));
+  EXPECT_EQ(pixel(10, 70), QColor(Qt::red));
+  EXPECT_EQ(pixel(29, 89), QColor(Qt::red));
 }
 
 TEST_F(QtCanvasTest, AnImageKeepsItsSizeWhileItMoves) {

@@ -235,7 +235,8 @@ TEST_P(X11TopLevelWindowsTest, AnIconOfAtLeastTheSizeIsChosenElseTheLargest) {
 
 TEST_P(X11TopLevelWindowsTest, ABrokenIconGivesTheWholeOnesBeforeItOrNone) {
   const auto client = programAt(10, 50);
-  EXPECT_TRUE(windows().icon(client->window(), 32).isEmpty());
+  const bool hasManager = *GetParam() != '\0'; // openbox gives an icon to those that have none
+  EXPECT_EQ(windows().icon(client->window(), 32).isEmpty(), !hasManager);
   driver().setNumbers(client->window(), "_NET_WM_ICON", "CARDINAL", {100, 100, 1, 2, 3});
   EXPECT_TRUE(windows().icon(client->window(), 32).isEmpty());
   driver().setNumbers(client->window(), "_NET_WM_ICON", "CARDINAL", {0xFFFFFFFF, 0xFFFFFFFF, 1});
@@ -300,7 +301,7 @@ TEST_F(WindowManagerRestartTest, UnderAWindowManagerTheScreensTooltipsWakeNobody
   iterateWhatIsPending();
   connection().drain();
   int events = 0;
-  const auto counting = connection().observeEvents([&](const xcb_generic_event_t&) { ++events; });
+  const auto counting = connection().observeEvents([&](const xcb_generic_event_t& e) { ++events; printf("EV %d %u atom %u\n", e.response_type, reinterpret_cast<const xcb_property_notify_event_t&>(e).window, reinterpret_cast<const xcb_property_notify_event_t&>(e).atom); });
   auto tooltip = otherClient({"--override-redirect", "--window"});
   tooltip.reset();
   driver().sync();

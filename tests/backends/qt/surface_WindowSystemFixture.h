@@ -1,0 +1,128 @@
+// The window system with its X11 parts on the private desktop, and a delegate that writes down what it hears.
+#pragma once
+
+#include "backends/qt/QtWindowSystem.h"
+#include "backends/qt/TestDisplay.h"
+#include "backends/x11/Connection.h"
+#include "backends/x11/PassiveKeyGrabs.h"
+#include "backends/x11/RawPointer.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <functional>
+#include <memory>
+#include <string>
+#include <unistd.h>
+#include <vector>
+
+namespace orbel {
+
+class RecordingDelegate : public SurfaceDelegate {
+public:
+  void paint(Canvas& canvas, const Rect& dirty) override {
+    painted.push_back(dirty);
+    if (drawing) drawing(canvas);
+  }
+  void pointerMoved(const MouseEvent& event) override { hear("moved", event); }
+  void pointerExited(const MouseEvent& event) override { hear("exited", event); }
+  void pointerPressed(PointerButton button, const MouseEvent& event) override {
+    hear(button == PointerButton::primary ? "pressed primary" : "pressed secondary", event);
+  }
+  void pointerReleased(PointerButton button, const MouseEvent& event) override {
+    hear(button == PointerButton::primary ? "released primary" : "released secondary", event);
+    if (onRelease) onRelease();
+  }
+  void cancelRequested() override { heard.emplace_back("cancelled"); }
+  DragOperation dragMoved(const DragInfo& drag) override {
+    heard.emplace_back("dragged");
+    paths = drag.filePaths().value_or(std::vector<std::string>{});
+    location = drag.locationInWindow();
+    return dragAnswer;
+  }
+  void dragExited() override { heard.emplace_back("drag exited"); }
+  bool dragPerformed(const DragInfo& drag) override {
+    heard.emplace_back("dropped");
+    dropped = drag.filePaths().value_or(std::vector<std::string>{});
+    return true;
+  }
+
+  long count(const std::string& what) const { return std::count(heard.begin(), heard.end(), what); }
+
+  std::vector<std::string> heard;
+  Point location;
+  std::uint64_t modifierFlags = 0;
+  std::vector<Rect> painted;
+  std::vector<std::string> paths;
+  std::vector<std::string> dropped;
+  DragOperation dragAnswer = DragOperation::copy;
+  std::function<void(Canvas&)> drawing;
+  std::function<void()> onRelease;
+
+private:
+  void hear(const char* what, const MouseEvent& event) {
+    heard.emplace_back(what);
+    location = event.locationInWindow;
+    modifierFlags = event.modifierFlags;
+  }
+};
+
+class WindowSystemFixture : public testing::Test {
+protected:
+  void SetUp() override {
+    if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
+    // Far from every window that the tests show.
+    session().input().movePointer({1270, 1010});
+    m_connection = Connection::open();
+    m_pointerConnection = Connection::open();
+    m_rawPointer = std::make_unique<RawPointer>(*m_pointerConnection);
+    m_keyGrabs = std::make_unique<PassiveKeyGrabs>(*m_connection);
+    WindowSystemHooks hooks;
+    hooks.drainTaps = [this] {
+      if (onDrain) onDrain();
+    };
+    system = std::make_unique<QtWindowSystem>(X11Parts{*m_connection, *m_rawPointer, *m_keyGrabs}, std::move(hooks));
+  }
+
+  static desktop::DesktopSession& session() { return *testDisplay(); }
+
+  // The screen's place of a device pixel, y down, in the core's points, y up.
+  static Point pointAt(int x, int y) { return {static_cast<double>(x), desktop::VirtualDisplay::kHeight - static_cast<double>(y)}; }
+  static Rect squareAround(int x, int y, double side) { return Rect::centeredAt(pointAt(x, y), side); }
+
+  std::unique_ptr<Surface> makeSurface(RecordingDelegate& delegate, const Rect& frame,
+                                       SurfaceLevel level = SurfaceLevel::menu) {
+    auto surface = system->makeSurface(level);
+    surface->setDelegate(&delegate);
+    surface->setRoundBackdrop(BackdropMaterial::darkFrost, 1);
+    surface->setFrame(frame);
+    return surface;
+  }
+  // Ours on the screen, bottom to top.
+  static std::vector<xcb_window_t> ownWindows() { return session().windows().overrideRedirectWindowsOf(getpid()); }
+  static testing::AssertionResult showsOwnWindows(std::size_t count) {
+    return becomesTrue([&] { return ownWindows().size() == count; },
+                       std::to_string(count) + " windows of ours are shown");
+  }
+  // Everything that the server has sent until now is handled.
+  void settle() {
+    session().display().roundTrip();
+    system->display()->flush();
+    m_connection->drain();
+    m_pointerConnection->drain();
+    QCoreApplication::processEvents();
+  }
+
+private:
+  std::unique_ptr<Connection> m_connection;
+  std::unique_ptr<Connection> m_pointerConnection;
+  std::unique_ptr<RawPointer> m_rawPointer;
+  std::unique_ptr<PassiveKeyGrabs> m_keyGrabs;
+
+protected:
+  std::function<void()> onDrain;
+  std::unique_ptr<QtWindowSystem> system; // goes before what it uses
+};
+
+} // namespace orbel

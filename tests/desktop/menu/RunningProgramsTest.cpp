@@ -1,0 +1,148 @@
+// Running programs in the menu: those that are no item of the user's come last, grey, and all have a dot.
+#include "menu/MenuFixture.h"
+
+#include <algorithm>
+#include <cmath>
+
+using namespace orbel::desktop;
+
+namespace {
+
+constexpr ScreenPoint kPlace{640, 500};
+constexpr Rgb kOrange{230, 120, 20};
+constexpr Rgb kGreen{30, 160, 60};
+
+bool isGrey(Rgb color) {
+  constexpr int kTolerance = 4;
+  return std::max({color.red, color.green, color.blue}) - std::min({color.red, color.green, color.blue}) <=
+         kTolerance;
+}
+
+class RunningProgramsTest : public MenuFixture {
+protected:
+  // With the pointer in the middle of the menu nothing is grown.
+  Rgb iconColor(int index, int count) {
+    return m_session.screen().pixel(itemCenter(menuFrame().value(), index, count));
+  }
+  // The dot is 6 pixels wide and lies 3 pixels below the icon; black on the light frost.
+  bool hasDot(int index, int count) {
+    constexpr int kDotDistance = 6;
+    constexpr int kDark = 90;
+    const auto menu = menuFrame().value();
+    const ScreenPoint icon = itemCenter(menu, index, count);
+    const int below = static_cast<int>(std::lround(itemSideAtRest(menu, count) / 2)) + kDotDistance;
+    const Picture place = m_session.screen().capture({icon.x - 5, icon.y + below - 5, 10, 10});
+    const int darkPixels = place.count([](const Rgb& color) {
+      return std::max({color.red, color.green, color.blue}) < kDark;
+    });
+    constexpr int kMostOfTheDot = 16;
+    return darkPixels >= kMostOfTheDot;
+  }
+  testing::AssertionResult waitForIcon(int index, int count, Rgb color) {
+    return waitForResult([&] { return hasColor(itemCenter(menuFrame().value(), index, count), color); },
+                         kPatience, "the icon is there");
+  }
+  testing::AssertionResult waitForGreyIcon(int index, int count) {
+    return waitForResult(
+        [&]() -> testing::AssertionResult {
+          const Rgb color = iconColor(index, count);
+          if (isGrey(color) && hasDot(index, count)) return testing::AssertionSuccess();
+          return testing::AssertionFailure()
+                 << color << (hasDot(index, count) ? " with a dot" : " without a dot");
+        },
+        kPatience, "the icon is grey and has a dot");
+  }
+  // As if from a menu or a terminal of the desktop.
+  std::unique_ptr<ChildProcess> run(const InstalledProgram& program, const TestWindowOptions& window) {
+    TestWindowOptions options = window;
+    options.className = program.id;
+    auto process = m_session.start(program.id + "-errors",
+                                   TestWindow::command(options, program.log.path(), program.executable));
+    EXPECT_TRUE(
+        waitFor([&] { return m_windows.findByClass(program.id).has_value(); }, "the program is open"));
+    return process;
+  }
+};
+
+const TestWindowOptions kLettersWindow{.title = "Letters", .frame = {20, 60, 200, 150}};
+const TestWindowOptions kFilmsWindow{.title = "Films", .frame = {20, 300, 200, 150}};
+
+TEST_F(RunningProgramsTest, APinnedProgramHasADotWhileItRunsAndIsListedOnce) {
+  const InstalledProgram letters = installProgram("letters", kLettersWindow, kOrange);
+  startAgent({StoredItem::core("Mail"), letters.item(), StoredItem::core("Safari")});
+  ASSERT_TRUE(summonAt(kPlace));
+  EXPECT_TRUE(waitForIcon(1, 3, kOrange));
+  EXPECT_FALSE(hasDot(1, 3));
+
+  const auto process = run(letters, kLettersWindow);
+  EXPECT_TRUE(waitFor([&] { return hasDot(1, 3); }, "it has a dot"));
+  EXPECT_TRUE(waitForIcon(1, 3, kOrange)); // three items as before, and in colour
+  EXPECT_FALSE(hasDot(0, 3));
+  savePicture("pinned");
+}
+
+TEST_F(RunningProgramsTest, AProgramThatIsNotPinnedComesAfterTheUsersItemsWithAGreyIconAndADot) {
+  const InstalledProgram letters = installProgram("letters", kLettersWindow, kOrange);
+  const InstalledProgram films = installProgram("films", kFilmsWindow, kGreen);
+  const auto process = run(films, kFilmsWindow);
+  startAgent({letters.item(), StoredItem::core("Mail")});
+  ASSERT_TRUE(summonAt(kPlace));
+  EXPECT_TRUE(waitForGreyIcon(2, 3));
+  EXPECT_TRUE(waitForIcon(0, 3, kOrange));
+  EXPECT_FALSE(hasDot(0, 3));
+  savePicture("not pinned");
+
+  clickItem(2, 3);
+  ASSERT_TRUE(waitUntilMenuHidden());
+  EXPECT_TRUE(
+      waitFor([&] { return isActive(m_windows.findByClass("films").value()); }, "its window is active"));
+  EXPECT_EQ(films.startCount(), 1);
+  // It is shown, not stored.
+  EXPECT_EQ(m_session.preferences().menuItems(), (std::vector{letters.item(), StoredItem::core("Mail")}));
+}
+
+TEST_F(RunningProgramsTest, StartingAndEndingAProgramUpdatesTheOpenMenu) {
+  const InstalledProgram letters = installProgram("letters", kLettersWindow, kOrange);
+  const InstalledProgram films = installProgram("films", kFilmsWindow, kGreen);
+  startAgent({letters.item(), StoredItem::core("Mail")});
+  ASSERT_TRUE(summonAt(kPlace));
+  EXPECT_TRUE(waitForIcon(0, 2, kOrange));
+
+  const auto process = run(films, kFilmsWindow);
+  EXPECT_TRUE(waitForGreyIcon(2, 3));
+  EXPECT_TRUE(waitForIcon(0, 3, kOrange));
+  m_windows.close(m_windows.findByClass("films").value());
+  EXPECT_TRUE(waitForIcon(0, 2, kOrange));
+  EXPECT_TRUE(isMenuShown(kPlace));
+}
+
+TEST_F(RunningProgramsTest, TheSettingKeepsProgramsOutThatAreNotPinned) {
+  const InstalledProgram letters = installProgram("letters", kLettersWindow, kOrange);
+  const InstalledProgram films = installProgram("films", kFilmsWindow, kGreen);
+  m_session.preferences().setBoolean("showRunningApps", false);
+  const auto process = run(films, kFilmsWindow);
+  startAgent({letters.item(), StoredItem::core("Mail")});
+  ASSERT_TRUE(summonAt(kPlace));
+  EXPECT_TRUE(waitForIcon(0, 2, kOrange));
+}
+
+TEST_F(RunningProgramsTest, AWindowThatNamesNoProcessIsAskedOfTheServer) {
+  TestWindowOptions options = kFilmsWindow;
+  options.hasProcessId = false;
+  const InstalledProgram films = installProgram("films", options, kGreen);
+  startAgent({StoredItem::core("Mail"), StoredItem::core("Safari")});
+  const auto process = run(films, options);
+  ASSERT_TRUE(summonAt(kPlace));
+  EXPECT_TRUE(waitForGreyIcon(2, 3));
+  clickItem(2, 3);
+  EXPECT_TRUE(
+      waitFor([&] { return isActive(m_windows.findByClass("films").value()); }, "its window is active"));
+  EXPECT_EQ(films.startCount(), 1);
+  ASSERT_TRUE(waitUntilMenuHidden());
+  process->terminate();
+  EXPECT_TRUE(waitFor([&] { return !m_windows.findByClass("films"); }, "the program has ended"));
+  ASSERT_TRUE(summonAt(kPlace));
+  EXPECT_FALSE(hasDot(2, 3));
+}
+
+} // namespace

@@ -102,6 +102,9 @@ std::optional<std::string> XmlPropertyListScan::open(std::string_view name) {
     if (m_open.size() > 1) return "a value in it holds <plist>";
     return std::nullopt;
   }
+  const bool isTop = m_open.size() == 1 || (m_open.size() == 2 && m_open.front() == "plist");
+  // The library nests a second value into the first one.
+  if (isTop && m_hasValue) return "it holds more than one value";
   m_hasValue = true;
   if (++m_valueCount > PropertyListGuard::kMaximumValueCount) return "it has more than 1,000,000 values";
   if (isContainer(name) && ++m_depth > PropertyListGuard::kMaximumDepth)

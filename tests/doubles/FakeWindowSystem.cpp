@@ -37,6 +37,7 @@ FakeSurface* FakeWindowSystem::surfaceUnderPointer() const {
 
 void FakeWindowSystem::movePointer(Point screenPoint, std::uint64_t modifierFlags) {
   pointer = screenPoint;
+  for (const auto& block : std::exchange(m_waitingForPointer, {})) block(screenPoint);
   const auto eventFor = [modifierFlags](const FakeSurface& surface) {
     return MouseEvent{surface.pointerLocation().value_or(Point{}), modifierFlags};
   };

@@ -80,7 +80,11 @@ public:
     return std::make_unique<FakeBubble>(*this, text);
   }
   void locatePointer(std::function<void(Point)> block) override {
-    if (pointer) block(*pointer);
+    if (pointer) {
+      block(*pointer);
+    } else {
+      m_waitingForPointer.push_back(std::move(block)); // told at the next movement
+    }
   }
   std::optional<Point> pointerLocation() const override { return pointer; }
   bool prefersReducedMotion() const override { return reducedMotion; }
@@ -107,6 +111,7 @@ public:
 private:
   FakeSurface* m_pressed = nullptr;
   std::vector<FakeSurface*> m_entered;
+  std::vector<std::function<void(Point)>> m_waitingForPointer;
   friend class FakeSurface;
 };
 

@@ -159,6 +159,12 @@ TEST(PropertyListGuard, RefusesTagsThatDoNotMatch) {
   EXPECT_EQ(objection(bytesOfText("<plist><array")), "it is cut off inside a tag");
 }
 
+TEST(PropertyListGuard, RefusesASecondValueBesideTheFirst) {
+  EXPECT_EQ(objectionToXml("<array/><array></array>"), "it holds more than one value");
+  EXPECT_EQ(objection(bytesOfText("<plist><true/></plist><array/>")), "it holds more than one value");
+  EXPECT_EQ(objection(bytesOfText("<dict></dict><dict></dict>")), "it holds more than one value");
+}
+
 TEST(PropertyListGuard, RefusesWhatCouldHideTagsFromTheCount) {
   EXPECT_EQ(objectionToXml("<array><!--> <array/> --></array>"), "a comment in it is malformed");
   EXPECT_EQ(objectionToXml("<string><!-- </string> --></string>"), "a tag in it is hidden in a comment");

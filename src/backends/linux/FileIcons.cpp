@@ -126,7 +126,9 @@ FileIcons::Source FileIcons::sourceForFile(const std::string& path) const {
   }
   if (S_ISDIR(status.st_mode)) {
     if (path.ends_with(".app")) return {"", {"application-x-executable"}, kApplicationPicture};
-    return {"", themeNamesOf(path), kFolderPicture};
+    std::vector<std::string> names = themeNamesOf(path);
+    names.emplace_back("folder"); // which GIO leaves out where the table of content types is missing
+    return {"", std::move(names), kFolderPicture};
   }
   const bool isProgram = ApplicationFinder::isProgram(path);
   if (isApplication || isProgram) {

@@ -9,6 +9,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QListView>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace orbel {
@@ -34,10 +35,11 @@ OpenPanelDialog::OpenPanelDialog(const OpenPanel& panel, const TextServices& tex
   setLabelText(QFileDialog::Reject, localized("Cancel"));
   setLabelText(QFileDialog::LookIn, localized("Look in:"));
   setLabelText(QFileDialog::FileName, localized("File name:"));
-  // Controls for what cannot be done here.
-  for (const char* control : {"fileTypeLabel", "fileTypeCombo", "newFolderButton"}) {
-    if (auto* widget = findChild<QWidget*>(QLatin1String(control))) widget->hide();
+  // One file is to be confirmed: what serves browsing, other views and new files would only be in the way.
+  for (const char* name : {"sidebar", "listModeButton", "detailModeButton", "newFolderButton", "fileTypeLabel", "fileTypeCombo"}) {
+    if (auto* control = findChild<QWidget*>(QLatin1String(name))) control->hide();
   }
+  for (auto* button : findChildren<QPushButton*>()) button->setIcon(QIcon());
   if (!panel.message.empty()) addMessage(QString::fromStdString(panel.message));
   resize(kSize);
   selectStart(QFile::decodeName(QByteArray::fromStdString(panel.startPath)));
@@ -74,7 +76,10 @@ void OpenPanelDialog::mark(QListView& list, const QString& name) {
                                          Qt::MatchExactly | Qt::MatchCaseSensitive);
   if (found.isEmpty()) return;
   list.setCurrentIndex(found.first());
-  list.scrollTo(found.first(), QAbstractItemView::PositionAtCenter);
+  const auto showIt = [&list] { list.scrollTo(list.currentIndex(), QAbstractItemView::PositionAtCenter); };
+  showIt();
+  // The folder is sorted only after it was listed, and the view lays itself out anew only after that.
+  connect(list.model(), &QAbstractItemModel::layoutChanged, &list, showIt, Qt::QueuedConnection);
 }
 
 bool OpenPanelDialog::canChoose(const QString& path) const { return !m_shouldEnable || m_shouldEnable(toPath(path)); }

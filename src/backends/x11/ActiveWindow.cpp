@@ -23,7 +23,8 @@ ActiveWindow::~ActiveWindow() = default;
 void ActiveWindow::handleEvent(const xcb_generic_event_t& event) {
   if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
   const auto& notification = reinterpret_cast<const xcb_property_notify_event_t&>(event);
-  if (notification.window != m_connection.root() || notification.atom != m_connection.atom("_NET_ACTIVE_WINDOW"))
+  if (notification.window != m_connection.root() ||
+      notification.atom != m_connection.atom("_NET_ACTIVE_WINDOW"))
     return;
   if (const auto window = stated()) {
     m_last = window;
@@ -35,8 +36,15 @@ void ActiveWindow::handleEvent(const xcb_generic_event_t& event) {
 
 std::optional<xcb_window_t> ActiveWindow::window() const {
   if (m_clients.windowManager() == XCB_NONE) return focused();
-  if (const auto window = stated()) return window;
-  return m_last;
+  const auto window = stated();
+  const auto candidate = window ? window : m_last;
+  // Some window managers go on naming the last window when it is gone and no other follows.
+  return candidate && exists(*candidate) ? candidate : std::nullopt;
+}
+
+bool ActiveWindow::exists(xcb_window_t window) const {
+  const auto request = xcb_get_window_attributes(m_connection.xcb(), window);
+  return ownReply(xcb_get_window_attributes_reply(m_connection.xcb(), request, nullptr)) != nullptr;
 }
 
 std::optional<xcb_window_t> ActiveWindow::stated() const {

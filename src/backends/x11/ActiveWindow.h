@@ -1,5 +1,5 @@
-// The window that has the user's keyboard, as the window manager says it. It says "none" for a moment at every change
-// of focus: none counts only when it lasts.
+// The window that has the user's keyboard, as the window manager says it. It says "none" for a moment at
+// every change of focus: none counts only when it lasts.
 #pragma once
 
 #include "backends/x11/DelayedCall.h"
@@ -24,11 +24,13 @@ public:
 private:
   void handleEvent(const xcb_generic_event_t& event);
   std::optional<xcb_window_t> stated() const;
+  bool exists(xcb_window_t window) const;
   std::optional<xcb_window_t> focused() const;
 
   Connection& m_connection;
   const ClientList& m_clients;
-  std::optional<xcb_window_t> m_last; // what holds while the window manager says none and it has not lasted yet
+  std::optional<xcb_window_t>
+      m_last; // what holds while the window manager says none and it has not lasted yet
   DelayedCall m_noneLasts;
   Registration m_events;
 };

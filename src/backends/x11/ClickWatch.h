@@ -1,6 +1,6 @@
-// Whether the user has pressed a button somewhere else than on our own windows since a mark: giving the focus back to an
-// earlier window would then take it from where the user has just put it.
-// Presses are listened to from a mark to the first such press and not at other times.
+// Whether the user has pressed a button somewhere else than on our own windows since a mark: giving the focus
+// back to an earlier window would then take it from where the user has just put it. Presses are listened to
+// from a mark to the first such press and not at other times.
 #pragma once
 
 #include "backends/x11/ClientList.h"

@@ -25,7 +25,9 @@ xcb_window_t ClientList::windowManager() const {
 }
 
 xcb_window_t ClientList::namedWindowManager() const {
-  return PropertyRequest(m_connection, m_connection.root(), "_NET_SUPPORTING_WM_CHECK").number().value_or(XCB_NONE);
+  return PropertyRequest(m_connection, m_connection.root(), "_NET_SUPPORTING_WM_CHECK")
+      .number()
+      .value_or(XCB_NONE);
 }
 
 std::vector<xcb_window_t> ClientList::windows() const {
@@ -46,13 +48,15 @@ xcb_window_t ClientList::clientWithin(xcb_window_t topLevel) const {
   std::vector<xcb_window_t> level = {topLevel};
   for (int depth = 0; depth < kDeepestClient && !level.empty(); ++depth) {
     std::vector<PropertyRequest> states;
-    for (const xcb_window_t window : level) states.emplace_back(m_connection, window, "WM_STATE");
+    for (const xcb_window_t window : level)
+      states.emplace_back(m_connection, window, "WM_STATE");
     for (std::size_t index = 0; index < level.size(); ++index)
       if (states[index].number().value_or(kWithdrawnState) != kWithdrawnState) return level[index];
 
     std::vector<xcb_window_t> below;
     for (const xcb_window_t window : level)
-      for (const xcb_window_t child : children(window)) below.push_back(child);
+      for (const xcb_window_t child : children(window))
+        below.push_back(child);
     level = std::move(below);
   }
   return XCB_NONE;
@@ -66,8 +70,8 @@ std::vector<xcb_window_t> ClientList::children(xcb_window_t window) const {
   return {first, first + xcb_query_tree_children_length(tree.get())};
 }
 
-// Simple window managers leave only WM_STATE on the programs' windows; with none at all, every shown window that does
-// not forbid to be managed is a program's.
+// Simple window managers leave only WM_STATE on the programs' windows; with none at all, every shown window
+// that does not forbid to be managed is a program's.
 std::vector<xcb_window_t> ClientList::windowsWithoutManager() const {
   const auto topLevels = children(m_connection.root());
   std::vector<xcb_get_window_attributes_cookie_t> requests;
@@ -79,7 +83,8 @@ std::vector<xcb_window_t> ClientList::windowsWithoutManager() const {
     const auto attributes =
         ownReply(xcb_get_window_attributes_reply(m_connection.xcb(), requests[index], nullptr));
     if (!attributes || attributes->_class != XCB_WINDOW_CLASS_INPUT_OUTPUT) continue;
-    const bool isPlainWindow = attributes->map_state == XCB_MAP_STATE_VIEWABLE && !attributes->override_redirect;
+    const bool isPlainWindow =
+        attributes->map_state == XCB_MAP_STATE_VIEWABLE && !attributes->override_redirect;
     if (const xcb_window_t client = clientWithin(topLevels[index]); client != XCB_NONE)
       windows.push_back(client);
     else if (isPlainWindow)

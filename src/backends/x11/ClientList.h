@@ -1,5 +1,5 @@
-// Which windows are the programs' top-level windows: the window manager's list, or the children of the root window
-// where no window manager keeps one. Asks the server at each call and remembers nothing.
+// Which windows are the programs' top-level windows: the window manager's list, or the children of the root
+// window where no window manager keeps one. Asks the server at each call and remembers nothing.
 #pragma once
 
 #include <vector>

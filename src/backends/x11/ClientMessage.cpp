@@ -23,8 +23,8 @@ void send(Connection& connection, xcb_window_t destination, std::uint32_t eventM
 } // namespace
 
 void ClientMessage::sendToManager(Connection& connection, xcb_window_t window, const char* type, Data data) {
-  send(connection, connection.root(), XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY,
-       window, type, data);
+  send(connection, connection.root(),
+       XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT | XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY, window, type, data);
 }
 
 void ClientMessage::sendToProgram(Connection& connection, xcb_window_t window, const char* type, Data data) {

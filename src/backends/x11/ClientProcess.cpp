@@ -21,13 +21,15 @@ ClientProcess::~ClientProcess() {
 }
 
 ClientProcess::ClientProcess(ClientProcess&& other) noexcept
-    : m_connection(other.m_connection), m_cookie(other.m_cookie), m_pending(std::exchange(other.m_pending, false)) {}
+    : m_connection(other.m_connection), m_cookie(other.m_cookie),
+      m_pending(std::exchange(other.m_pending, false)) {}
 
 std::optional<std::int32_t> ClientProcess::identifier() {
   if (!std::exchange(m_pending, false)) return std::nullopt;
   const auto reply = ownReply(xcb_res_query_client_ids_reply(m_connection->xcb(), m_cookie, nullptr));
   if (!reply) return std::nullopt;
-  for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0; xcb_res_client_id_value_next(&ids)) {
+  for (auto ids = xcb_res_query_client_ids_ids_iterator(reply.get()); ids.rem > 0;
+       xcb_res_client_id_value_next(&ids)) {
     const bool isProcess = (ids.data->spec.mask & XCB_RES_CLIENT_ID_MASK_LOCAL_CLIENT_PID) != 0;
     if (!isProcess || xcb_res_client_id_value_value_length(ids.data) < 1) continue;
     const auto process = static_cast<std::int32_t>(*xcb_res_client_id_value_value(ids.data));

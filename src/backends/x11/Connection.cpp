@@ -9,8 +9,8 @@
 
 namespace orbel {
 
-// The main loop looks at the socket; what xcb has read from it already while waiting for a reply does not make the
-// socket readable again, so the queue is looked at before the loop goes to sleep.
+// The main loop looks at the socket; what xcb has read from it already while waiting for a reply does not
+// make the socket readable again, so the queue is looked at before the loop goes to sleep.
 class Connection::Source {
 public:
   static GSource* create(Connection* connection) {
@@ -42,7 +42,8 @@ private:
   }
   static gboolean check(GSource* source) {
     Data& own = data(source);
-    return g_source_query_unix_fd(source, own.descriptor) != 0 || own.connection->hasReceivedEvent() ? TRUE : FALSE;
+    return g_source_query_unix_fd(source, own.descriptor) != 0 || own.connection->hasReceivedEvent() ? TRUE
+                                                                                                     : FALSE;
   }
   static gboolean dispatch(GSource* source, GSourceFunc, gpointer) {
     Connection& connection = *data(source).connection;
@@ -68,7 +69,8 @@ std::unique_ptr<Connection> Connection::open(const std::string& displayName, std
 Connection::Connection(xcb_connection_t* connection, int screenNumber, std::function<void()> lost)
     : m_connection(connection), m_lost(std::move(lost)) {
   auto screens = xcb_setup_roots_iterator(&setup());
-  for (int index = 0; index < screenNumber && screens.rem > 1; ++index) xcb_screen_next(&screens);
+  for (int index = 0; index < screenNumber && screens.rem > 1; ++index)
+    xcb_screen_next(&screens);
   m_screen = screens.data;
 
   m_timeWindow = xcb_generate_id(m_connection);
@@ -105,11 +107,14 @@ void Connection::internAtoms(std::span<const char* const> names) {
       m_atoms[name] = reply->atom;
 }
 
-Registration Connection::observeEvents(EventHandler handler) { return m_handlers.add(std::move(handler)); }
+Registration Connection::observeEvents(EventHandler handler) {
+  return m_handlers.add(std::move(handler));
+}
 
 bool Connection::hasReceivedEvent() {
   if (m_received.empty())
-    if (auto event = ownReply(xcb_poll_for_queued_event(m_connection))) m_received.push_back(std::move(event));
+    if (auto event = ownReply(xcb_poll_for_queued_event(m_connection)))
+      m_received.push_back(std::move(event));
   return !m_received.empty();
 }
 
@@ -121,7 +126,8 @@ XcbReply<xcb_generic_event_t> Connection::nextEvent() {
 }
 
 void Connection::dispatchPending() {
-  while (const auto event = nextEvent()) dispatch(*event);
+  while (const auto event = nextEvent())
+    dispatch(*event);
   checkForBreak();
 }
 
@@ -132,7 +138,8 @@ void Connection::drain() {
 
 void Connection::peek(const EventHandler& visitor) {
   awaitServer();
-  while (auto event = ownReply(xcb_poll_for_queued_event(m_connection))) m_received.push_back(std::move(event));
+  while (auto event = ownReply(xcb_poll_for_queued_event(m_connection)))
+    m_received.push_back(std::move(event));
   for (const auto& event : m_received)
     if (event->response_type != 0) visitor(*event);
 }
@@ -166,8 +173,8 @@ void Connection::checkForBreak() {
 }
 
 xcb_timestamp_t Connection::serverTime() {
-  xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, m_timeWindow, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8, 0,
-                      nullptr);
+  xcb_change_property(m_connection, XCB_PROP_MODE_APPEND, m_timeWindow, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                      0, nullptr);
   awaitServer();
   while (auto event = ownReply(xcb_poll_for_queued_event(m_connection))) {
     const auto& notification = reinterpret_cast<const xcb_property_notify_event_t&>(*event);

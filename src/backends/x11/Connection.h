@@ -1,7 +1,8 @@
-// A connection of our own to the X server, watched by the GLib main loop. Qt's connection selects events for itself;
-// what the backend listens to goes over connections of its own, so neither replaces the other's selection.
-// Failed requests are survived: windows of other programs go at any time. A broken connection means that the desktop is
-// gone; it is logged and reported once. Main thread only; outlives everything that uses it.
+// A connection of our own to the X server, watched by the GLib main loop. Qt's connection selects events for
+// itself; what the backend listens to goes over connections of its own, so neither replaces the other's
+// selection. Failed requests are survived: windows of other programs go at any time. A broken connection
+// means that the desktop is gone; it is logged and reported once. Main thread only; outlives everything that
+// uses it.
 #pragma once
 
 #include "backends/x11/EventObservers.h"
@@ -25,9 +26,11 @@ class Connection {
 public:
   using EventHandler = std::function<void(const xcb_generic_event_t&)>;
 
-  // `displayName` as in DISPLAY, empty for the environment's. `lost` is called once when the connection breaks, from
-  // the main loop; without one the process exits with status 1. Empty, and logged, when there is no such display.
-  static std::unique_ptr<Connection> open(const std::string& displayName = {}, std::function<void()> lost = {});
+  // `displayName` as in DISPLAY, empty for the environment's. `lost` is called once when the connection
+  // breaks, from the main loop; without one the process exits with status 1. Empty, and logged, when there is
+  // no such display.
+  static std::unique_ptr<Connection> open(const std::string& displayName = {},
+                                          std::function<void()> lost = {});
   ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
@@ -49,11 +52,12 @@ public:
   void dispatchPending();
   // Dispatches everything that the server generated before this call (one round trip).
   void drain();
-  // Shows everything that the server generated before this call and that is not dispatched yet (one round trip). It is
-  // dispatched in its turn all the same: for knowing of a change where no handler may run.
+  // Shows everything that the server generated before this call and that is not dispatched yet (one round
+  // trip). It is dispatched in its turn all the same: for knowing of a change where no handler may run.
   void peek(const EventHandler& visitor);
 
-  // The server's time now, in milliseconds (one round trip). It wraps around after 49.7 days: see isLaterTime.
+  // The server's time now, in milliseconds (one round trip). It wraps around after 49.7 days: see
+  // isLaterTime.
   xcb_timestamp_t serverTime();
   static bool isLaterTime(xcb_timestamp_t time, xcb_timestamp_t than) {
     return static_cast<std::int32_t>(time - than) > 0;

@@ -7,7 +7,9 @@ namespace orbel {
 
 DelayedCall::DelayedCall(std::function<void()> block) : m_block(std::move(block)) {}
 
-DelayedCall::~DelayedCall() { cancel(); }
+DelayedCall::~DelayedCall() {
+  cancel();
+}
 
 void DelayedCall::schedule(std::chrono::milliseconds delay) {
   if (isPending()) return;
@@ -18,9 +20,9 @@ void DelayedCall::schedule(std::chrono::milliseconds delay) {
     return G_SOURCE_REMOVE;
   };
   // Not an idle priority: a busy window would keep the call waiting.
-  m_source = delay.count() == 0
-                 ? g_idle_add_full(G_PRIORITY_DEFAULT, run, this, nullptr)
-                 : g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(delay.count()), run, this, nullptr);
+  m_source = delay.count() == 0 ? g_idle_add_full(G_PRIORITY_DEFAULT, run, this, nullptr)
+                                : g_timeout_add_full(G_PRIORITY_DEFAULT, static_cast<guint>(delay.count()),
+                                                     run, this, nullptr);
 }
 
 void DelayedCall::cancel() {

@@ -1,5 +1,5 @@
-// One call from the GLib main loop, later: on its next turn or after some milliseconds. Scheduling it again while it is
-// pending changes nothing, so many reasons make one call. Costs nothing while it is not pending.
+// One call from the GLib main loop, later: on its next turn or after some milliseconds. Scheduling it again
+// while it is pending changes nothing, so many reasons make one call. Costs nothing while it is not pending.
 #pragma once
 
 #include <chrono>

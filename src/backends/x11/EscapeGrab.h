@@ -1,5 +1,5 @@
-// Escape alone, system-wide, while it is enabled: the menu never has the keyboard focus and is dismissed by Escape all
-// the same. Hot keys and everything else that is typed go on as before. Used by the menu's window.
+// Escape alone, system-wide, while it is enabled: the menu never has the keyboard focus and is dismissed by
+// Escape all the same. Hot keys and everything else that is typed go on as before. Used by the menu's window.
 #pragma once
 
 #include "foundation/Registration.h"

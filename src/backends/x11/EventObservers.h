@@ -1,5 +1,6 @@
-// A list of blocks that are told of something. Blocks may be added and removed while they are being called: one that
-// was removed is not called any more, one that was added waits for the next time. Calling allocates nothing.
+// A list of blocks that are told of something. Blocks may be added and removed while they are being called:
+// one that was removed is not called any more, one that was added waits for the next time. Calling allocates
+// nothing.
 #pragma once
 
 #include "foundation/Registration.h"
@@ -12,7 +13,8 @@
 
 namespace orbel {
 
-template <class... Arguments> class EventObservers {
+template <class... Arguments>
+class EventObservers {
 public:
   using Block = std::function<void(Arguments...)>;
 

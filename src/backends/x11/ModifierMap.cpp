@@ -31,8 +31,9 @@ struct Mappings {
   }
   std::span<const xcb_keysym_t> symbolsOf(xcb_keycode_t keyCode) const {
     const std::size_t perKey = symbols->keysyms_per_keycode;
-    const auto all = std::span(xcb_get_keyboard_mapping_keysyms(symbols.get()),
-                               static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(symbols.get())));
+    const auto all =
+        std::span(xcb_get_keyboard_mapping_keysyms(symbols.get()),
+                  static_cast<std::size_t>(xcb_get_keyboard_mapping_keysyms_length(symbols.get())));
     const std::size_t start = (static_cast<std::size_t>(keyCode) - firstKeyCode) * perKey;
     if (keyCode < firstKeyCode || start + perKey > all.size()) return {};
     return all.subspan(start, perKey);
@@ -40,10 +41,13 @@ struct Mappings {
 
   // The first of the free modifier bits that a key with one of the symbols sets; 0 when there is none.
   std::uint16_t maskOf(std::initializer_list<xcb_keysym_t> wanted) const {
-    const auto isWanted = [&](xcb_keysym_t symbol) { return std::ranges::find(wanted, symbol) != wanted.end(); };
+    const auto isWanted = [&](xcb_keysym_t symbol) {
+      return std::ranges::find(wanted, symbol) != wanted.end();
+    };
     for (std::size_t modifier = kFirstFreeModifier; modifier < kModifierCount; ++modifier)
       for (const xcb_keycode_t keyCode : keysOf(modifier))
-        if (std::ranges::any_of(symbolsOf(keyCode), isWanted)) return static_cast<std::uint16_t>(1U << modifier);
+        if (std::ranges::any_of(symbolsOf(keyCode), isWanted))
+          return static_cast<std::uint16_t>(1U << modifier);
     return 0;
   }
 };
@@ -67,8 +71,8 @@ ModifierMap ModifierMap::current(Connection& connection) {
     map.m_option = mappings.maskOf({XKB_KEY_Alt_L, XKB_KEY_Alt_R});
     map.m_numLock = mappings.maskOf({XKB_KEY_Num_Lock});
   }
-  // A keymap without such keys: the bits that they usually have. Nobody can press them, but a combination with them
-  // must not become one without.
+  // A keymap without such keys: the bits that they usually have. Nobody can press them, but a combination
+  // with them must not become one without.
   if (map.m_command == 0) map.m_command = XCB_MOD_MASK_4;
   if (map.m_option == 0) map.m_option = XCB_MOD_MASK_1;
   return map;

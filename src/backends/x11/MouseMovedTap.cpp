@@ -18,14 +18,17 @@ void MouseMovedTap::setEnabled(bool enabled) {
     m_motion.reset();
     return;
   }
-  m_presses = m_pointer.observePresses([this](std::uint32_t button, xcb_timestamp_t) { setHeld(button, true); });
-  m_releases = m_pointer.observeReleases([this](std::uint32_t button, xcb_timestamp_t) { setHeld(button, false); });
+  m_presses =
+      m_pointer.observePresses([this](std::uint32_t button, xcb_timestamp_t) { setHeld(button, true); });
+  m_releases =
+      m_pointer.observeReleases([this](std::uint32_t button, xcb_timestamp_t) { setHeld(button, false); });
   m_motion = m_pointer.observeMotion([this] {
     if (m_held.none()) m_mouseMoved();
   });
   // After the selection: a press in between is then told twice rather than never.
   m_held.reset();
-  for (const std::uint32_t button : m_pointer.heldButtons()) setHeld(button, true);
+  for (const std::uint32_t button : m_pointer.heldButtons())
+    setHeld(button, true);
 }
 
 void MouseMovedTap::setHeld(std::uint32_t button, bool held) {

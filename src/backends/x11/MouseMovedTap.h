@@ -1,5 +1,5 @@
-// Every pointer movement with no button held; with one held it is a drag. Presses and releases are listened to as well
-// while it is enabled, to know which of the two a movement is without asking the server at each.
+// Every pointer movement with no button held; with one held it is a drag. Presses and releases are listened
+// to as well while it is enabled, to know which of the two a movement is without asking the server at each.
 #pragma once
 
 #include "foundation/Registration.h"

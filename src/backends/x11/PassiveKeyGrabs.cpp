@@ -32,7 +32,8 @@ PassiveKeyGrabs::PassiveKeyGrabs(Connection& connection)
 }
 
 PassiveKeyGrabs::~PassiveKeyGrabs() {
-  for (const auto& entry : m_entries) release(entry->grabs);
+  for (const auto& entry : m_entries)
+    release(entry->grabs);
   m_connection.flush();
 }
 
@@ -72,7 +73,8 @@ std::vector<PassiveKeyGrabs::Grab> PassiveKeyGrabs::grabsFor(KeyCombination comb
   const unsigned keyCode = combination.evdevCode + kXKeyCodeOffset;
   if (keyCode < m_connection.setup().min_keycode || keyCode > m_connection.setup().max_keycode) return {};
   std::vector<Grab> grabs;
-  for (const std::uint16_t mask : m_modifiers.lockVariants(m_modifiers.maskForModifiers(combination.modifiers)))
+  for (const std::uint16_t mask :
+       m_modifiers.lockVariants(m_modifiers.maskForModifiers(combination.modifiers)))
     grabs.emplace_back(static_cast<xcb_keycode_t>(keyCode), mask);
   return grabs;
 }
@@ -82,8 +84,9 @@ bool PassiveKeyGrabs::take(const std::vector<Grab>& grabs) {
   std::vector<std::pair<Grab, xcb_void_cookie_t>> requests;
   for (const Grab& grab : grabs)
     if (!m_holders.contains(grab))
-      requests.emplace_back(grab, xcb_grab_key_checked(m_connection.xcb(), 0, m_connection.root(), grab.second,
-                                                       grab.first, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+      requests.emplace_back(grab,
+                            xcb_grab_key_checked(m_connection.xcb(), 0, m_connection.root(), grab.second,
+                                                 grab.first, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
   std::vector<Grab> taken;
   for (const auto& [grab, cookie] : requests)
     if (!ownReply(xcb_request_check(m_connection.xcb(), cookie))) taken.push_back(grab);
@@ -94,7 +97,8 @@ bool PassiveKeyGrabs::take(const std::vector<Grab>& grabs) {
     m_connection.flush();
     return false;
   }
-  for (const Grab& grab : grabs) ++m_holders[grab];
+  for (const Grab& grab : grabs)
+    ++m_holders[grab];
   return true;
 }
 
@@ -109,9 +113,15 @@ void PassiveKeyGrabs::release(const std::vector<Grab>& grabs) {
 
 void PassiveKeyGrabs::handleEvent(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7F) {
-  case XCB_KEY_PRESS: handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event)); return;
-  case XCB_KEY_RELEASE: handleRelease(reinterpret_cast<const xcb_key_release_event_t&>(event)); return;
-  case XCB_MAPPING_NOTIFY: m_mappingChange.schedule(); return;
+  case XCB_KEY_PRESS:
+    handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
+    return;
+  case XCB_KEY_RELEASE:
+    handleRelease(reinterpret_cast<const xcb_key_release_event_t&>(event));
+    return;
+  case XCB_MAPPING_NOTIFY:
+    m_mappingChange.schedule();
+    return;
   default:
     if (m_xkb && m_xkb->isKeymapChange(event)) m_mappingChange.schedule();
   }
@@ -127,7 +137,8 @@ void PassiveKeyGrabs::handlePress(const xcb_key_press_event_t& press) {
   const auto modifiers = static_cast<std::uint16_t>(press.state & m_modifiers.significantMask());
   std::vector<std::shared_ptr<Entry>> matching;
   for (const auto& entry : m_entries)
-    if (!entry->grabs.empty() && entry->grabs.front() == Grab{press.detail, modifiers}) matching.push_back(entry);
+    if (!entry->grabs.empty() && entry->grabs.front() == Grab{press.detail, modifiers})
+      matching.push_back(entry);
   for (const auto& entry : matching) {
     // An earlier one may have ended this one.
     if (std::ranges::find(m_entries, entry) != m_entries.end()) entry->pressed();
@@ -157,7 +168,8 @@ void PassiveKeyGrabs::mappingChanged() {
     if (take(grabs))
       entry->grabs = std::move(grabs);
     else
-      Log::warning("after a change of the keyboard layout another program holds " + describe(entry->combination));
+      Log::warning("after a change of the keyboard layout another program holds " +
+                   describe(entry->combination));
   }
   m_connection.flush();
 }

@@ -1,7 +1,7 @@
-// Key combinations grabbed passively on the root window, whatever Caps Lock and Num Lock are. Nothing else that is
-// typed is touched: an active grab would silence other grabs and the program under the menu.
-// A held key is one press. The grabs follow changes of the keyboard mapping. Used by X11HotKeys and EscapeGrab, which
-// share one connection and so do not hinder each other.
+// Key combinations grabbed passively on the root window, whatever Caps Lock and Num Lock are. Nothing else
+// that is typed is touched: an active grab would silence other grabs and the program under the menu. A held
+// key is one press. The grabs follow changes of the keyboard mapping. Used by X11HotKeys and EscapeGrab,
+// which share one connection and so do not hinder each other.
 #pragma once
 
 #include "backends/x11/DelayedCall.h"
@@ -63,8 +63,8 @@ private:
   ModifierMap m_modifiers;
   std::optional<XkbEvents> m_xkb;
   std::vector<std::shared_ptr<Entry>> m_entries;
-  std::map<Grab, int> m_holders;    // how many entries share a grab: the server knows one
-  std::bitset<256> m_down;          // key codes seen to go down during the current grab
+  std::map<Grab, int> m_holders;     // how many entries share a grab: the server knows one
+  std::bitset<256> m_down;           // key codes seen to go down during the current grab
   xcb_keycode_t m_activatingKey = 0; // the key whose release ends the current grab; 0 when there is none
   DelayedCall m_mappingChange;
   Registration m_events;

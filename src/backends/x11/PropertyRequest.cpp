@@ -21,7 +21,8 @@ std::string fromGlib(char* text) {
 
 std::string utf8(std::string_view bytes, bool isLatin1) {
   const auto length = static_cast<gssize>(bytes.size());
-  if (isLatin1) return fromGlib(g_convert(bytes.data(), length, "UTF-8", "ISO-8859-1", nullptr, nullptr, nullptr));
+  if (isLatin1)
+    return fromGlib(g_convert(bytes.data(), length, "UTF-8", "ISO-8859-1", nullptr, nullptr, nullptr));
   return fromGlib(g_utf8_make_valid(bytes.data(), length));
 }
 
@@ -30,16 +31,16 @@ std::string utf8(std::string_view bytes, bool isLatin1) {
 PropertyRequest::PropertyRequest(Connection& connection, xcb_window_t window, const char* property,
                                  std::uint32_t maximumBytes)
     : m_connection(&connection),
-      m_cookie(xcb_get_property(connection.xcb(), 0, window, connection.atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0,
-                                maximumBytes / 4)) {}
+      m_cookie(xcb_get_property(connection.xcb(), 0, window, connection.atom(property),
+                                XCB_GET_PROPERTY_TYPE_ANY, 0, maximumBytes / 4)) {}
 
 PropertyRequest::~PropertyRequest() {
   if (m_pending) xcb_discard_reply(m_connection->xcb(), m_cookie.sequence);
 }
 
 PropertyRequest::PropertyRequest(PropertyRequest&& other) noexcept
-    : m_connection(other.m_connection), m_cookie(other.m_cookie), m_pending(std::exchange(other.m_pending, false)),
-      m_reply(std::move(other.m_reply)) {}
+    : m_connection(other.m_connection), m_cookie(other.m_cookie),
+      m_pending(std::exchange(other.m_pending, false)), m_reply(std::move(other.m_reply)) {}
 
 const xcb_get_property_reply_t* PropertyRequest::reply() {
   if (std::exchange(m_pending, false))
@@ -47,7 +48,9 @@ const xcb_get_property_reply_t* PropertyRequest::reply() {
   return m_reply.get();
 }
 
-bool PropertyRequest::exists() { return reply() && reply()->type != XCB_ATOM_NONE; }
+bool PropertyRequest::exists() {
+  return reply() && reply()->type != XCB_ATOM_NONE;
+}
 
 std::span<const std::uint32_t> PropertyRequest::numbers() {
   const auto* property = reply();

@@ -15,6 +15,7 @@
 #include <filesystem>
 #include <memory>
 #include <optional>
+#include <ostream>
 #include <regex>
 
 namespace orbel {
@@ -310,6 +311,11 @@ struct BadFile {
   const char* name;
   std::string content;
 };
+
+// The name alone in the list of tests, instead of the bytes of the structure.
+void PrintTo(const BadFile& file, std::ostream* stream) {
+  *stream << file.name;
+}
 
 class BadPreferencesFileTest : public PreferencesFileTest, public testing::WithParamInterface<BadFile> {};
 

@@ -24,6 +24,7 @@ QPalette darkPalette() {
   QPalette palette(QColor(53, 53, 56));
   palette.setColor(QPalette::Base, QColor(35, 35, 38));
   palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+  palette.setColor(QPalette::Disabled, QPalette::Text, QColor(120, 120, 124));
   palette.setColor(QPalette::HighlightedText, Qt::white);
   return palette;
 }

@@ -252,6 +252,20 @@ TEST_F(QtDialogsTest, OpenPanelPreselectsItsStartAndAnswersWithIt) {
   EXPECT_EQ(m_answer, allowed.string());
 }
 
+TEST_F(QtDialogsTest, OpenPanelShowsItsPreselectionAmongManyFiles) {
+  for (int index = 0; index < 400; ++index) file("program" + std::to_string(index) + ".desktop");
+  const auto allowed = file("zebra.desktop");
+  askForFile(allowed, allowed.string());
+  EXPECT_TRUE(becomesTrue(
+      [] {
+        const QModelIndex current = list().currentIndex();
+        const QModelIndex last = current.sibling(current.row() + 1, 0);
+        return current.data().toString() == "zebra.desktop" && !last.isValid() &&
+               list().viewport()->rect().contains(list().visualRect(current));
+      },
+      "it is selected, sorted to the end, and in sight"));
+}
+
 TEST_F(QtDialogsTest, OpenPanelGreysWhatCannotBeChosenButNotFolders) {
   const auto allowed = file("editor.desktop");
   file("other.desktop");

@@ -180,7 +180,8 @@ TEST_P(DesktopsTest, ActivatingGoesToTheWindowsDesktopAndRestoringDoesNot) {
 TEST_P(DesktopsTest, WithAllWindowsGoneNoneIsActiveAfterAMoment) {
   m_earlier.reset();
   m_other.reset();
-  EXPECT_TRUE(iterateUntil([&] { return ids().empty() && !windows().activeWindow(); }));
+  EXPECT_TRUE(iterateUntil([&] { return ids().empty() && !windows().activeWindow(); }))
+      << ids().size() << " windows, active " << windows().activeWindow().value_or(0);
 }
 
 class ActiveWindowTest : public WindowsTest {};
@@ -201,6 +202,14 @@ TEST_F(ActiveWindowTest, NoneThatPassesIsNotNoticedAndNoneThatLastsIs) {
   EXPECT_TRUE(iterateUntil([&] { return !windows().activeWindow(); }));
   say(program->window());
   EXPECT_TRUE(isActive(program->window()));
+}
+
+TEST_F(ActiveWindowTest, AWindowThatIsGoneIsNotActiveThoughTheWindowManagerNamesIt) {
+  startWindowManager("openbox");
+  const auto program = programAt(50, 100);
+  ASSERT_TRUE(iterateUntil([&] { return isActive(program->window()); }));
+  driver().setNumbers(driver().root(), "_NET_ACTIVE_WINDOW", "WINDOW", {0x7FFFFFF});
+  EXPECT_EQ(windows().activeWindow(), std::nullopt);
 }
 
 TEST_F(ActiveWindowTest, WithoutAWindowManagerItIsTheOneThatHoldsTheFocus) {

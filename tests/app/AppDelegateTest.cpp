@@ -1,0 +1,197 @@
+#include "app/AppDelegate.h"
+
+#include "app/settings/AppSettings.h"
+#include "app/settings/Notifications.h"
+#include "doubles/FakePlatform.h"
+#include "shortcut/MASShortcut.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace orbel {
+namespace {
+
+class AppDelegateTest : public testing::Test {
+protected:
+  AppDelegateTest() {
+    MASShortcut::setGlobalShortcut(MASShortcut::shortcutWithKeyCode(49, kControlFlag | kOptionFlag), "GlobalShortcut");
+    platform.windows.movePointer({500, 500});
+  }
+  ~AppDelegateTest() override {
+    delegate.applicationWillTerminate();
+    AppSettings::destroySharedInstance();
+  }
+
+  void start() { delegate.applicationDidFinishLaunching(); }
+  void pressShortcut() { platform.hotKeys.press(49, 4096 | 2048); }
+  void gesture() {
+    NotificationCenter::defaultCenter().post(kOrbelMenuShouldShowNotification, nullptr,
+                                             {{kShowEventType, kShowEventTrackpad}});
+  }
+  void releaseButton() {
+    if (platform.eventTaps.isEnabled("mouseUp")) platform.eventTaps.mouseUp();
+  }
+  void settle() { platform.runLoop.advance(0.2); }
+  bool menuShown() { return !platform.windows.surfaces.empty() && platform.windows.surfaces[0]->shown; }
+  Rect menuFrame() { return platform.windows.surfaces.at(0)->screenFrame; }
+
+  FakePlatform platform;
+  AppDelegate delegate;
+};
+
+TEST_F(AppDelegateTest, NothingIsShownAtTheStart) {
+  start();
+  settle();
+  EXPECT_EQ(delegate.windowController(), nullptr);
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+}
+
+TEST_F(AppDelegateTest, WithoutTrustTheProgramLogsItAndCarriesOn) {
+  platform.eventTaps.trusted = false;
+  start();
+  EXPECT_NE(std::find(platform.logged.begin(), platform.logged.end(), "we're not trusted"), platform.logged.end());
+  pressShortcut();
+  EXPECT_TRUE(menuShown());
+}
+
+TEST_F(AppDelegateTest, TheShortcutShowsTheMenuCentredOnThePointer) {
+  start();
+  pressShortcut();
+  settle();
+  EXPECT_EQ(menuFrame(), Rect(300, 300, 400, 400));
+  EXPECT_TRUE(delegate.windowController()->windowVisible());
+}
+
+TEST_F(AppDelegateTest, TheShortcutPressedAgainOverTheOpenMenuHidesIt) {
+  const auto editor = platform.workspace.launch(7, "Editor");
+  platform.workspace.frontmost = editor;
+  start();
+  pressShortcut();
+  settle();
+  pressShortcut();
+  settle();
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+  EXPECT_EQ(editor->activations.size(), 1u);
+}
+
+TEST_F(AppDelegateTest, TheShortcutWithThePointerAwayMovesTheMenuToThePointer) {
+  start();
+  pressShortcut();
+  settle();
+  platform.windows.movePointer({1000, 700});
+  pressShortcut();
+  settle();
+  EXPECT_EQ(menuFrame(), Rect(800, 500, 400, 400));
+  EXPECT_TRUE(menuShown());
+  EXPECT_EQ(platform.windows.surfaces.size(), 1u);
+}
+
+TEST_F(AppDelegateTest, AGestureShowsTheMenuAndDoesNothingOverAnOpenOne) {
+  start();
+  gesture();
+  settle();
+  EXPECT_TRUE(menuShown());
+  gesture();
+  settle();
+  EXPECT_TRUE(menuShown());
+}
+
+TEST_F(AppDelegateTest, ARequestWhileTheMenuIsStillTransparentShowsItOnceMore) {
+  start();
+  pressShortcut();
+  pressShortcut();
+  settle();
+  EXPECT_TRUE(menuShown());
+}
+
+TEST_F(AppDelegateTest, AClickElsewhereHidesAndOneOverTheMenuDoesNot) {
+  start();
+  pressShortcut();
+  settle();
+  releaseButton();
+  settle();
+  EXPECT_TRUE(menuShown());
+  platform.windows.movePointer({10, 10});
+  releaseButton();
+  settle();
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+}
+
+TEST_F(AppDelegateTest, AClickElsewhereAlsoClosesAnOpenCollection) {
+  platform.preferences.values["menuItems"] = PropertyList::List{PropertyList::Dictionary{
+      {"class", "CollectionMenuItem"}, {"name", "Work"}, {"subitems", PropertyList::List{}}}};
+  start();
+  pressShortcut();
+  settle();
+  delegate.windowController()->didClickItem({0, 0});
+  settle();
+  platform.windows.movePointer({10, 10});
+  releaseButton();
+  settle();
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+}
+
+TEST_F(AppDelegateTest, AClickWithoutAMenuDoesNothing) {
+  start();
+  releaseButton();
+  EXPECT_EQ(delegate.windowController(), nullptr);
+}
+
+TEST_F(AppDelegateTest, AfterTheMenuHasGoneTheNextShowBuildsAFreshController) {
+  start();
+  pressShortcut();
+  settle();
+  const std::weak_ptr<OrbelWindowController> first = delegate.windowController();
+  pressShortcut();
+  settle();
+  EXPECT_EQ(delegate.windowController(), nullptr);
+  EXPECT_TRUE(first.expired());
+  pressShortcut();
+  EXPECT_NE(delegate.windowController(), nullptr);
+}
+
+TEST_F(AppDelegateTest, TheDesktopsOwnRequestsShowAndHide) {
+  start();
+  delegate.showMenuAtPointer();
+  settle();
+  EXPECT_TRUE(menuShown());
+  delegate.hideMenu();
+  settle();
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+  delegate.hideMenu();
+}
+
+TEST_F(AppDelegateTest, AtTheEndTheStoreIsWrittenAndTheCompanionToldWhereThereIsOne) {
+  start();
+  const int synchronizations = platform.preferences.synchronizations;
+  delegate.applicationWillTerminate();
+  EXPECT_EQ(platform.preferences.synchronizations, synchronizations + 1);
+  EXPECT_TRUE(platform.workspace.actions.empty());
+  platform.workspace.urlHandlers["orbelmenu-toolkit"] = "/toolkit.desktop";
+  delegate.applicationWillTerminate();
+  EXPECT_EQ(platform.workspace.actions, std::vector<std::string>{"openUrl orbelmenu-toolkit:terminate"});
+}
+
+TEST_F(AppDelegateTest, AnEndInTheMiddleOfAFadeLeavesNoWindowBehind) {
+  start();
+  pressShortcut();
+  settle();
+  pressShortcut();
+  platform.runLoop.advance(0.05);
+  delegate.applicationWillTerminate();
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+}
+
+TEST_F(AppDelegateTest, WhereTheDisplayTellsThePointerLaterTheMenuComesThen) {
+  start();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  EXPECT_EQ(delegate.windowController(), nullptr);
+  platform.windows.movePointer({600, 600});
+  settle();
+  EXPECT_EQ(menuFrame(), Rect(400, 400, 400, 400));
+}
+
+} // namespace
+} // namespace orbel

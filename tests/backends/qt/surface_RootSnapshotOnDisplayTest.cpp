@@ -1,0 +1,117 @@
+// Pictures of the screen, taken of a wallpaper with a colour of its own at each place.
+#include "backends/x11/RootSnapshot.h"
+#include "backends/qt/TestDisplay.h"
+#include "backends/x11/Connection.h"
+#include "backends/x11/CompositorWatch.h"
+
+#include <gtest/gtest.h>
+
+#include <QCoreApplication>
+
+namespace orbel {
+namespace {
+
+using desktop::Rgb;
+using desktop::Wallpaper;
+
+class RootSnapshotOnDisplay : public testing::Test {
+protected:
+  void SetUp() override {
+    if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
+    connection = Connection::open();
+    ASSERT_TRUE(connection);
+  }
+  static Rgb at(const RootSnapshot& snapshot, int x, int y) {
+    const DeviceRect& rect = snapshot.rect();
+    const std::uint32_t pixel = snapshot.pixels()[(y - rect.y) * rect.width + (x - rect.x)];
+    EXPECT_EQ(pixel >> 24, 0xffu);
+    return {static_cast<std::uint8_t>(pixel >> 16), static_cast<std::uint8_t>(pixel >> 8),
+            static_cast<std::uint8_t>(pixel)};
+  }
+
+  std::unique_ptr<Connection> connection;
+};
+
+TEST_F(RootSnapshotOnDisplay, HoldsTheScreensPixels) {
+  RootSnapshot snapshot(*connection);
+  EXPECT_TRUE(snapshot.isEmpty());
+  ASSERT_TRUE(snapshot.capture({200, 300, 101, 57}));
+  EXPECT_EQ(at(snapshot, 200, 300), Wallpaper::colorAt({200, 300}));
+  EXPECT_EQ(at(snapshot, 300, 356), Wallpaper::colorAt({300, 356}));
+}
+
+TEST_F(RootSnapshotOnDisplay, BeyondTheScreenTheLastPixelsRepeat) {
+  RootSnapshot snapshot(*connection);
+  ASSERT_TRUE(snapshot.capture({-50, 1000, 120, 60}));
+  EXPECT_EQ(snapshot.rect(), (DeviceRect{-50, 1000, 120, 60}));
+  EXPECT_EQ(at(snapshot, -50, 1000), Wallpaper::colorAt({0, 1000}));
+  EXPECT_EQ(at(snapshot, 69, 1010), Wallpaper::colorAt({69, 1010}));
+  EXPECT_EQ(at(snapshot, -20, 1059), Wallpaper::colorAt({0, 1023}));
+  ASSERT_TRUE(snapshot.capture({1270, -30, 40, 50}));
+  EXPECT_EQ(at(snapshot, 1309, -30), Wallpaper::colorAt({1279, 0}));
+  EXPECT_EQ(at(snapshot, 1272, 10), Wallpaper::colorAt({1272, 10}));
+}
+
+TEST_F(RootSnapshotOnDisplay, WhollyOffTheScreenThereIsNothing) {
+  RootSnapshot snapshot(*connection);
+  EXPECT_FALSE(snapshot.capture({-500, 10, 100, 100}));
+  EXPECT_TRUE(snapshot.isEmpty());
+}
+
+TEST_F(RootSnapshotOnDisplay, APatchReplacesWhatBothCover) {
+  RootSnapshot older(*connection);
+  ASSERT_TRUE(older.capture({100, 100, 50, 50}));
+  std::fill_n(older.pixels(), 50 * 50, 0xff00ff00);
+  RootSnapshot newer(*connection);
+  ASSERT_TRUE(newer.capture({120, 130, 60, 60}));
+  newer.patchFrom(older);
+  EXPECT_EQ(at(newer, 120, 130), (Rgb{0, 255, 0}));
+  EXPECT_EQ(at(newer, 149, 149), (Rgb{0, 255, 0}));
+  EXPECT_EQ(at(newer, 150, 149), Wallpaper::colorAt({150, 149}));
+  EXPECT_EQ(at(newer, 149, 150), Wallpaper::colorAt({149, 150}));
+}
+
+TEST_F(RootSnapshotOnDisplay, APatchFromElsewhereOrFromNothingChangesNothing) {
+  RootSnapshot older(*connection);
+  RootSnapshot newer(*connection);
+  ASSERT_TRUE(newer.capture({120, 130, 60, 60}));
+  newer.patchFrom(older);
+  ASSERT_TRUE(older.capture({500, 500, 10, 10}));
+  newer.patchFrom(older);
+  EXPECT_EQ(at(newer, 120, 130), Wallpaper::colorAt({120, 130}));
+}
+
+TEST_F(RootSnapshotOnDisplay, AReleasedOneIsEmptyAndCanBeUsedAgain) {
+  RootSnapshot snapshot(*connection);
+  ASSERT_TRUE(snapshot.capture({0, 0, 10, 10}));
+  snapshot.release();
+  EXPECT_TRUE(snapshot.isEmpty());
+  ASSERT_TRUE(snapshot.capture({600, 600, 10, 10}));
+  EXPECT_EQ(at(snapshot, 600, 600), Wallpaper::colorAt({600, 600}));
+}
+
+class CompositorWatchOnDisplay : public RootSnapshotOnDisplay {};
+
+TEST_F(CompositorWatchOnDisplay, ACompositorIsSeenComingAndGoing) {
+  int changes = 0;
+  CompositorWatch watch(*connection, [&] { ++changes; });
+  EXPECT_FALSE(watch.isCompositing());
+  {
+    // Its selection falls free when its program ends.
+    desktop::DisplayConnection compositor(testDisplay()->environment().at("DISPLAY"));
+    const xcb_window_t window = xcb_generate_id(compositor.get());
+    xcb_create_window(compositor.get(), 0, window, compositor.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_set_selection_owner(compositor.get(), window, compositor.atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
+    compositor.roundTrip();
+    ASSERT_TRUE(becomesTrue([&] { return watch.isCompositing(); }, "it has come"));
+    EXPECT_EQ(changes, 1);
+    CompositorWatch latecomer(*connection, {});
+    EXPECT_TRUE(latecomer.isCompositing());
+  }
+  EXPECT_TRUE(becomesTrue([&] { return !watch.isCompositing(); }, "it has gone"));
+  EXPECT_EQ(changes, 2);
+}
+
+} // namespace
+} // namespace orbel

@@ -8,7 +8,8 @@
 namespace orbel::bench {
 
 namespace {
-// The XSETTINGS wire format: byte order, serial, count, then per setting a type, a padded name, a serial and a value.
+// The XSETTINGS wire format: byte order, serial, count, then per setting a type, a padded name, a serial and
+// a value.
 std::vector<std::uint8_t> oneIntegerSetting(const std::string& name, std::int32_t value) {
   std::vector<std::uint8_t> bytes;
   const auto append = [&](const auto& number) {

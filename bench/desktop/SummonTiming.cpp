@@ -32,7 +32,9 @@ SummonTiming::SummonTiming(DesktopSession& session, std::vector<xcb_keysym_t> co
   m_before = row();
 }
 
-Picture SummonTiming::row() const { return m_session.screen().capture(m_row); }
+Picture SummonTiming::row() const {
+  return m_session.screen().capture(m_row);
+}
 
 Picture SummonTiming::settledRow(const Picture& differentFrom) const {
   const auto deadline = Clock::now() + kPatienceForPicture;
@@ -48,11 +50,13 @@ Picture SummonTiming::settledRow(const Picture& differentFrom) const {
 }
 
 void SummonTiming::press() {
-  for (const auto key : m_combination) m_session.input().pressKey(key);
+  for (const auto key : m_combination)
+    m_session.input().pressKey(key);
 }
 
 void SummonTiming::release() {
-  for (auto key = m_combination.rbegin(); key != m_combination.rend(); ++key) m_session.input().releaseKey(*key);
+  for (auto key = m_combination.rbegin(); key != m_combination.rend(); ++key)
+    m_session.input().releaseKey(*key);
 }
 
 double SummonTiming::halfPicture() {

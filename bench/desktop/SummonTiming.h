@@ -13,8 +13,8 @@ public:
   // The combination shows the window around the middle of the screen and, pressed again, hides it.
   SummonTiming(desktop::DesktopSession& session, std::vector<xcb_keysym_t> combination);
 
-  // Milliseconds from the press of the last key until half of the pixels that the window changes in the screen's middle
-  // row have changed. Ends with the window hidden and the screen as before.
+  // Milliseconds from the press of the last key until half of the pixels that the window changes in the
+  // screen's middle row have changed. Ends with the window hidden and the screen as before.
   double halfPicture();
 
 private:

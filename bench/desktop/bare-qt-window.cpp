@@ -1,5 +1,5 @@
-// The floor: a resident Qt program whose only window is mapped, round and painted, when a key combination is pressed
-// (Control+Alt+B), and unmapped when it is pressed again. Nothing is asked, loaded or looked up.
+// The floor: a resident Qt program whose only window is mapped, round and painted, when a key combination is
+// pressed (Control+Alt+B), and unmapped when it is pressed again. Nothing is asked, loaded or looked up.
 #include <QAbstractNativeEventFilter>
 #include <QApplication>
 #include <QPainter>

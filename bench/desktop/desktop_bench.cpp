@@ -1,5 +1,5 @@
-// The speeds a user feels, measured on the real agent under openbox with a compositor: prints one table, each figure with
-// its floor and its limit. Says which limits were missed and then ends with status 1.
+// The speeds a user feels, measured on the real agent under openbox with a compositor: prints one table, each
+// figure with its floor and its limit. Says which limits were missed and then ends with status 1.
 #include "desktop/AnimationsOff.h"
 #include "desktop/ProcessCost.h"
 #include "desktop/SummonTiming.h"
@@ -49,7 +49,8 @@ double median(std::vector<double> values) {
 std::vector<StoredItem> items(int count) {
   const char* names[] = {"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail"};
   std::vector<StoredItem> result;
-  for (int index = 0; index < count; ++index) result.push_back(StoredItem::core(names[index % 6]));
+  for (int index = 0; index < count; ++index)
+    result.push_back(StoredItem::core(names[index % 6]));
   return result;
 }
 
@@ -77,7 +78,8 @@ double bareWindow() {
   }
   bench::SummonTiming timing(session, {XK_Control_L, XK_Alt_L, XK_b});
   std::vector<double> times;
-  for (int count = 0; count < kSummons; ++count) times.push_back(timing.halfPicture());
+  for (int count = 0; count < kSummons; ++count)
+    times.push_back(timing.halfPicture());
   program->terminate();
   return median(times);
 }
@@ -93,7 +95,8 @@ void summoning(double floor) {
     bench::SummonTiming timing(session, kShortcut);
     first.push_back(timing.halfPicture());
     if (start > 0) continue;
-    for (int count = 0; count < kSummons; ++count) later.push_back(timing.halfPicture());
+    for (int count = 0; count < kSummons; ++count)
+      later.push_back(timing.halfPicture());
   }
   const double time = median(later);
   line("floor: bare resident Qt window, key to half of the picture", floor, "ms", {});
@@ -121,7 +124,8 @@ void magnifying(const char* name, const char* scale, double limit) {
     // A step has been painted when the screen has changed and stays as it is.
     const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(2);
     Picture now = session.screen().capture(watched);
-    while (now == last && std::chrono::steady_clock::now() < deadline) now = session.screen().capture(watched);
+    while (now == last && std::chrono::steady_clock::now() < deadline)
+      now = session.screen().capture(watched);
     last = session.screen().capture(watched);
   }
   const ProcessCost after = ProcessCost::of(agent.pid());
@@ -137,7 +141,8 @@ void resting() {
   costOver(agent.pid(), std::chrono::seconds(1)); // what follows a hide has passed
   const ProcessCost hidden = costOver(agent.pid(), kIdleTime);
   line("hidden: wake-ups in five seconds", static_cast<double>(hidden.wakeUps), "", 0);
-  line("hidden: memory (PSS, no other Qt program running)", bench::proportionalSetSize(agent.pid()), "MB", 30);
+  line("hidden: memory (PSS, no other Qt program running)", bench::proportionalSetSize(agent.pid()), "MB",
+       30);
   session.input().typeCombination(kShortcut);
   costOver(agent.pid(), std::chrono::seconds(1));
   const ProcessCost open = costOver(agent.pid(), kIdleTime);

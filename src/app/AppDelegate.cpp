@@ -51,14 +51,17 @@ void AppDelegate::orbelMenuShouldShow(const Notification& notification) {
   summon(isFromKeyboard(notification));
 }
 
-void AppDelegate::showMenuAtPointer() { summon(true); }
+void AppDelegate::showMenuAtPointer() {
+  summon(true);
+}
 
 void AppDelegate::hideMenu() {
   if (m_windowController && m_windowController->windowVisible()) m_windowController->hideWindow(true, true);
 }
 
 void AppDelegate::summon(bool fromKeyboard) {
-  Platform::current().windows.locatePointer([this, fromKeyboard](Point pointer) { showMenu(pointer, fromKeyboard); });
+  Platform::current().windows.locatePointer(
+      [this, fromKeyboard](Point pointer) { showMenu(pointer, fromKeyboard); });
 }
 
 void AppDelegate::showMenu(Point pointer, bool fromKeyboard) {
@@ -74,11 +77,14 @@ void AppDelegate::showMenu(Point pointer, bool fromKeyboard) {
 }
 
 void AppDelegate::orbelMenuShouldHide() {
-  if (m_windowController && !m_windowController->mouseHoveringOverMenu() && m_windowController->windowVisible()) {
+  if (m_windowController && !m_windowController->mouseHoveringOverMenu() &&
+      m_windowController->windowVisible()) {
     m_windowController->hideWindow(true, true);
   }
 }
 
-void AppDelegate::orbelWindowDidDisappear() { m_windowController = nullptr; }
+void AppDelegate::orbelWindowDidDisappear() {
+  m_windowController = nullptr;
+}
 
 } // namespace orbel

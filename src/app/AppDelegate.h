@@ -1,5 +1,5 @@
-// Starts the program, turns the triggers' requests into calls on the main menu's controller, and ends the program.
-// Made by main after the platform; lives as long as the program. Main thread only.
+// Starts the program, turns the triggers' requests into calls on the main menu's controller, and ends the
+// program. Made by main after the platform; lives as long as the program. Main thread only.
 #pragma once
 
 #include "controllers/OrbelWindowController.h"
@@ -28,7 +28,8 @@ public:
   void orbelMenuShouldHide();
   void orbelWindowDidDisappear();
 
-  // The desktop asked for it (its own key binding, a script): as if the shortcut were pressed, or a click elsewhere.
+  // The desktop asked for it (its own key binding, a script): as if the shortcut were pressed, or a click
+  // elsewhere.
   void showMenuAtPointer();
   void hideMenu();
 

@@ -39,7 +39,8 @@ constexpr const char* kPlatformVariable = "QT_QPA_PLATFORM";
 
 // Returns the variables that were set for this process alone.
 std::vector<std::string> prepareEnvironment() {
-  // The backends wait for their events in GLib's main loop; without it in the toolkit nothing of theirs would arrive.
+  // The backends wait for their events in GLib's main loop; without it in the toolkit nothing of theirs would
+  // arrive.
   qunsetenv("QT_NO_GLIB");
   if (qEnvironmentVariableIsSet(kPlatformVariable)) return {};
   qputenv(kPlatformVariable, "xcb");
@@ -103,8 +104,8 @@ private:
   QtContextMenus m_contextMenus{m_popUps};
   RunningApplicationPointer m_beforeDialogs;
   QtDialogs m_dialogs{m_popUps, m_text, dialogHooks()};
-  Platform m_platform{m_runLoop,   m_workspace,      m_preferences, m_windows,      m_graphics, m_text,
-                      m_hotKeys,   m_keyboardLayout, m_eventTaps,   m_contextMenus, m_dialogs};
+  Platform m_platform{m_runLoop, m_workspace,      m_preferences, m_windows,      m_graphics, m_text,
+                      m_hotKeys, m_keyboardLayout, m_eventTaps,   m_contextMenus, m_dialogs};
 };
 
 int quitOnSignal(void*) {
@@ -153,6 +154,7 @@ int main(int argumentCount, char** arguments) {
     Log::error("Orbel Menu needs an X11 display; this is " + QGuiApplication::platformName().toStdString());
     return 1;
   }
-  for (const int signal : {SIGINT, SIGTERM, SIGHUP}) g_unix_signal_add(signal, quitOnSignal, nullptr);
+  for (const int signal : {SIGINT, SIGTERM, SIGHUP})
+    g_unix_signal_add(signal, quitOnSignal, nullptr);
   return run(std::move(privateVariables));
 }

@@ -34,7 +34,8 @@ void CloseButton::setStrokeColor(const std::optional<Color>& color) {
 
 void CloseButton::draw(Canvas& canvas) {
   const Size size = presentedFrame().size;
-  canvas.strokeRoundedRect(Rect({}, size).insetBy(kInset, kInset), size.height * 0.5, m_strokeColor, kLineWidth);
+  canvas.strokeRoundedRect(Rect({}, size).insetBy(kInset, kInset), size.height * 0.5, m_strokeColor,
+                           kLineWidth);
   const Point low{kCrossFrom * size.width, kCrossFrom * size.height};
   const Point high{kCrossTo * size.width, kCrossTo * size.height};
   canvas.strokeLine(low, high, m_strokeColor, kLineWidth);

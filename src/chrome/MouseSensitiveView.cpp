@@ -2,11 +2,17 @@
 
 namespace orbel {
 
-MouseSensitiveView::MouseSensitiveView(const Rect& frame) : View(frame) { updateTrackingAreas(); }
+MouseSensitiveView::MouseSensitiveView(const Rect& frame) : View(frame) {
+  updateTrackingAreas();
+}
 
-void MouseSensitiveView::setHighlighted(bool highlighted) { m_highlighted = highlighted; }
+void MouseSensitiveView::setHighlighted(bool highlighted) {
+  m_highlighted = highlighted;
+}
 
-void MouseSensitiveView::updateTrackingAreas() { setTrackingArea(bounds()); }
+void MouseSensitiveView::updateTrackingAreas() {
+  setTrackingArea(bounds());
+}
 
 void MouseSensitiveView::mouseEntered(const MouseEvent& event) {
   if (m_mouseEnterBlock) {
@@ -24,7 +30,9 @@ void MouseSensitiveView::mouseExited(const MouseEvent& event) {
   }
 }
 
-void MouseSensitiveView::mouseMoved(const MouseEvent& event) { View::mouseMoved(event); }
+void MouseSensitiveView::mouseMoved(const MouseEvent& event) {
+  View::mouseMoved(event);
+}
 
 void MouseSensitiveView::mouseDown(const MouseEvent&) {
   setHighlighted(true);

@@ -53,7 +53,9 @@ OrbelWindow::OrbelWindow(SurfaceLevel level)
   m_surface->setDelegate(this);
 }
 
-OrbelWindow::~OrbelWindow() { m_surface->setDelegate(nullptr); }
+OrbelWindow::~OrbelWindow() {
+  m_surface->setDelegate(nullptr);
+}
 
 void OrbelWindow::setFrame(const Rect& frame) {
   const bool resized = frame.size != m_surface->frame().size;
@@ -93,7 +95,8 @@ void OrbelWindow::setAlphaValue(double alpha) {
 
 void OrbelWindow::animateAlphaValue(double alpha, std::function<void()> completion) {
   RunLoop& runLoop = Platform::current().runLoop;
-  m_fade = std::make_shared<Fade>(Fade{alphaValue(), alpha, runLoop.clock().now(), std::move(completion), {}});
+  m_fade =
+      std::make_shared<Fade>(Fade{alphaValue(), alpha, runLoop.clock().now(), std::move(completion), {}});
   if (Platform::current().windows.prefersReducedMotion()) {
     m_surface->setAlpha(alpha);
     runLoop.after(0, [this, fade = std::weak_ptr(m_fade)] {
@@ -104,7 +107,9 @@ void OrbelWindow::animateAlphaValue(double alpha, std::function<void()> completi
   m_fade->frames = runLoop.onEveryFrame([this] { stepFade(); });
 }
 
-bool OrbelWindow::isFadingOut() const { return m_fade && m_fade->to < m_fade->from; }
+bool OrbelWindow::isFadingOut() const {
+  return m_fade && m_fade->to < m_fade->from;
+}
 
 void OrbelWindow::stepFade() {
   const auto fade = m_fade;
@@ -128,9 +133,15 @@ bool OrbelWindow::pointerIsOver() const {
   return location && Rect({}, frame().size).contains(*location);
 }
 
-void OrbelWindow::paint(Canvas& canvas, const Rect& dirty) { m_tree.paint(canvas, dirty); }
-void OrbelWindow::pointerMoved(const MouseEvent& event) { m_tree.pointerMoved(event); }
-void OrbelWindow::pointerExited(const MouseEvent& event) { m_tree.pointerExited(event); }
+void OrbelWindow::paint(Canvas& canvas, const Rect& dirty) {
+  m_tree.paint(canvas, dirty);
+}
+void OrbelWindow::pointerMoved(const MouseEvent& event) {
+  m_tree.pointerMoved(event);
+}
+void OrbelWindow::pointerExited(const MouseEvent& event) {
+  m_tree.pointerExited(event);
+}
 void OrbelWindow::pointerPressed(PointerButton button, const MouseEvent& event) {
   m_tree.pointerPressed(button, event);
 }
@@ -140,16 +151,28 @@ void OrbelWindow::pointerReleased(PointerButton button, const MouseEvent& event)
 void OrbelWindow::cancelRequested() {
   if (const auto block = m_cancelBlock) block();
 }
-DragOperation OrbelWindow::dragMoved(const DragInfo& drag) { return m_tree.dragMoved(drag); }
-void OrbelWindow::dragExited() { m_tree.dragExited(); }
-bool OrbelWindow::dragPerformed(const DragInfo& drag) { return m_tree.dragPerformed(drag); }
+DragOperation OrbelWindow::dragMoved(const DragInfo& drag) {
+  return m_tree.dragMoved(drag);
+}
+void OrbelWindow::dragExited() {
+  m_tree.dragExited();
+}
+bool OrbelWindow::dragPerformed(const DragInfo& drag) {
+  return m_tree.dragPerformed(drag);
+}
 
-void OrbelWindow::needsDisplay(const Rect& rectInWindow) { m_surface->needsDisplay(rectInWindow); }
+void OrbelWindow::needsDisplay(const Rect& rectInWindow) {
+  m_surface->needsDisplay(rectInWindow);
+}
 std::optional<Point> OrbelWindow::pointerLocationInWindow() const {
   // A window that is not on the screen has nothing under the pointer, wherever its frame lies.
   return m_surface->isShown() ? m_surface->pointerLocation() : std::nullopt;
 }
-double OrbelWindow::backingScale() const { return m_surface->backingScale(); }
-Rect OrbelWindow::screenFrame() const { return m_surface->frame(); }
+double OrbelWindow::backingScale() const {
+  return m_surface->backingScale();
+}
+Rect OrbelWindow::screenFrame() const {
+  return m_surface->frame();
+}
 
 } // namespace orbel

@@ -1,6 +1,6 @@
-// The round, translucent window of a radial menu: a tinted disc with a thin white rim over what is blurred behind it.
-// It keeps its shape and colouring up to date; the controllers size, place, show and fade it. Frames are screen points,
-// y up. It never takes the keyboard focus. Owned by its controller.
+// The round, translucent window of a radial menu: a tinted disc with a thin white rim over what is blurred
+// behind it. It keeps its shape and colouring up to date; the controllers size, place, show and fade it.
+// Frames are screen points, y up. It never takes the keyboard focus. Owned by its controller.
 #pragma once
 
 #include "chrome/BezelView.h"
@@ -41,8 +41,8 @@ public:
   // The alpha that is shown now, 0 to 1.
   double alphaValue() const { return m_surface->alpha(); }
   void setAlphaValue(double alpha);
-  // Fades over kAnimationDuration from where it is. A later fade takes over, and then the completion of the earlier one
-  // never runs. The completion comes from the run loop, never inside this call.
+  // Fades over kAnimationDuration from where it is. A later fade takes over, and then the completion of the
+  // earlier one never runs. The completion comes from the run loop, never inside this call.
   void animateAlphaValue(double alpha, std::function<void()> completion);
   bool isFadingOut() const;
 
@@ -50,7 +50,8 @@ public:
   void orderOut() { m_surface->orderOut(); }
   bool isShown() const { return m_surface->isShown(); }
 
-  // Whether the pointer is over the window's square frame, or over a pop-up that belongs to it. False when unknown.
+  // Whether the pointer is over the window's square frame, or over a pop-up that belongs to it. False when
+  // unknown.
   bool pointerIsOver() const;
 
   // Escape while the window is shown.

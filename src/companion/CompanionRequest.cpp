@@ -24,7 +24,8 @@ CompanionRequest::Result CompanionRequest::parse(std::string_view url) {
 
   Quit quit;
   const auto [end, error] = std::from_chars(url.data(), url.data() + url.size(), quit.processIdentifier);
-  if (error != std::errc() || end != url.data() + url.size()) return Refusal{"it names no process by its number"};
+  if (error != std::errc() || end != url.data() + url.size())
+    return Refusal{"it names no process by its number"};
   if (quit.processIdentifier < kFirstProcess) return Refusal{"that process is never asked to quit"};
   return quit;
 }

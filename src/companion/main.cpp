@@ -1,6 +1,6 @@
-// orbelmenu-toolkit: asks another program to quit, on behalf of the menu, as its close button would. It is started anew
-// for each URL and ends when that is done, so it costs nothing in between; the URLs that start and end it find nothing
-// left to do. Status 0 when done, 1 when the process was refused, 2 when the URL was.
+// orbelmenu-toolkit: asks another program to quit, on behalf of the menu, as its close button would. It is
+// started anew for each URL and ends when that is done, so it costs nothing in between; the URLs that start
+// and end it find nothing left to do. Status 0 when done, 1 when the process was refused, 2 when the URL was.
 #include "backends/x11/Connection.h"
 #include "backends/x11/WindowCloser.h"
 #include "companion/CompanionRequest.h"
@@ -25,7 +25,8 @@ int refuse(int status, const std::string& cause) {
 
 bool belongsToUser(std::int32_t processIdentifier) {
   struct stat status {};
-  return stat(("/proc/" + std::to_string(processIdentifier)).c_str(), &status) == 0 && status.st_uid == geteuid();
+  return stat(("/proc/" + std::to_string(processIdentifier)).c_str(), &status) == 0 &&
+         status.st_uid == geteuid();
 }
 
 int quit(std::int32_t processIdentifier) {
@@ -36,8 +37,8 @@ int quit(std::int32_t processIdentifier) {
   const auto connection = Connection::open();
   if (!connection) return kProcessRefused;
   if (WindowCloser(*connection).closeWindows(processIdentifier) == 0) {
-    return refuse(kProcessRefused,
-                  "process " + std::to_string(processIdentifier) + " has no window that can be asked to close");
+    return refuse(kProcessRefused, "process " + std::to_string(processIdentifier) +
+                                       " has no window that can be asked to close");
   }
   return kDone;
 }
@@ -50,6 +51,7 @@ int main(int argumentCount, char** arguments) {
   if (const auto* refusal = std::get_if<CompanionRequest::Refusal>(&request)) {
     return refuse(kUrlRefused, refusal->cause);
   }
-  if (const auto* toQuit = std::get_if<CompanionRequest::Quit>(&request)) return quit(toQuit->processIdentifier);
+  if (const auto* toQuit = std::get_if<CompanionRequest::Quit>(&request))
+    return quit(toQuit->processIdentifier);
   return kDone;
 }

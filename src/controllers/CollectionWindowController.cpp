@@ -27,9 +27,8 @@ bool hasNewcomer(const std::vector<RunningApplicationPointer>& first,
                  const std::vector<RunningApplicationPointer>& second) {
   return std::any_of(first.begin(), first.end(), [&](const RunningApplicationPointer& application) {
     return isRegular(application) &&
-           std::none_of(second.begin(), second.end(), [&](const RunningApplicationPointer& other) {
-             return application->isEqual(*other);
-           });
+           std::none_of(second.begin(), second.end(),
+                        [&](const RunningApplicationPointer& other) { return application->isEqual(*other); });
   });
 }
 } // namespace
@@ -57,8 +56,9 @@ CollectionWindowController::~CollectionWindowController() = default;
 
 void CollectionWindowController::observe() {
   NotificationCenter& center = NotificationCenter::defaultCenter();
-  m_observations.push_back(center.observe(kOrbelMenuMagnifySettingsChangedNotification, nullptr,
-                                          [this](const Notification&) { m_menuWindow.refreshMagnification(); }));
+  m_observations.push_back(
+      center.observe(kOrbelMenuMagnifySettingsChangedNotification, nullptr,
+                     [this](const Notification&) { m_menuWindow.refreshMagnification(); }));
   m_observations.push_back(center.observe(kOrbelMenuWindowTintSettingsChangedNotification, nullptr,
                                           [this](const Notification&) { refreshWindowTint(); }));
   Workspace& workspace = Platform::current().workspace;
@@ -67,7 +67,8 @@ void CollectionWindowController::observe() {
 }
 
 void CollectionWindowController::runningApplicationsChanged() {
-  const auto earlier = std::exchange(m_knownApplications, Platform::current().workspace.runningApplications());
+  const auto earlier =
+      std::exchange(m_knownApplications, Platform::current().workspace.runningApplications());
   // Only the dots change; the members never do.
   if (hasNewcomer(m_knownApplications, earlier) || hasNewcomer(earlier, m_knownApplications)) {
     orbelView().reloadData();
@@ -96,7 +97,9 @@ void CollectionWindowController::hideWindow() {
   });
 }
 
-bool CollectionWindowController::toolkitAvailable() const { return CompanionToolkit::isAvailable(); }
+bool CollectionWindowController::toolkitAvailable() const {
+  return CompanionToolkit::isAvailable();
+}
 
 void CollectionWindowController::persistItems() {
   if (m_delegate) m_delegate->collectionWindowControllerShouldPersistItems();
@@ -108,7 +111,8 @@ void CollectionWindowController::didSelectItem() {
 
 MenuItemPointer CollectionWindowController::subitem(ItemPath path) const {
   const auto subitems = m_collectionItem->subitems();
-  if (!subitems || path.position < 0 || path.position >= static_cast<std::int64_t>(subitems->size())) return nullptr;
+  if (!subitems || path.position < 0 || path.position >= static_cast<std::int64_t>(subitems->size()))
+    return nullptr;
   return (*subitems)[static_cast<std::size_t>(path.position)];
 }
 
@@ -221,8 +225,8 @@ bool CollectionWindowController::canDrop(const DragInfo& drag, ItemPath target) 
   const MenuItemPointer menuItem = subitem(target);
   const auto paths = drag.filePaths();
   return menuItem && paths && std::any_of(paths->begin(), paths->end(), [&](const std::string& path) {
-    return menuItem->canOpenPath(path);
-  });
+           return menuItem->canOpenPath(path);
+         });
 }
 
 bool CollectionWindowController::didDrop(const DragInfo& drag, ItemPath target) {

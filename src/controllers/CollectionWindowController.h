@@ -1,6 +1,6 @@
-// Shows the members of one collection in a smaller menu of its own, over the main menu. It edits the members; closing,
-// saving and hiding are its delegate's. Made hidden by a click on the collection; held by shared_ptr, because fades and
-// delays outlast the delegate's interest in it. Points are screen points, y up.
+// Shows the members of one collection in a smaller menu of its own, over the main menu. It edits the members;
+// closing, saving and hiding are its delegate's. Made hidden by a click on the collection; held by
+// shared_ptr, because fades and delays outlast the delegate's interest in it. Points are screen points, y up.
 #pragma once
 
 #include "controllers/CollectionWindowControllerDelegate.h"
@@ -19,7 +19,8 @@ class CollectionWindowController : public OrbelViewDataSource,
                                    public OrbelViewDelegate,
                                    public std::enable_shared_from_this<CollectionWindowController> {
 public:
-  static std::shared_ptr<CollectionWindowController> withCollectionItem(std::shared_ptr<CollectionMenuItem> item);
+  static std::shared_ptr<CollectionWindowController>
+  withCollectionItem(std::shared_ptr<CollectionMenuItem> item);
   ~CollectionWindowController() override;
 
   CollectionWindowControllerDelegate* delegate() const { return m_delegate; }

@@ -7,7 +7,8 @@
 
 namespace orbel {
 
-// An application for a path that holds ".app" anywhere, or that is an application bundle of the desktop; else a file.
+// An application for a path that holds ".app" anywhere, or that is an application bundle of the desktop; else
+// a file.
 MenuItemPointer menuItemForDroppedPath(const std::string& path);
 
 } // namespace orbel

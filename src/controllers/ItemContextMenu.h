@@ -1,6 +1,6 @@
-// The context menu of an item: builds the "Open With..." choices, pops the menu up, and remembers for half a second
-// after it closed that it was open, so that the click which closed it does not open it again.
-// Owned by a menu controller; held by shared_ptr because the delay may outlast it.
+// The context menu of an item: builds the "Open With..." choices, pops the menu up, and remembers for half a
+// second after it closed that it was open, so that the click which closed it does not open it again. Owned by
+// a menu controller; held by shared_ptr because the delay may outlast it.
 #pragma once
 
 #include "model/MenuItem.h"
@@ -27,9 +27,10 @@ public:
   void menuWillOpen() override { m_itemMenuVisible = true; }
   void menuDidClose() override;
 
-  // One entry an application that opens the item, tagged with its index; the default stands alone above a separator.
-  // The block gets the tag.
-  static std::vector<MenuEntry> openWithEntries(const MenuItem& item, const std::function<void(std::int64_t)>& chosen);
+  // One entry an application that opens the item, tagged with its index; the default stands alone above a
+  // separator. The block gets the tag.
+  static std::vector<MenuEntry> openWithEntries(const MenuItem& item,
+                                                const std::function<void(std::int64_t)>& chosen);
   static MenuEntry entry(const std::string& englishTitle, bool shown, std::function<void()> action);
 
 private:

@@ -40,13 +40,14 @@ void OrbelWindowController::connect() {
     m_observations.push_back(
         center.observe(name, nullptr, [this, operation](const Notification&) { (this->*operation)(); }));
   };
-  m_observations.push_back(center.observe(kOrbelMenuMagnifySettingsChangedNotification, nullptr,
-                                          [this](const Notification&) { m_menuWindow.refreshMagnification(); }));
+  m_observations.push_back(
+      center.observe(kOrbelMenuMagnifySettingsChangedNotification, nullptr,
+                     [this](const Notification&) { m_menuWindow.refreshMagnification(); }));
   observe(kOrbelMenuWindowTintSettingsChangedNotification, &OrbelWindowController::refreshWindowTint);
   observe(kOrbelMenuShowRunningAppsChangedNotification, &OrbelWindowController::refreshItems);
   observe(kOrbelMenuMenuSizeSettingsChangedNotification, &OrbelWindowController::menuSizeSettingsChanged);
-  m_observations.push_back(Platform::current().workspace.observeRunningApplications(
-      [this] { reconcileRunningApplications(); }));
+  m_observations.push_back(
+      Platform::current().workspace.observeRunningApplications([this] { reconcileRunningApplications(); }));
 }
 
 std::function<void()> OrbelWindowController::weakly(void (OrbelWindowController::*operation)()) {
@@ -55,7 +56,9 @@ std::function<void()> OrbelWindowController::weakly(void (OrbelWindowController:
   };
 }
 
-bool OrbelWindowController::toolkitAvailable() const { return CompanionToolkit::isAvailable(); }
+bool OrbelWindowController::toolkitAvailable() const {
+  return CompanionToolkit::isAvailable();
+}
 
 bool OrbelWindowController::mouseHoveringOverMenu() const {
   if (window().pointerIsOver()) return true;

@@ -1,10 +1,12 @@
-// Owns the main radial menu: loads the user's items and the running programs, feeds the view, shows the window around a
-// point and fades it out again, and carries out what the user does in it. Every change is saved at once.
-// Made hidden by the application delegate for a show, and let go after "OrbelWindowControllerDidDisappearNotification";
-// held by shared_ptr, because fades, dialogs and delays outlast one call. Points are screen points, y up.
-// The view has one section, so every position is an index into the item list.
+// Owns the main radial menu: loads the user's items and the running programs, feeds the view, shows the
+// window around a point and fades it out again, and carries out what the user does in it. Every change is
+// saved at once. Made hidden by the application delegate for a show, and let go after
+// "OrbelWindowControllerDidDisappearNotification"; held by shared_ptr, because fades, dialogs and delays
+// outlast one call. Points are screen points, y up. The view has one section, so every position is an index
+// into the item list.
 //
-// OrbelWindowController.cpp: making, showing, hiding. ...Items.cpp: the list. ...Commands.cpp: clicks, moves, drops.
+// OrbelWindowController.cpp: making, showing, hiding. ...Items.cpp: the list. ...Commands.cpp: clicks, moves,
+// drops.
 // ...Menus.cpp: the context menus and their entries.
 #pragma once
 
@@ -35,8 +37,8 @@ class OrbelWindowController : public OrbelViewDataSource,
                               public CollectionWindowControllerDelegate,
                               public std::enable_shared_from_this<OrbelWindowController> {
 public:
-  // Seconds after the fade-in during which the close button ignores clicks: the menu opens under the pointer, and the
-  // click that was meant for what lay there before must not close it.
+  // Seconds after the fade-in during which the close button ignores clicks: the menu opens under the pointer,
+  // and the click that was meant for what lay there before must not close it.
   static constexpr double kCloseButtonGuard = 0.75;
   // Seconds between the close of a collection's menu and the reload that shows its new icon.
   static constexpr double kReloadAfterCollectionDelay = 0.3;
@@ -56,7 +58,9 @@ public:
   bool itemMenuVisible() const { return m_itemMenu->itemMenuVisible(); }
   // False while a dialog of ours is up: nothing hides the menu then.
   bool canClose() const { return m_canClose; }
-  const std::shared_ptr<CollectionWindowController>& collectionController() const { return m_collectionController; }
+  const std::shared_ptr<CollectionWindowController>& collectionController() const {
+    return m_collectionController;
+  }
 
   bool toolkitAvailable() const;
   // Over the menu's square frame, over an open collection's, or over a pop-up of theirs.

@@ -17,7 +17,9 @@ bool hasSubitems(const MenuItem& item) {
   return subitems && !subitems->empty();
 }
 
-bool isRunningAppItem(const MenuItem& item) { return dynamic_cast<const RunningAppMenuItem*>(&item) != nullptr; }
+bool isRunningAppItem(const MenuItem& item) {
+  return dynamic_cast<const RunningAppMenuItem*>(&item) != nullptr;
+}
 } // namespace
 
 void OrbelWindowController::didClickItem(ItemPath path) {
@@ -48,7 +50,8 @@ void OrbelWindowController::openCollection(const std::shared_ptr<CollectionMenuI
 void OrbelWindowController::collectionWindowControllerShouldClose() {
   if (!m_collectionController) return;
   closeCollection();
-  Platform::current().runLoop.after(kReloadAfterCollectionDelay, [self = shared_from_this()] { self->refreshItems(); });
+  Platform::current().runLoop.after(kReloadAfterCollectionDelay,
+                                    [self = shared_from_this()] { self->refreshItems(); });
 }
 
 void OrbelWindowController::didMoveItem(ItemPath from, ItemPath to) {
@@ -62,14 +65,15 @@ void OrbelWindowController::didMoveItem(ItemPath from, ItemPath to) {
 bool OrbelWindowController::canDropItem(ItemPath draggedPath, ItemPath targetPath) {
   const MenuItemPointer dragged = menuItem(draggedPath);
   const MenuItemPointer target = menuItem(targetPath);
-  return dragged && target && !isRunningAppItem(*dragged) && !hasSubitems(*dragged) && target->canHoldSubitems() &&
-         dragged->name() != kFinderName;
+  return dragged && target && !isRunningAppItem(*dragged) && !hasSubitems(*dragged) &&
+         target->canHoldSubitems() && dragged->name() != kFinderName;
 }
 
 void OrbelWindowController::didDropItem(ItemPath draggedPath, ItemPath targetPath) {
   const MenuItemPointer dragged = menuItem(draggedPath);
   const MenuItemPointer target = menuItem(targetPath);
-  if (dragged && target && !isRunningAppItem(*dragged) && !dragged->canHoldSubitems() && target->canHoldSubitems()) {
+  if (dragged && target && !isRunningAppItem(*dragged) && !dragged->canHoldSubitems() &&
+      target->canHoldSubitems()) {
     std::erase(m_menuItems, dragged);
     target->addSubitem(dragged);
   }

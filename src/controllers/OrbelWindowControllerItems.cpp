@@ -17,7 +17,8 @@ constexpr const char* kDefaultItems[] = {"Finder", "Launchpad", "App Store", "iT
 
 MenuItemList defaultItems() {
   MenuItemList items;
-  for (const char* name : kDefaultItems) items.push_back(CoreMenuItem::withName(name));
+  for (const char* name : kDefaultItems)
+    items.push_back(CoreMenuItem::withName(name));
   return items;
 }
 
@@ -30,9 +31,10 @@ bool isRepresented(const RunningApplication& application, const MenuItemList& it
 
 bool hasEnded(const MenuItemPointer& item, const std::vector<RunningApplicationPointer>& running) {
   const auto* runningItem = dynamic_cast<const RunningAppMenuItem*>(item.get());
-  return runningItem && std::none_of(running.begin(), running.end(), [&](const RunningApplicationPointer& application) {
-    return runningItem->representsRunningApplication(*application);
-  });
+  return runningItem &&
+         std::none_of(running.begin(), running.end(), [&](const RunningApplicationPointer& application) {
+           return runningItem->representsRunningApplication(*application);
+         });
 }
 } // namespace
 
@@ -46,7 +48,8 @@ void OrbelWindowController::refreshItems() {
     m_menuItems.clear();
   }
   if (m_collectionController) {
-    // An open collection's menu goes on with the object that was just loaded, or its changes would be saved nowhere.
+    // An open collection's menu goes on with the object that was just loaded, or its changes would be saved
+    // nowhere.
     const std::string openIdentity = m_collectionController->collectionItem()->identity();
     for (const MenuItemPointer& item : m_menuItems) {
       if (!item->canHoldSubitems() || item->identity() != openIdentity) continue;
@@ -67,7 +70,8 @@ void OrbelWindowController::reconcileRunningApplications() {
   for (const auto& application : running) {
     if (!isRepresented(*application, m_menuItems)) fresh.push_back(application);
   }
-  const auto removed = std::erase_if(m_menuItems, [&](const MenuItemPointer& item) { return hasEnded(item, running); });
+  const auto removed =
+      std::erase_if(m_menuItems, [&](const MenuItemPointer& item) { return hasEnded(item, running); });
   const bool showsRunningApps = AppSettings::sharedInstance().showRunningApps();
   for (const auto& application : fresh) {
     if (application->activationPolicy() != ActivationPolicy::regular || !showsRunningApps) continue;
@@ -76,7 +80,9 @@ void OrbelWindowController::reconcileRunningApplications() {
   if (removed > 0 || !fresh.empty()) orbelView().reloadData();
 }
 
-void OrbelWindowController::persistItems() { m_store.save(m_menuItems); }
+void OrbelWindowController::persistItems() {
+  m_store.save(m_menuItems);
+}
 
 MenuItemPointer OrbelWindowController::menuItem(ItemPath path) const {
   if (path.position < 0 || path.position >= static_cast<std::int64_t>(m_menuItems.size())) return nullptr;
@@ -90,7 +96,8 @@ std::optional<std::size_t> OrbelWindowController::indexOf(const MenuItemPointer&
 }
 
 std::size_t OrbelWindowController::insertionIndex(std::int64_t position) const {
-  return static_cast<std::size_t>(std::clamp<std::int64_t>(position, 0, static_cast<std::int64_t>(m_menuItems.size())));
+  return static_cast<std::size_t>(
+      std::clamp<std::int64_t>(position, 0, static_cast<std::int64_t>(m_menuItems.size())));
 }
 
 std::shared_ptr<OrbelItem> OrbelWindowController::item(ItemPath path) {

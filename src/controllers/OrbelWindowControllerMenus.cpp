@@ -12,7 +12,9 @@ namespace orbel {
 namespace {
 constexpr const char* kFinderName = "Finder";
 
-std::string localized(const char* english) { return Platform::current().text.localized(english); }
+std::string localized(const char* english) {
+  return Platform::current().text.localized(english);
+}
 
 // Paths are compared as those of folders, whether or not one was written so.
 std::string withTrailingSlash(std::string path) {
@@ -28,7 +30,8 @@ void OrbelWindowController::didRightClickItem(ItemPath path) {
   }
   m_targetMenuItem = menuItem(path);
   if (!m_targetMenuItem) return;
-  if (dynamic_cast<const CoreMenuItem*>(m_targetMenuItem.get()) && m_targetMenuItem->name() == kFinderName) return;
+  if (dynamic_cast<const CoreMenuItem*>(m_targetMenuItem.get()) && m_targetMenuItem->name() == kFinderName)
+    return;
   m_itemMenu->popUp(itemMenuEntries());
 }
 
@@ -51,7 +54,8 @@ std::vector<MenuEntry> OrbelWindowController::itemMenuEntries() {
                              weakly(&OrbelWindowController::quitAppClicked)),
       ItemContextMenu::entry("Remove from Orbel Menu", !isRunningApp,
                              weakly(&OrbelWindowController::removeClicked)),
-      ItemContextMenu::entry("Keep in Orbel Menu", isRunningApp, weakly(&OrbelWindowController::keepAppClicked)),
+      ItemContextMenu::entry("Keep in Orbel Menu", isRunningApp,
+                             weakly(&OrbelWindowController::keepAppClicked)),
   };
 }
 
@@ -62,7 +66,8 @@ void OrbelWindowController::didRightClickOutsideOfItem(ItemPath path) {
   }
   m_targetMenuItem = menuItem(path);
   m_outsideItemMenu = Platform::current().contextMenus.popUpAtPointer(
-      {ItemContextMenu::entry("New Collection", true, weakly(&OrbelWindowController::newCollectionClicked))}, nullptr);
+      {ItemContextMenu::entry("New Collection", true, weakly(&OrbelWindowController::newCollectionClicked))},
+      nullptr);
 }
 
 void OrbelWindowController::openClicked(std::int64_t tag) {
@@ -123,7 +128,8 @@ void OrbelWindowController::ungroupCollectionClicked() {
 void OrbelWindowController::removeClicked() {
   const auto index = indexOf(m_targetMenuItem);
   if (!index) return;
-  // A running program that is no longer pinned comes back among the running ones: the reload from the store finds it.
+  // A running program that is no longer pinned comes back among the running ones: the reload from the store
+  // finds it.
   m_menuItems.erase(m_menuItems.begin() + static_cast<std::ptrdiff_t>(*index));
   persistItems();
   refreshItems();

@@ -9,7 +9,8 @@ namespace {
 constexpr double kCloseButtonSide = 30;
 }
 
-RadialMenuWindow::RadialMenuWindow(SurfaceLevel level, OrbelViewDataSource& dataSource, OrbelViewDelegate& delegate)
+RadialMenuWindow::RadialMenuWindow(SurfaceLevel level, OrbelViewDataSource& dataSource,
+                                   OrbelViewDelegate& delegate)
     : m_window(std::make_unique<OrbelWindow>(level)) {
   View& content = m_window->contentView();
   m_orbelView = std::make_shared<OrbelView>(content.bounds());
@@ -21,7 +22,8 @@ RadialMenuWindow::RadialMenuWindow(SurfaceLevel level, OrbelViewDataSource& data
   m_orbelView->registerForFileDrags();
   content.addSubview(m_orbelView);
 
-  m_closeButton = std::make_shared<CloseButton>(Rect::centeredAt(content.bounds().center(), kCloseButtonSide));
+  m_closeButton =
+      std::make_shared<CloseButton>(Rect::centeredAt(content.bounds().center(), kCloseButtonSide));
   m_closeButton->setAutoresizing(Autoresizing::staysCentered);
   content.addSubview(m_closeButton);
 
@@ -33,7 +35,9 @@ RadialMenuWindow::~RadialMenuWindow() {
   m_orbelView->setDelegate(nullptr);
 }
 
-void RadialMenuWindow::setFrame(Point center, double side) { m_window->setFrame(Rect::centeredAt(center, side)); }
+void RadialMenuWindow::setFrame(Point center, double side) {
+  m_window->setFrame(Rect::centeredAt(center, side));
+}
 
 void RadialMenuWindow::refreshTint() {
   const Color tint = AppSettings::sharedInstance().windowTintColor();

@@ -1,6 +1,6 @@
-// A menu window with its radial view and the close button in its centre: what the main and the collection menu share.
-// Made transparent and off the screen. The controller owns it and is the view's data source and delegate; both are
-// taken out of the view when this goes.
+// A menu window with its radial view and the close button in its centre: what the main and the collection
+// menu share. Made transparent and off the screen. The controller owns it and is the view's data source and
+// delegate; both are taken out of the view when this goes.
 #pragma once
 
 #include "chrome/CloseButton.h"

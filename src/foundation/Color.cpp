@@ -13,12 +13,18 @@ Color Color::fromHueSaturationBrightness(const HueSaturationBrightness& componen
   const double falling = value * (1 - components.saturation * fraction);
   const double rising = value * (1 - components.saturation * (1 - fraction));
   switch (static_cast<int>(sector)) {
-  case 0: return {value, rising, low, alpha};
-  case 1: return {falling, value, low, alpha};
-  case 2: return {low, value, rising, alpha};
-  case 3: return {low, falling, value, alpha};
-  case 4: return {rising, low, value, alpha};
-  default: return {value, low, falling, alpha};
+  case 0:
+    return {value, rising, low, alpha};
+  case 1:
+    return {falling, value, low, alpha};
+  case 2:
+    return {low, value, rising, alpha};
+  case 3:
+    return {low, falling, value, alpha};
+  case 4:
+    return {rising, low, value, alpha};
+  default:
+    return {value, low, falling, alpha};
   }
 }
 

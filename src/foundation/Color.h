@@ -24,8 +24,8 @@ struct Color {
   static Color fromHueSaturationBrightness(const HueSaturationBrightness& components, double alpha);
   HueSaturationBrightness hueSaturationBrightness() const;
 
-  // The white component after conversion to the device grey space. A colour that is grey already keeps its level
-  // exactly, so a comparison with a limit is not decided by rounding.
+  // The white component after conversion to the device grey space. A colour that is grey already keeps its
+  // level exactly, so a comparison with a limit is not decided by rounding.
   double whiteComponent() const;
 
   Color withAlpha(double newAlpha) const { return {red, green, blue, newAlpha}; }

@@ -1,5 +1,6 @@
 // Points, sizes and rectangles in double points with the y axis pointing up.
-// A rectangle's origin is its bottom-left corner. Used everywhere; the flip to a y-down surface is a backend's.
+// A rectangle's origin is its bottom-left corner. Used everywhere; the flip to a y-down surface is a
+// backend's.
 #pragma once
 
 #include <algorithm>
@@ -43,7 +44,9 @@ struct Rect {
   Rect insetBy(double dx, double dy) const {
     return {origin.x + dx, origin.y + dy, size.width - 2 * dx, size.height - 2 * dy};
   }
-  Rect offsetBy(double dx, double dy) const { return {origin.x + dx, origin.y + dy, size.width, size.height}; }
+  Rect offsetBy(double dx, double dy) const {
+    return {origin.x + dx, origin.y + dy, size.width, size.height};
+  }
 
   // The smallest rectangle that holds both; an empty one adds nothing.
   Rect unitedWith(const Rect& other) const {

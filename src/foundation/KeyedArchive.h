@@ -1,4 +1,5 @@
-// Keyed archives of a single object with integer fields: a binary property list with "$archiver" "NSKeyedArchiver",
+// Keyed archives of a single object with integer fields: a binary property list with "$archiver"
+// "NSKeyedArchiver",
 // "$version", "$objects" and "$top". This is the stored form of a keyboard shortcut.
 #pragma once
 

@@ -13,15 +13,20 @@ Log::Sink& currentSink() {
 
 const char* prefix(Log::Severity severity) {
   switch (severity) {
-  case Log::Severity::information: return "orbelmenu: ";
-  case Log::Severity::warning: return "orbelmenu: warning: ";
-  case Log::Severity::error: return "orbelmenu: error: ";
+  case Log::Severity::information:
+    return "orbelmenu: ";
+  case Log::Severity::warning:
+    return "orbelmenu: warning: ";
+  case Log::Severity::error:
+    return "orbelmenu: error: ";
   }
   return "";
 }
 } // namespace
 
-Log::Sink Log::setSink(Sink sink) { return std::exchange(currentSink(), std::move(sink)); }
+Log::Sink Log::setSink(Sink sink) {
+  return std::exchange(currentSink(), std::move(sink));
+}
 
 void Log::write(Severity severity, std::string_view message) {
   if (currentSink()) {

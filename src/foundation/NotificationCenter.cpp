@@ -18,7 +18,8 @@ Registration NotificationCenter::observe(std::string name, const void* sender, B
   });
 }
 
-void NotificationCenter::post(const std::string& name, const void* object, PropertyList::Dictionary userInfo) {
+void NotificationCenter::post(const std::string& name, const void* object,
+                              PropertyList::Dictionary userInfo) {
   const Notification notification{name, object, std::move(userInfo)};
   // A copy, because a block may end its own or another observation, or begin a new one.
   const auto observers = *m_observers;

@@ -8,7 +8,9 @@ PropertyList& PropertyList::operator=(const PropertyList&) = default;
 PropertyList& PropertyList::operator=(PropertyList&&) noexcept = default;
 PropertyList::~PropertyList() = default;
 
-bool PropertyList::isEqual(const PropertyList& other) const { return m_value == other.m_value; }
+bool PropertyList::isEqual(const PropertyList& other) const {
+  return m_value == other.m_value;
+}
 
 const PropertyList* PropertyList::find(std::string_view key) const {
   const Dictionary* entries = dictionary();

@@ -1,6 +1,7 @@
-// A property-list value: boolean, 64-bit integer, double, string, data, date, ordered list or string-keyed dictionary.
-// Strings are UTF-8. Dates are seconds since 2001-01-01T00:00:00Z, the epoch of the property-list format.
-// A UID of a keyed archive is a dictionary with the single key "CF$UID" and an integer, as the XML form writes it.
+// A property-list value: boolean, 64-bit integer, double, string, data, date, ordered list or string-keyed
+// dictionary. Strings are UTF-8. Dates are seconds since 2001-01-01T00:00:00Z, the epoch of the property-list
+// format. A UID of a keyed archive is a dictionary with the single key "CF$UID" and an integer, as the XML
+// form writes it.
 #pragma once
 
 #include <cstddef>
@@ -36,7 +37,8 @@ public:
   PropertyList(Date value) : m_value(value) {}
   PropertyList(List value) : m_value(std::move(value)) {}
   PropertyList(Dictionary value) : m_value(std::move(value)) {}
-  template <typename T> PropertyList(T*) = delete; // a stray pointer must not become a boolean
+  template <typename T>
+  PropertyList(T*) = delete; // a stray pointer must not become a boolean
 
   // Out of line: inlined everywhere they are much code, and gcc 12 warns of paths in it that cannot be taken.
   PropertyList(const PropertyList&);

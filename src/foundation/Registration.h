@@ -1,4 +1,5 @@
-// A handle for something registered; destroying it unregisters. Move-only. Every observer, tap, tick and hot key is one.
+// A handle for something registered; destroying it unregisters. Move-only. Every observer, tap, tick and hot
+// key is one.
 #pragma once
 
 #include <functional>

@@ -23,7 +23,8 @@ public:
   // Runs the block once, after at least that many seconds, never inside this call; 0 means the next turn.
   virtual void after(double seconds, std::function<void()> block) = 0;
 
-  // Runs the block once a display frame while the registration lives. With none alive the loop never wakes for frames.
+  // Runs the block once a display frame while the registration lives. With none alive the loop never wakes
+  // for frames.
   virtual Registration onEveryFrame(std::function<void()> block) = 0;
 };
 

@@ -8,8 +8,8 @@ namespace orbel {
 class Bubble {
 public:
   virtual ~Bubble() = default;
-  // Below the anchor, its arrow pointing up at the anchor's middle; where there is no room, above it. The anchor is in
-  // screen points. Shown already, it only follows the anchor; an equal anchor costs nothing.
+  // Below the anchor, its arrow pointing up at the anchor's middle; where there is no room, above it. The
+  // anchor is in screen points. Shown already, it only follows the anchor; an equal anchor costs nothing.
   virtual void show(const Rect& anchorOnScreen) = 0;
   virtual void close() = 0;
   virtual bool isShown() const = 0;

@@ -39,8 +39,8 @@ public:
 class ContextMenus {
 public:
   virtual ~ContextMenus() = default;
-  // Pops up at the pointer, above every surface of ours, usable by keyboard; returns at once. The entries are copied;
-  // the delegate is borrowed and must live as long as the returned object.
+  // Pops up at the pointer, above every surface of ours, usable by keyboard; returns at once. The entries are
+  // copied; the delegate is borrowed and must live as long as the returned object.
   virtual std::unique_ptr<OpenContextMenu> popUpAtPointer(std::vector<MenuEntry> entries,
                                                           ContextMenuDelegate* delegate) = 0;
 };

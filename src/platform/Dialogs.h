@@ -1,5 +1,6 @@
-// Modal conversations with the user: a text prompt, an alert, the open panel. They stand above every surface of ours,
-// have the keyboard focus and give it back. They return at once and answer later, on the main thread, exactly once.
+// Modal conversations with the user: a text prompt, an alert, the open panel. They stand above every surface
+// of ours, have the keyboard focus and give it back. They return at once and answer later, on the main
+// thread, exactly once.
 #pragma once
 
 #include <functional>
@@ -33,7 +34,8 @@ class Dialogs {
 public:
   virtual ~Dialogs() = default;
   // The text when the button was pressed, nothing when the prompt was cancelled.
-  virtual void runTextPrompt(const TextPrompt& prompt, std::function<void(std::optional<std::string>)> done) = 0;
+  virtual void runTextPrompt(const TextPrompt& prompt,
+                             std::function<void(std::optional<std::string>)> done) = 0;
   virtual void runAlert(const Alert& alert, std::function<void()> done) = 0;
   // The chosen path, or nothing.
   virtual void runOpenPanel(const OpenPanel& panel, std::function<void(std::optional<std::string>)> done) = 0;

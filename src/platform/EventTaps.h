@@ -1,5 +1,5 @@
-// Listening to the user's input system-wide, changing and delaying nothing. A tap is made disabled and selects nothing
-// from the system while it is; callbacks run on the main thread. Owned by the settings store.
+// Listening to the user's input system-wide, changing and delaying nothing. A tap is made disabled and
+// selects nothing from the system while it is; callbacks run on the main thread. Owned by the settings store.
 #pragma once
 
 #include "foundation/Geometry.h"

@@ -11,7 +11,8 @@ namespace orbel {
 class Graphics {
 public:
   virtual ~Graphics() = default;
-  // Runs the drawing on a clear bitmap of that size, scaled so that the canvas spans pointSize. Y up as everywhere.
+  // Runs the drawing on a clear bitmap of that size, scaled so that the canvas spans pointSize. Y up as
+  // everywhere.
   virtual Bitmap render(int pixelWidth, int pixelHeight, Size pointSize,
                         const std::function<void(Canvas&)>& drawing) = 0;
 

@@ -1,5 +1,6 @@
-// Key combinations grabbed system-wide. Key codes are the stored virtual key codes; modifiers are the bits of the
-// hot-key interface: Command 256, Shift 512, Option 2048, Control 4096. Called by the shortcut module alone.
+// Key combinations grabbed system-wide. Key codes are the stored virtual key codes; modifiers are the bits of
+// the hot-key interface: Command 256, Shift 512, Option 2048, Control 4096. Called by the shortcut module
+// alone.
 #pragma once
 
 #include "foundation/Registration.h"
@@ -22,10 +23,12 @@ public:
   using Handler = std::function<void(HotKeyIdentity)>;
   virtual ~HotKeys() = default;
 
-  // One process-wide handler for every press; none while the registration is dead. Empty when it cannot be installed.
+  // One process-wide handler for every press; none while the registration is dead. Empty when it cannot be
+  // installed.
   virtual Registration installHandler(Handler handler) = 0;
   // Empty when another program holds the combination, or the keyboard has no such key (both logged).
-  virtual Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity) = 0;
+  virtual Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
+                                      HotKeyIdentity identity) = 0;
   // Whether another program holds the combination; found out by trying, without keeping it.
   virtual bool isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) = 0;
 };

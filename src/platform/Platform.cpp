@@ -18,6 +18,8 @@ Platform& Platform::current() {
   return *currentPlatform;
 }
 
-void Platform::setCurrent(Platform* platform) { currentPlatform = platform; }
+void Platform::setCurrent(Platform* platform) {
+  currentPlatform = platform;
+}
 
 } // namespace orbel

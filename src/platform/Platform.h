@@ -1,5 +1,5 @@
-// Everything the desktop gives the core, in one place. main fills it with the backends' objects before anything else of
-// the core is made, tests with doubles; the objects outlive every user. Main thread only.
+// Everything the desktop gives the core, in one place. main fills it with the backends' objects before
+// anything else of the core is made, tests with doubles; the objects outlive every user. Main thread only.
 #pragma once
 
 #include "foundation/RunLoop.h"

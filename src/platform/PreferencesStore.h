@@ -19,7 +19,8 @@ public:
   // Visible to object() at once; reaches the disk soon, at the latest with synchronize().
   virtual void setObject(const std::string& key, PropertyList value) = 0;
   virtual void removeObject(const std::string& key) = 0;
-  // Writes what is not on disk yet. False when that failed (logged); what is in memory stays and is tried again.
+  // Writes what is not on disk yet. False when that failed (logged); what is in memory stays and is tried
+  // again.
   virtual bool synchronize() = 0;
   // Keeps a dated copy of the file as it is on disk, before entries of it are dropped for good.
   virtual void keepDatedCopy() = 0;
@@ -27,7 +28,8 @@ public:
   // Calls the block after every change, ours or from outside, once the new values can be read.
   virtual Registration observeChanges(std::function<void()> block) = 0;
 
-  // The stored value read leniently, as the store's own accessors do: absent or of another type is false, or 0.
+  // The stored value read leniently, as the store's own accessors do: absent or of another type is false, or
+  // 0.
   bool boolean(const std::string& key) const;
   std::int64_t integer(const std::string& key) const;
 };

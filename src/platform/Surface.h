@@ -1,7 +1,7 @@
-// One borderless, translucent window on the screen, above ordinary windows and never holding the keyboard focus.
-// The backend shows what the delegate paints, on the backdrop it was asked for, and reports the pointer; it decides
-// nothing. Frames are screen points, y up, origin at the bottom-left of the primary screen; points of events are the
-// surface's own. Owned by the core's window.
+// One borderless, translucent window on the screen, above ordinary windows and never holding the keyboard
+// focus. The backend shows what the delegate paints, on the backdrop it was asked for, and reports the
+// pointer; it decides nothing. Frames are screen points, y up, origin at the bottom-left of the primary
+// screen; points of events are the surface's own. Owned by the core's window.
 #pragma once
 
 #include "foundation/Geometry.h"
@@ -19,8 +19,8 @@ enum class SurfaceLevel { menu, subMenu };
 // The look of what is blurred behind the surface.
 enum class BackdropMaterial { lightFrost, darkFrost };
 
-// The core's side of a surface. All calls come on the main thread, and all but paint() never from within a call to the
-// surface.
+// The core's side of a surface. All calls come on the main thread, and all but paint() never from within a
+// call to the surface.
 class SurfaceDelegate {
 public:
   virtual ~SurfaceDelegate() = default;
@@ -45,7 +45,8 @@ public:
   virtual void setDelegate(SurfaceDelegate* delegate) = 0;
   virtual void setFrame(const Rect& screenFrame) = 0;
   virtual Rect frame() const = 0;
-  // Maps the surface without touching the focus; the backdrop is taken just before. Again while shown: raises it.
+  // Maps the surface without touching the focus; the backdrop is taken just before. Again while shown: raises
+  // it.
   virtual void show() = 0;
   virtual void orderOut() = 0;
   virtual bool isShown() const = 0;
@@ -54,7 +55,8 @@ public:
 
   // Whether something blurred can stand behind the surface (live, or a frosted snapshot).
   virtual bool supportsBackdropBlur() const = 0;
-  // The backdrop shows inside the ellipse of the bounds inset by that many points; input is taken there alone.
+  // The backdrop shows inside the ellipse of the bounds inset by that many points; input is taken there
+  // alone.
   virtual void setRoundBackdrop(BackdropMaterial material, double inset) = 0;
 
   virtual void needsDisplay(const Rect& rect) = 0;
@@ -62,7 +64,8 @@ public:
   virtual std::optional<Point> pointerLocation() const = 0;
   virtual double backingScale() const = 0;
 
-  // Whether the pointer is over a pop-up that this surface brought up (a context menu, a prompt, the open panel).
+  // Whether the pointer is over a pop-up that this surface brought up (a context menu, a prompt, the open
+  // panel).
   virtual bool pointerIsOverOwnPopUp() const = 0;
 };
 

@@ -18,8 +18,8 @@ public:
   // Costs nothing until it is shown.
   virtual std::unique_ptr<Bubble> makeBubble(const std::string& text) = 0;
 
-  // Hands the global pointer position, in screen points, to the block, at once or later: some displays tell it only
-  // after a surface of ours has met the pointer. Used for summoning alone.
+  // Hands the global pointer position, in screen points, to the block, at once or later: some displays tell
+  // it only after a surface of ours has met the pointer. Used for summoning alone.
   virtual void locatePointer(std::function<void(Point)> block) = 0;
   // Asked of the display now; none where the display does not tell. For the recogniser of pointer circles.
   virtual std::optional<Point> pointerLocation() const = 0;

@@ -1,7 +1,7 @@
 // The desktop's programs and files: what runs, what opens what, names and icons, bookmarks.
-// Paths are absolute and local. "Bundle" is what stands for an application on disk: a desktop entry, an AppImage, or any
-// path that holds ".app". Nothing throws; an operation that can fail says why, for the log. Called by the menu items, the
-// controllers and the application delegate.
+// Paths are absolute and local. "Bundle" is what stands for an application on disk: a desktop entry, an
+// AppImage, or any path that holds ".app". Nothing throws; an operation that can fail says why, for the log.
+// Called by the menu items, the controllers and the application delegate.
 #pragma once
 
 #include "foundation/PropertyList.h"
@@ -35,16 +35,19 @@ public:
   virtual std::vector<RunningApplicationPointer> runningApplications() const = 0;
   // Calls the block after the list of running applications has changed.
   virtual Registration observeRunningApplications(std::function<void()> block) = 0;
-  // The program whose window is active, remembering that very window for ActivationReason::restore; may be empty.
+  // The program whose window is active, remembering that very window for ActivationReason::restore; may be
+  // empty.
   virtual RunningApplicationPointer frontmostApplication() = 0;
-  // Whether the record runs the program of this bundle: equal desktop-entry identifiers. For a bundle that is a file
-  // and not a folder, this stands beside the rule on executable paths.
+  // Whether the record runs the program of this bundle: equal desktop-entry identifiers. For a bundle that is
+  // a file and not a folder, this stands beside the rule on executable paths.
   virtual bool runsBundle(const RunningApplication& application, const std::string& bundlePath) const = 0;
-  // Whether the record is the program that plays the role of a built-in name ("Finder" the folder handler, ...).
+  // Whether the record is the program that plays the role of a built-in name ("Finder" the folder handler,
+  // ...).
   virtual bool playsRole(const RunningApplication& application, const std::string& name) const = 0;
 
-  // By a built-in name (resolved by role), any application's name, or a path of a bundle or an executable. Brings a
-  // running one forward, else launches it. False when there is no such application or it could not be started (logged).
+  // By a built-in name (resolved by role), any application's name, or a path of a bundle or an executable.
+  // Brings a running one forward, else launches it. False when there is no such application or it could not
+  // be started (logged).
   virtual bool launchApplication(const std::string& nameOrPath) = 0;
   // Nothing when it worked.
   virtual std::optional<WorkspaceError> launchApplicationAtPath(const std::string& bundlePath) = 0;
@@ -55,14 +58,16 @@ public:
   virtual bool openUrl(const std::string& url) = 0;
   // Shows the folder in the file browser.
   virtual bool showFolder(const std::string& path) = 0;
-  // Whether the path is a program of the desktop that can stand as an application: a desktop entry or an AppImage.
+  // Whether the path is a program of the desktop that can stand as an application: a desktop entry or an
+  // AppImage.
   virtual bool isApplicationBundle(const std::string& path) const = 0;
   // The application that opens the URL's scheme, if there is one.
   virtual std::optional<std::string> applicationForUrl(const std::string& url) const = 0;
 
   enum class FileKind { missing, file, directory };
   virtual FileKind fileKind(const std::string& path) const = 0;
-  // The name shown for a path: an entry's localized Name, else the file's name; never empty for a non-empty path.
+  // The name shown for a path: an entry's localized Name, else the file's name; never empty for a non-empty
+  // path.
   virtual std::string displayName(const std::string& path) const = 0;
   // 320 by 320 points; a generic icon where there is no better, never empty. Missing files have one too.
   virtual ImagePointer iconForFile(const std::string& path) const = 0;
@@ -74,7 +79,8 @@ public:
   virtual std::vector<std::string> applicationsForFile(const std::string& path) const = 0;
 
   // Empty data and a cause when it cannot be made.
-  virtual PropertyList::Data makeBookmark(const std::string& path, std::optional<WorkspaceError>* error) const = 0;
+  virtual PropertyList::Data makeBookmark(const std::string& path,
+                                          std::optional<WorkspaceError>* error) const = 0;
   virtual ResolvedBookmark resolveBookmark(const PropertyList::Data& bookmark) const = 0;
 };
 

@@ -12,8 +12,14 @@ double easeInEaseOut(double progress) {
   return progress * progress * (3 - 2 * progress);
 }
 
-ImmediateAnimationGroup::ImmediateAnimationGroup() { ++openGroups; }
-ImmediateAnimationGroup::~ImmediateAnimationGroup() { --openGroups; }
-bool ImmediateAnimationGroup::isOpen() { return openGroups > 0; }
+ImmediateAnimationGroup::ImmediateAnimationGroup() {
+  ++openGroups;
+}
+ImmediateAnimationGroup::~ImmediateAnimationGroup() {
+  --openGroups;
+}
+bool ImmediateAnimationGroup::isOpen() {
+  return openGroups > 0;
+}
 
 } // namespace orbel

@@ -18,7 +18,8 @@ std::uint32_t meanOfFour(std::uint32_t a, std::uint32_t b, std::uint32_t c, std:
 Bitmap Bitmap::halved() const {
   Bitmap half(std::max(1, (width + 1) / 2), std::max(1, (height + 1) / 2));
   for (int y = 0; y < half.height; ++y) {
-    const auto* upper = &pixels[static_cast<std::size_t>(std::min(2 * y, height - 1)) * static_cast<std::size_t>(width)];
+    const auto* upper =
+        &pixels[static_cast<std::size_t>(std::min(2 * y, height - 1)) * static_cast<std::size_t>(width)];
     const auto* lower =
         &pixels[static_cast<std::size_t>(std::min(2 * y + 1, height - 1)) * static_cast<std::size_t>(width)];
     auto* row = &half.pixels[static_cast<std::size_t>(y) * static_cast<std::size_t>(half.width)];

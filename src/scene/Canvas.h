@@ -1,5 +1,6 @@
-// The drawing calls that a view may make. Coordinates are points of the drawing view with the y axis up; the backend's
-// canvas flips once, anti-aliases, and rounds image rectangles to device pixels. Strokes are centred on their path.
+// The drawing calls that a view may make. Coordinates are points of the drawing view with the y axis up; the
+// backend's canvas flips once, anti-aliases, and rounds image rectangles to device pixels. Strokes are
+// centred on their path.
 #pragma once
 
 #include "foundation/Color.h"

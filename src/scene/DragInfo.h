@@ -1,5 +1,5 @@
-// A drag from another program, as the view under it sees it: opaque but for its place and the files it carries.
-// Lives only while the drag destination is being called.
+// A drag from another program, as the view under it sees it: opaque but for its place and the files it
+// carries. Lives only while the drag destination is being called.
 #pragma once
 
 #include "foundation/Geometry.h"

@@ -12,12 +12,12 @@ constexpr int kSmallestLevel = 12;
 Image::Image(Size pointSize, Renderer renderer) : m_size(pointSize), m_renderer(std::move(renderer)) {}
 
 ImagePointer Image::withBitmap(Size pointSize, Bitmap bitmap) {
-  return std::make_shared<Image>(
-      pointSize, [bitmap = std::move(bitmap)](int, int) { return bitmap; });
+  return std::make_shared<Image>(pointSize, [bitmap = std::move(bitmap)](int, int) { return bitmap; });
 }
 
 const Bitmap& Image::representation(int pixelWidth, int pixelHeight) const {
-  // What was asked of the renderer counts, not what it gave: one that has only few pixels is not asked again and again.
+  // What was asked of the renderer counts, not what it gave: one that has only few pixels is not asked again
+  // and again.
   if (m_levels.empty() || pixelWidth > m_renderedWidth || pixelHeight > m_renderedHeight) {
     m_levels.clear();
     m_levels.push_back(m_renderer ? m_renderer(pixelWidth, pixelHeight) : Bitmap());
@@ -35,7 +35,8 @@ const Bitmap& Image::representation(int pixelWidth, int pixelHeight) const {
 
 std::size_t Image::byteCount() const {
   std::size_t count = 0;
-  for (const auto& level : m_levels) count += level.pixels.size() * sizeof(level.pixels[0]);
+  for (const auto& level : m_levels)
+    count += level.pixels.size() * sizeof(level.pixels[0]);
   return count;
 }
 

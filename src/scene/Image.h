@@ -1,6 +1,7 @@
 // A picture with a nominal size in points whose pixels are made when they are first drawn.
-// A renderer draws the picture at a wanted pixel size; the result is kept with its mip chain, so an icon that grows and
-// shrinks costs no rescaling from its full size. Shared by the views and the image cache; main thread only.
+// A renderer draws the picture at a wanted pixel size; the result is kept with its mip chain, so an icon that
+// grows and shrinks costs no rescaling from its full size. Shared by the views and the image cache; main
+// thread only.
 #pragma once
 
 #include "foundation/Geometry.h"
@@ -14,7 +15,8 @@ namespace orbel {
 
 class Image {
 public:
-  // Draws the picture into a bitmap of about that many pixels. An empty bitmap means that there is nothing to draw.
+  // Draws the picture into a bitmap of about that many pixels. An empty bitmap means that there is nothing to
+  // draw.
   using Renderer = std::function<Bitmap(int pixelWidth, int pixelHeight)>;
 
   Image(Size pointSize, Renderer renderer);
@@ -24,10 +26,12 @@ public:
   // Points; icons of menu items are 320 by 320.
   Size size() const { return m_size; }
 
-  // The smallest kept level with at least that many pixels across; draws and keeps a new chain when all are smaller.
+  // The smallest kept level with at least that many pixels across; draws and keeps a new chain when all are
+  // smaller.
   const Bitmap& representation(int pixelWidth, int pixelHeight) const;
 
-  // Makes sure that drawing up to that size renders nothing later. Called before an animation that will grow the image.
+  // Makes sure that drawing up to that size renders nothing later. Called before an animation that will grow
+  // the image.
   void prepare(int pixelWidth, int pixelHeight) const { representation(pixelWidth, pixelHeight); }
 
   // Bytes held by the kept levels; for benchmarks and tests.

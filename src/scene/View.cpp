@@ -9,7 +9,9 @@
 namespace orbel {
 
 namespace {
-double between(double from, double to, double share) { return from + (to - from) * share; }
+double between(double from, double to, double share) {
+  return from + (to - from) * share;
+}
 
 Rect between(const Rect& from, const Rect& to, double share) {
   return {between(from.minX(), to.minX(), share), between(from.minY(), to.minY(), share),
@@ -35,7 +37,8 @@ void View::setFrame(const Rect& frame, Animated animated) {
   const bool changed = frame != m_frame;
   m_frame = frame;
   if (animated == Animated::yes && m_tree && m_tree->animatesNow()) {
-    // Retargeted from where it is painted now, so a change in mid-flight does not jump. An equal target keeps its pace.
+    // Retargeted from where it is painted now, so a change in mid-flight does not jump. An equal target keeps
+    // its pace.
     if (changed || (!m_frameMoves && m_presentedFrame != frame)) {
       m_frameFrom = m_presentedFrame;
       m_frameStart = m_tree->now();
@@ -54,8 +57,11 @@ void View::setFrame(const Rect& frame, Animated animated) {
 void View::resizeSubviews(Size oldSize) {
   for (const auto& view : m_subviews) {
     switch (view->m_autoresizing) {
-    case Autoresizing::none: break;
-    case Autoresizing::fillsSuperview: view->setFrame(bounds()); break;
+    case Autoresizing::none:
+      break;
+    case Autoresizing::fillsSuperview:
+      view->setFrame(bounds());
+      break;
     case Autoresizing::staysCentered:
       view->setFrame(view->m_frame.offsetBy((m_frame.size.width - oldSize.width) / 2,
                                             (m_frame.size.height - oldSize.height) / 2));
@@ -165,8 +171,10 @@ void View::setTree(ViewTree* tree) {
   } else if (m_trackingArea) {
     tree->trackingAreaChanged(*this);
   }
-  for (const auto& view : m_subviews) view->setTree(tree);
-  for (const auto& view : m_leavingSubviews) view->setTree(tree);
+  for (const auto& view : m_subviews)
+    view->setTree(tree);
+  for (const auto& view : m_leavingSubviews)
+    view->setTree(tree);
 }
 
 Point View::convertFromWindow(Point windowPoint) const {
@@ -258,8 +266,10 @@ void View::paint(Canvas& canvas, const Rect& dirtyInWindow, Point originInWindow
     draw(canvas);
     canvas.restore();
   }
-  for (const auto& view : m_leavingSubviews) view->paint(canvas, dirtyInWindow, origin);
-  for (const auto& view : m_subviews) view->paint(canvas, dirtyInWindow, origin);
+  for (const auto& view : m_leavingSubviews)
+    view->paint(canvas, dirtyInWindow, origin);
+  for (const auto& view : m_subviews)
+    view->paint(canvas, dirtyInWindow, origin);
   if (changesOpacity) canvas.restore();
 }
 
@@ -275,7 +285,8 @@ bool View::advanceAnimations(double now) {
     const double share = (now - m_opacityStart) / kAnimationDuration;
     m_opacityMoves = share < 1;
     moves = moves || m_opacityMoves;
-    setPresentedOpacity(m_opacityMoves ? between(m_opacityFrom, m_opacityTo, easeInEaseOut(share)) : m_opacityTo);
+    setPresentedOpacity(m_opacityMoves ? between(m_opacityFrom, m_opacityTo, easeInEaseOut(share))
+                                       : m_opacityTo);
   }
   for (const auto& view : m_subviews) {
     if (view->advanceAnimations(now)) moves = true;

@@ -1,7 +1,8 @@
 // A rectangle of a window that draws itself, holds subviews above itself and takes the pointer's events.
-// Its frame is the target that the rules read and hit-test; its presented frame and opacity are what is painted, and
-// follow the target over kAnimationDuration when the change was animated. Coordinates are points, y up, origin at the
-// bottom-left of the view. Subviews are not clipped. Held by shared_ptr; superview and tree are borrowed.
+// Its frame is the target that the rules read and hit-test; its presented frame and opacity are what is
+// painted, and follow the target over kAnimationDuration when the change was animated. Coordinates are
+// points, y up, origin at the bottom-left of the view. Subviews are not clipped. Held by shared_ptr;
+// superview and tree are borrowed.
 #pragma once
 
 #include "foundation/Geometry.h"
@@ -43,11 +44,12 @@ public:
   View* superview() const { return m_superview; }
   ViewTree* tree() const { return m_tree; }
   const std::vector<std::shared_ptr<View>>& subviews() const { return m_subviews; }
-  // On top of the others. Animated, it fades in, and a removed one fades out where it stands; one that was never
-  // painted just goes.
+  // On top of the others. Animated, it fades in, and a removed one fades out where it stands; one that was
+  // never painted just goes.
   void addSubview(std::shared_ptr<View> view, Animated animated = Animated::no);
   void removeFromSuperview(Animated animated = Animated::no);
-  // Starts this view's presentation where the other's is, so that a view which replaces an equal one does not blink.
+  // Starts this view's presentation where the other's is, so that a view which replaces an equal one does not
+  // blink.
   void takeOverPresentation(const View& other);
 
   Point convertFromWindow(Point windowPoint) const;

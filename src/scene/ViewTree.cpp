@@ -33,13 +33,17 @@ ViewTree::~ViewTree() {
   m_contentView->setTree(nullptr);
 }
 
-void ViewTree::resize(Size size) { m_contentView->setFrame({{}, size}); }
+void ViewTree::resize(Size size) {
+  m_contentView->setFrame({{}, size});
+}
 
-void ViewTree::paint(Canvas& canvas, const Rect& dirtyInWindow) { m_contentView->paint(canvas, dirtyInWindow, {}); }
+void ViewTree::paint(Canvas& canvas, const Rect& dirtyInWindow) {
+  m_contentView->paint(canvas, dirtyInWindow, {});
+}
 
 void ViewTree::trackingAreaChanged(View& view) {
-  const auto tracked =
-      std::find_if(m_tracked.begin(), m_tracked.end(), [&](const TrackedView& entry) { return entry.view == &view; });
+  const auto tracked = std::find_if(m_tracked.begin(), m_tracked.end(),
+                                    [&](const TrackedView& entry) { return entry.view == &view; });
   if (!view.trackingArea()) {
     if (tracked != m_tracked.end()) m_tracked.erase(tracked);
   } else if (tracked == m_tracked.end()) {
@@ -104,7 +108,8 @@ void ViewTree::pointerReleased(PointerButton button, const MouseEvent& event) {
 
 DragOperation ViewTree::dragMoved(const DragInfo& drag) {
   View* hit = m_contentView->hitTest(drag.locationInWindow());
-  while (hit && !hit->acceptsFileDrags()) hit = hit->superview();
+  while (hit && !hit->acceptsFileDrags())
+    hit = hit->superview();
   if (hit != m_dragDestination) {
     if (m_dragDestination) std::exchange(m_dragDestination, nullptr)->draggingExited();
     m_dragDestination = hit;
@@ -130,7 +135,9 @@ bool ViewTree::dragPerformed(const DragInfo& drag) {
   return taken;
 }
 
-bool ViewTree::animatesNow() const { return !m_reducedMotion && !ImmediateAnimationGroup::isOpen(); }
+bool ViewTree::animatesNow() const {
+  return !m_reducedMotion && !ImmediateAnimationGroup::isOpen();
+}
 
 void ViewTree::needsFrames() {
   if (m_frames) return;

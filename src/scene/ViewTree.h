@@ -1,5 +1,6 @@
-// The views of one window: routes the pointer, collects damage, and runs the animations while something moves.
-// The window hands it raw pointer reports in window points; nothing here allocates for a pointer move or a frame.
+// The views of one window: routes the pointer, collects damage, and runs the animations while something
+// moves. The window hands it raw pointer reports in window points; nothing here allocates for a pointer move
+// or a frame.
 #pragma once
 
 #include "foundation/Registration.h"

@@ -15,7 +15,8 @@ namespace {
 class AppDelegateTest : public testing::Test {
 protected:
   AppDelegateTest() {
-    MASShortcut::setGlobalShortcut(MASShortcut::shortcutWithKeyCode(49, kControlFlag | kOptionFlag), "GlobalShortcut");
+    MASShortcut::setGlobalShortcut(MASShortcut::shortcutWithKeyCode(49, kControlFlag | kOptionFlag),
+                                   "GlobalShortcut");
     platform.windows.movePointer({500, 500});
   }
   ~AppDelegateTest() override {
@@ -50,7 +51,8 @@ TEST_F(AppDelegateTest, NothingIsShownAtTheStart) {
 TEST_F(AppDelegateTest, WithoutTrustTheProgramLogsItAndCarriesOn) {
   platform.eventTaps.trusted = false;
   start();
-  EXPECT_NE(std::find(platform.logged.begin(), platform.logged.end(), "we're not trusted"), platform.logged.end());
+  EXPECT_NE(std::find(platform.logged.begin(), platform.logged.end(), "we're not trusted"),
+            platform.logged.end());
   pressShortcut();
   EXPECT_TRUE(menuShown());
 }

@@ -20,7 +20,8 @@ protected:
   // What the rim image draws now.
   const RecordingCanvas& rim() {
     const Size size = window().frame().size;
-    window().strokeView().image()->representation(static_cast<int>(size.width), static_cast<int>(size.height));
+    window().strokeView().image()->representation(static_cast<int>(size.width),
+                                                  static_cast<int>(size.height));
     return platform.graphics.lastCanvas;
   }
   Color fill() { return rim().named("fillEllipse").at(0).color; }

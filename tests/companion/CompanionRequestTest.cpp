@@ -13,8 +13,8 @@ bool isRefused(const std::string& url) {
 
 TEST(CompanionRequestTest, TheBareSchemeStartsTheCompanionAndTheBareVerbEndsIt) {
   EXPECT_TRUE(std::holds_alternative<CompanionRequest::Start>(CompanionRequest::parse("orbelmenu-toolkit:")));
-  EXPECT_TRUE(
-      std::holds_alternative<CompanionRequest::Terminate>(CompanionRequest::parse("orbelmenu-toolkit:terminate")));
+  EXPECT_TRUE(std::holds_alternative<CompanionRequest::Terminate>(
+      CompanionRequest::parse("orbelmenu-toolkit:terminate")));
 }
 
 TEST(CompanionRequestTest, AProcessIsNamedByItsNumber) {
@@ -36,7 +36,8 @@ TEST(CompanionRequestTest, NumbersThatNameNoSingleProcessOfTheUserAreRefused) {
 }
 
 TEST(CompanionRequestTest, AnythingAroundOrInsteadOfTheNumberIsRefused) {
-  for (const std::string text : {"", " 12", "12 ", "12x", "+12", "0x12", "12/", "12?x=1", "12#", "1e3", "twelve"}) {
+  for (const std::string text :
+       {"", " 12", "12 ", "12x", "+12", "0x12", "12/", "12?x=1", "12#", "1e3", "twelve"}) {
     EXPECT_TRUE(isRefused("orbelmenu-toolkit:terminate/" + text)) << text;
   }
 }

@@ -21,7 +21,8 @@ protected:
     m_collectionMenu->window().setAlphaValue(0);
   }
   void make(PropertyList::List members) {
-    collection = CollectionMenuItem::withDictionaryRepresentation(storedCollection("Work", std::move(members)));
+    collection =
+        CollectionMenuItem::withDictionaryRepresentation(storedCollection("Work", std::move(members)));
     m_collectionMenu = CollectionWindowController::withCollectionItem(collection);
     m_collectionMenu->setDelegate(&delegate);
   }
@@ -101,7 +102,8 @@ TEST_F(CollectionWindowControllerTest, OnlyKindsThatStandForAProgramAreHighlight
   make({storedCore("Mail"), storedFile("/a.txt", "a"), storedCollection("Inner", {storedCore("Mail")}),
         storedApp("/apps/mail.desktop", "Mail"), storedApp("/apps/idle.desktop", "Idle")});
   std::vector<bool> highlighted;
-  for (int index = 0; index < 5; ++index) highlighted.push_back(menu().item(at(index))->highlighted());
+  for (int index = 0; index < 5; ++index)
+    highlighted.push_back(menu().item(at(index))->highlighted());
   EXPECT_EQ(highlighted, (std::vector{true, false, false, true, false}));
 }
 
@@ -187,9 +189,7 @@ TEST_F(CollectionWindowControllerTest, ItemsAreNeverDroppedOntoItems) {
 TEST_F(CollectionWindowControllerTest, ARegularProgramThatComesOrGoesUpdatesTheDots) {
   make({storedCore("Mail")});
   show();
-  const auto dot = [&] {
-    return menu().orbelView().sections().item({0, 0})->highlighted();
-  };
+  const auto dot = [&] { return menu().orbelView().sections().item({0, 0})->highlighted(); };
   EXPECT_FALSE(dot());
   platform.workspace.launch(7, "Mail");
   EXPECT_TRUE(dot());

@@ -1,4 +1,5 @@
-// A platform of doubles with a few programs and files, a main menu controller and short ways to look at its list.
+// A platform of doubles with a few programs and files, a main menu controller and short ways to look at its
+// list.
 #pragma once
 
 #include "app/settings/AppSettings.h"
@@ -70,7 +71,8 @@ protected:
 
   static std::vector<std::string> names(const MenuItemList& items) {
     std::vector<std::string> result;
-    for (const auto& item : items) result.push_back(item->name().value_or("(none)"));
+    for (const auto& item : items)
+      result.push_back(item->name().value_or("(none)"));
     return result;
   }
   std::vector<std::string> names() { return names(controller().menuItems()); }
@@ -78,7 +80,8 @@ protected:
     std::vector<std::string> result;
     const auto stored = platform.preferences.values.find("menuItems");
     if (stored == platform.preferences.values.end()) return {"(nothing stored)"};
-    for (const auto& item : *stored->second.list()) result.push_back(*item.find("name")->string());
+    for (const auto& item : *stored->second.list())
+      result.push_back(*item.find("name")->string());
     return result;
   }
   static ItemPath at(std::int64_t position) { return {0, position}; }

@@ -74,12 +74,14 @@ TEST_F(ItemCommandsTest, TheFinderItemHasNoContextMenuAtAll) {
 
 TEST_F(ItemCommandsTest, AFileOffersItsApplicationsTheDefaultAloneAboveTheOthers) {
   platform.workspace.defaultApplications["/a.txt"] = "/apps/editor.desktop";
-  platform.workspace.candidates["/a.txt"] = {"/apps/writer.desktop", "/apps/editor.desktop", "/apps/Hex.desktop"};
+  platform.workspace.candidates["/a.txt"] = {"/apps/writer.desktop", "/apps/editor.desktop",
+                                             "/apps/Hex.desktop"};
   store({storedFile("/a.txt", "a")});
   shown().didRightClickItem(at(0));
   EXPECT_EQ(platform.contextMenus.visibleTitles(), (Names{"Open With...", "Remove from Orbel Menu"}));
   const auto& submenu = platform.contextMenus.find("Open With...")->submenu;
-  EXPECT_EQ(FakeContextMenus::titles(submenu), (Names{"editor.desktop", "-", "Hex.desktop", "writer.desktop"}));
+  EXPECT_EQ(FakeContextMenus::titles(submenu),
+            (Names{"editor.desktop", "-", "Hex.desktop", "writer.desktop"}));
   EXPECT_NE(submenu[0].image, nullptr);
   EXPECT_TRUE(platform.contextMenus.choose("Hex.desktop"));
   EXPECT_EQ(actions(), Names{"openWith /a.txt | /apps/Hex.desktop"});
@@ -261,7 +263,8 @@ TEST_F(ItemCommandsTest, ARightClickBetweenItemsClosesAnOpenItemMenu) {
 
 TEST_F(ItemCommandsTest, UngroupingPutsTheMembersWhereTheCollectionStoodInTheirOrder) {
   store({storedCore("Finder"), storedCore("Mail"),
-         storedCollection("Work", {storedCore("A"), storedCore("B"), storedCore("C")}), storedCore("Safari")});
+         storedCollection("Work", {storedCore("A"), storedCore("B"), storedCore("C")}),
+         storedCore("Safari")});
   shown();
   EXPECT_TRUE(choose(2, "Ungroup Collection"));
   EXPECT_EQ(names(), (Names{"Finder", "Mail", "A", "B", "C", "Safari"}));
@@ -395,7 +398,8 @@ TEST_F(ItemCommandsTest, ADropPastTheEndIsAppended) {
 TEST_F(ItemCommandsTest, FiveHundredDroppedFilesAreAllKeptInOrder) {
   store({storedCore("Finder")});
   Names files;
-  for (int index = 0; index < 500; ++index) files.push_back("/file" + std::to_string(index));
+  for (int index = 0; index < 500; ++index)
+    files.push_back("/file" + std::to_string(index));
   shown().didReceiveDrag(FakeDrag(files), at(1));
   ASSERT_EQ(storedNames().size(), 501u);
   EXPECT_EQ(storedNames()[1], "file0");
@@ -445,7 +449,8 @@ TEST_F(ItemCommandsTest, AnItemDroppedOntoACollectionMovesIntoIt) {
 
 TEST_F(ItemCommandsTest, TheFinderARunningProgramAndAFilledCollectionDoNotGoIntoACollection) {
   platform.workspace.launch(7, "Editor", "/apps/editor.desktop");
-  store({storedCore("Finder"), storedCollection("Work", {storedCore("Mail")}), storedCollection("Other", {})});
+  store(
+      {storedCore("Finder"), storedCollection("Work", {storedCore("Mail")}), storedCollection("Other", {})});
   shown();
   EXPECT_FALSE(controller().canDropItem(at(0), at(1)));
   EXPECT_FALSE(controller().canDropItem(at(3), at(1)));
@@ -527,7 +532,8 @@ TEST_F(OpenCollectionTest, AReloadHandsTheFreshObjectToTheOpenMenu) {
   const auto before = controller().collectionController()->collectionItem();
   controller().refreshItems();
   EXPECT_NE(controller().collectionController()->collectionItem(), before);
-  EXPECT_EQ(MenuItemPointer(controller().collectionController()->collectionItem()), controller().menuItems().at(0));
+  EXPECT_EQ(MenuItemPointer(controller().collectionController()->collectionItem()),
+            controller().menuItems().at(0));
 }
 
 } // namespace

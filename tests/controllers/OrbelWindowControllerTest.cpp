@@ -60,7 +60,8 @@ TEST_F(OrbelWindowControllerTest, AStoredEmptyListYieldsTheDefaultsAsWell) {
 }
 
 TEST_F(OrbelWindowControllerTest, AnElementThatCannotBeReadIsLeftOutAndDroppedFromTheStoreAfterACopyWasKept) {
-  store({storedCore("Finder"), PropertyList::Dictionary{{"class", "Unknown"}, {"name", "x"}}, storedCore("Mail")});
+  store({storedCore("Finder"), PropertyList::Dictionary{{"class", "Unknown"}, {"name", "x"}},
+         storedCore("Mail")});
   shown();
   EXPECT_EQ(names(), (Names{"Finder", "Mail"}));
   EXPECT_EQ(storedNames(), (Names{"Finder", "Mail"}));
@@ -94,7 +95,8 @@ TEST_F(OrbelWindowControllerTest, AMemberThatCouldNotBeReadIsKeptAsideBeforeTheN
 
 TEST_F(OrbelWindowControllerTest, StoredCollectionsAndBookmarksRoundTripUntouched) {
   const PropertyList::List items = {
-      storedCollection("Arbeit", {storedFile("/home/u/a b.txt", "Notes"), storedCollection("Inner", {storedCore("Mail")})}),
+      storedCollection("Arbeit", {storedFile("/home/u/a b.txt", "Notes"),
+                                  storedCollection("Inner", {storedCore("Mail")})}),
       storedApp("/usr/share/applications/editor.desktop", "Editor"), storedCore("Safari")};
   store(items);
   shown();
@@ -124,8 +126,9 @@ TEST_F(OrbelWindowControllerTest, AProgramThatHasEndedIsNotActivated) {
 
 TEST_F(OrbelWindowControllerTest, AfterTheFadeOutTheWindowIsOrderedOutAndTheDisappearanceAnnounced) {
   int announced = 0;
-  const auto observation = NotificationCenter::defaultCenter().observe(
-      kOrbelWindowControllerDidDisappearNotification, &controller(), [&](const Notification&) { ++announced; });
+  const auto observation =
+      NotificationCenter::defaultCenter().observe(kOrbelWindowControllerDidDisappearNotification,
+                                                  &controller(), [&](const Notification&) { ++announced; });
   shown().hideWindow(false);
   EXPECT_TRUE(surface().shown);
   EXPECT_EQ(announced, 0);
@@ -136,9 +139,8 @@ TEST_F(OrbelWindowControllerTest, AfterTheFadeOutTheWindowIsOrderedOutAndTheDisa
 
 TEST_F(OrbelWindowControllerTest, AShowDuringTheFadeOutTakesTheMenuBack) {
   int announced = 0;
-  const auto observation =
-      NotificationCenter::defaultCenter().observe(kOrbelWindowControllerDidDisappearNotification, nullptr,
-                                                  [&](const Notification&) { ++announced; });
+  const auto observation = NotificationCenter::defaultCenter().observe(
+      kOrbelWindowControllerDidDisappearNotification, nullptr, [&](const Notification&) { ++announced; });
   shown().hideWindow(false);
   platform.runLoop.advance(0.1);
   controller().showWindowAtScreenPosition({600, 600});
@@ -314,7 +316,8 @@ TEST_F(OrbelWindowControllerTest, TitlesShowOverTheIconAndGoWithTheMenu) {
 
 TEST_F(OrbelWindowControllerTest, TenThousandItemsAreShown) {
   PropertyList::List items;
-  for (int index = 0; index < 10000; ++index) items.push_back(storedCore("Item " + std::to_string(index)));
+  for (int index = 0; index < 10000; ++index)
+    items.push_back(storedCore("Item " + std::to_string(index)));
   store(std::move(items));
   shown();
   EXPECT_EQ(controller().orbelView().totalNumberOfItems(), 10000);

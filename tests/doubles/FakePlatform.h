@@ -18,7 +18,8 @@ class FakePlatform {
 public:
   FakePlatform() {
     Platform::setCurrent(&m_platform);
-    m_earlierSink = Log::setSink([this](Log::Severity, const std::string& message) { logged.push_back(message); });
+    m_earlierSink =
+        Log::setSink([this](Log::Severity, const std::string& message) { logged.push_back(message); });
   }
   ~FakePlatform() {
     Log::setSink(std::move(m_earlierSink));
@@ -41,8 +42,8 @@ public:
   std::vector<std::string> logged;
 
 private:
-  Platform m_platform{runLoop, workspace, preferences, windows,   graphics,     text,
-                      hotKeys, keyboardLayout, eventTaps, contextMenus, dialogs};
+  Platform m_platform{runLoop, workspace,      preferences, windows,      graphics, text,
+                      hotKeys, keyboardLayout, eventTaps,   contextMenus, dialogs};
   Log::Sink m_earlierSink;
 };
 

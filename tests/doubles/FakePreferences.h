@@ -49,7 +49,8 @@ public:
 private:
   void notify() const {
     const auto observers = *m_observers;
-    for (const auto& observer : observers) (*observer)();
+    for (const auto& observer : observers)
+      (*observer)();
   }
   using Observers = std::vector<std::shared_ptr<std::function<void()>>>;
   std::shared_ptr<Observers> m_observers = std::make_shared<Observers>();

@@ -1,4 +1,5 @@
-// The small platform interfaces as doubles: graphics, text, hot keys, keyboard layout, event taps, menus and dialogs.
+// The small platform interfaces as doubles: graphics, text, hot keys, keyboard layout, event taps, menus and
+// dialogs.
 #pragma once
 
 #include "doubles/RecordingCanvas.h"
@@ -51,7 +52,8 @@ public:
 private:
   static std::string mapped(std::string_view text, int (*convert)(int)) {
     std::string result(text);
-    for (char& character : result) character = static_cast<char>(convert(static_cast<unsigned char>(character)));
+    for (char& character : result)
+      character = static_cast<char>(convert(static_cast<unsigned char>(character)));
     return result;
   }
 };
@@ -69,7 +71,8 @@ public:
     *m_handler = std::move(newHandler);
     return Registration([handler = m_handler] { *handler = nullptr; });
   }
-  Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity) override {
+  Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
+                              HotKeyIdentity identity) override {
     if (takenByOthers.contains({keyCode, modifiers})) return {};
     auto entry = std::make_shared<Entry>(Entry{keyCode, modifiers, identity});
     m_entries->push_back(entry);
@@ -84,7 +87,8 @@ public:
   bool handlerInstalled() const { return static_cast<bool>(*m_handler); }
   std::vector<Entry> registered() const {
     std::vector<Entry> entries;
-    for (const auto& entry : *m_entries) entries.push_back(*entry);
+    for (const auto& entry : *m_entries)
+      entries.push_back(*entry);
     return entries;
   }
   void deliver(HotKeyIdentity identity) const {
@@ -233,7 +237,8 @@ private:
 // Keeps the dialog that is up; the test answers it.
 class FakeDialogs : public Dialogs {
 public:
-  void runTextPrompt(const TextPrompt& newPrompt, std::function<void(std::optional<std::string>)> done) override {
+  void runTextPrompt(const TextPrompt& newPrompt,
+                     std::function<void(std::optional<std::string>)> done) override {
     prompt = newPrompt;
     m_textDone = std::move(done);
   }
@@ -241,7 +246,8 @@ public:
     alert = newAlert;
     m_alertDone = std::move(done);
   }
-  void runOpenPanel(const OpenPanel& newPanel, std::function<void(std::optional<std::string>)> done) override {
+  void runOpenPanel(const OpenPanel& newPanel,
+                    std::function<void(std::optional<std::string>)> done) override {
     panel = newPanel;
     m_panelDone = std::move(done);
   }

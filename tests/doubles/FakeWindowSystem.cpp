@@ -8,14 +8,18 @@ FakeSurface::~FakeSurface() {
   if (m_owner.m_pressed == this) m_owner.m_pressed = nullptr;
 }
 
-bool FakeSurface::supportsBackdropBlur() const { return m_owner.blur; }
+bool FakeSurface::supportsBackdropBlur() const {
+  return m_owner.blur;
+}
 
 std::optional<Point> FakeSurface::pointerLocation() const {
   if (!m_owner.pointer) return std::nullopt;
   return Point{m_owner.pointer->x - screenFrame.minX(), m_owner.pointer->y - screenFrame.minY()};
 }
 
-FakeBubble::~FakeBubble() { close(); }
+FakeBubble::~FakeBubble() {
+  close();
+}
 
 void FakeBubble::show(const Rect& anchorOnScreen) {
   anchor = anchorOnScreen;
@@ -37,7 +41,8 @@ FakeSurface* FakeWindowSystem::surfaceUnderPointer() const {
 
 void FakeWindowSystem::movePointer(Point screenPoint, std::uint64_t modifierFlags) {
   pointer = screenPoint;
-  for (const auto& block : std::exchange(m_waitingForPointer, {})) block(screenPoint);
+  for (const auto& block : std::exchange(m_waitingForPointer, {}))
+    block(screenPoint);
   const auto eventFor = [modifierFlags](const FakeSurface& surface) {
     return MouseEvent{surface.pointerLocation().value_or(Point{}), modifierFlags};
   };

@@ -5,7 +5,9 @@
 namespace orbel {
 
 namespace {
-bool startsWith(const std::string& text, const std::string& prefix) { return text.rfind(prefix, 0) == 0; }
+bool startsWith(const std::string& text, const std::string& prefix) {
+  return text.rfind(prefix, 0) == 0;
+}
 
 ImagePointer plainIcon() {
   return std::make_shared<Image>(Size{320, 320}, [](int width, int height) { return Bitmap(width, height); });
@@ -22,7 +24,8 @@ Registration FakeWorkspace::observeRunningApplications(std::function<void()> blo
 
 void FakeWorkspace::notifyRunningApplications() const {
   const Observers observers = *m_observers;
-  for (const auto& observer : observers) (*observer)();
+  for (const auto& observer : observers)
+    (*observer)();
 }
 
 bool FakeWorkspace::runsBundle(const RunningApplication& application, const std::string& bundlePath) const {
@@ -113,7 +116,8 @@ PropertyList::Data FakeWorkspace::bookmark(const std::string& text) {
   return data;
 }
 
-PropertyList::Data FakeWorkspace::makeBookmark(const std::string& path, std::optional<WorkspaceError>*) const {
+PropertyList::Data FakeWorkspace::makeBookmark(const std::string& path,
+                                               std::optional<WorkspaceError>*) const {
   ++bookmarksMade;
   return bookmark(path);
 }

@@ -1,5 +1,5 @@
-// A workspace over plain tables that records what it was asked to do. A bookmark is the path's bytes, with a prefix
-// "stale:" or "broken:" for those cases.
+// A workspace over plain tables that records what it was asked to do. A bookmark is the path's bytes, with a
+// prefix "stale:" or "broken:" for those cases.
 #pragma once
 
 #include "doubles/FakeRunningApplication.h"
@@ -14,7 +14,9 @@ namespace orbel {
 
 class FakeWorkspace : public Workspace {
 public:
-  std::vector<RunningApplicationPointer> runningApplications() const override { return {running.begin(), running.end()}; }
+  std::vector<RunningApplicationPointer> runningApplications() const override {
+    return {running.begin(), running.end()};
+  }
   Registration observeRunningApplications(std::function<void()> block) override;
   RunningApplicationPointer frontmostApplication() override { return frontmost; }
   bool runsBundle(const RunningApplication& application, const std::string& bundlePath) const override;
@@ -33,29 +35,31 @@ public:
   ImagePointer imageNamed(const std::string& name) const override;
   std::optional<std::string> defaultApplicationForFile(const std::string& path) const override;
   std::vector<std::string> applicationsForFile(const std::string& path) const override;
-  PropertyList::Data makeBookmark(const std::string& path, std::optional<WorkspaceError>* error) const override;
+  PropertyList::Data makeBookmark(const std::string& path,
+                                  std::optional<WorkspaceError>* error) const override;
   ResolvedBookmark resolveBookmark(const PropertyList::Data& bookmark) const override;
 
   static PropertyList::Data bookmark(const std::string& text);
   // Adds a regular running program and tells the observers.
   std::shared_ptr<FakeRunningApplication> launch(std::int32_t pid, const std::string& name,
-                                                 const std::string& bundle = {}, const std::string& executable = {});
+                                                 const std::string& bundle = {},
+                                                 const std::string& executable = {});
   void terminate(std::int32_t pid);
   void notifyRunningApplications() const;
   std::size_t observerCount() const { return m_observers->size(); }
 
   std::vector<std::shared_ptr<FakeRunningApplication>> running;
   RunningApplicationPointer frontmost;
-  // One line an action: "launch NAME", "launchPath PATH", "openFile PATH", "openWith PATH | APP", "openUrl URL",
-  // "showFolder PATH".
+  // One line an action: "launch NAME", "launchPath PATH", "openFile PATH", "openWith PATH | APP", "openUrl
+  // URL", "showFolder PATH".
   std::vector<std::string> actions;
   bool actionsSucceed = true;
-  std::map<std::string, FileKind> files;                       // others are plain files
-  std::map<std::string, std::string> displayNames;             // else the last path component
-  std::map<std::string, std::string> urlHandlers;              // by scheme without the colon
-  std::map<std::string, std::string> defaultApplications;      // by file path
-  std::map<std::string, std::vector<std::string>> candidates;  // by file path
-  std::map<std::string, std::string> roleOfBundle;             // bundle path -> built-in name
+  std::map<std::string, FileKind> files;                      // others are plain files
+  std::map<std::string, std::string> displayNames;            // else the last path component
+  std::map<std::string, std::string> urlHandlers;             // by scheme without the colon
+  std::map<std::string, std::string> defaultApplications;     // by file path
+  std::map<std::string, std::vector<std::string>> candidates; // by file path
+  std::map<std::string, std::string> roleOfBundle;            // bundle path -> built-in name
   std::set<std::string> namedImages;
   mutable int iconsAsked = 0;
   mutable int bookmarksMade = 0;

@@ -35,7 +35,8 @@ void ManualRunLoop::advance(double seconds) {
       m_nextFrame += kFrameInterval;
       ++m_framesRun;
       const Frames frames = *m_frames;
-      for (const auto& frame : frames) (*frame)();
+      for (const auto& frame : frames)
+        (*frame)();
     } else {
       break;
     }

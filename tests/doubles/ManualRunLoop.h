@@ -1,4 +1,5 @@
-// A run loop whose time the test moves. Delays and frames run only inside advance(), in the order of their time.
+// A run loop whose time the test moves. Delays and frames run only inside advance(), in the order of their
+// time.
 #pragma once
 
 #include "foundation/RunLoop.h"
@@ -18,8 +19,8 @@ public:
   void after(double seconds, std::function<void()> block) override;
   Registration onEveryFrame(std::function<void()> block) override;
 
-  // Moves time on by that much, running every delay that falls due, and a frame every sixtieth of a second while
-  // somebody wants frames.
+  // Moves time on by that much, running every delay that falls due, and a frame every sixtieth of a second
+  // while somebody wants frames.
   void advance(double seconds);
   // Runs what is due now (delays of 0 seconds).
   void runDue() { advance(0); }

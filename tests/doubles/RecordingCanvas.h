@@ -84,7 +84,8 @@ private:
     double opacity = 1;
   };
   Call& add(const std::string& name, const Rect& rect) {
-    calls.push_back({name, rect.offsetBy(m_state.origin.x, m_state.origin.y), {}, 0, 0, m_state.opacity, nullptr, {}});
+    calls.push_back(
+        {name, rect.offsetBy(m_state.origin.x, m_state.origin.y), {}, 0, 0, m_state.opacity, nullptr, {}});
     return calls.back();
   }
   State m_state;

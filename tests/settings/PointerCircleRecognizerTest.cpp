@@ -116,6 +116,23 @@ TEST_F(PointerCircleRecognizerTest, LessThanFourFifthsOfACircleAreNotEnough) {
   EXPECT_NE(samplesUntilRecognized(turn(30, 25, 13)), 0);
 }
 
+TEST_F(PointerCircleRecognizerTest, TheSweepMustCoverMoreThanTwoHundredAndEightyEightDegrees) {
+  // Six samples on both sides of straight down; the radius of the outermost keeps the mean of all at the
+  // centre.
+  const auto sweep = [this](double degreesCovered) {
+    const double half = degreesCovered / 2;
+    const double outerRadius = 60 * std::cos(40 * kDegree) / -std::cos(half * kDegree);
+    bool recognized = false;
+    for (const double offset : {-half, -90.0, -40.0, 40.0, 90.0, half}) {
+      recognized = add(onCircle(std::abs(offset) == half ? outerRadius : 60, 180 + offset)) || recognized;
+    }
+    return recognized;
+  };
+  EXPECT_FALSE(sweep(287));
+  m_now += 5;
+  EXPECT_TRUE(sweep(289));
+}
+
 TEST_F(PointerCircleRecognizerTest, ASlowCircleIsNotRecognizedBecauseOnlyTheLastSecondCounts) {
   // One turn in 1.5 s is 240 degrees a second, and one in 2 s is 180.
   EXPECT_EQ(samplesUntilRecognized(turn(10, 240 * kInterval, 100)), 0);

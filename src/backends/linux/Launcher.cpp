@@ -37,9 +37,10 @@ constexpr std::array kStarterVariables{
     "SYSTEMD_EXEC_PID",
 };
 
+// In the child, before the program.
 void beginSession(gpointer) {
   setsid();
-} // in the child, before the program
+}
 
 // GIO asks the context for the identifier of a start. The general context knows none and the toolkits' own
 // ones need their display, so this class gives back the one that was set.

@@ -86,9 +86,10 @@ void Backdrop::paint(QPainter& painter) const {
   }
   if (m_disc.isEmpty()) return;
   // On a clear surface there is nothing to blend with.
-  painter.setCompositionMode(m_opaque ? QPainter::CompositionMode_SourceOver : QPainter::CompositionMode_Source);
-  painter.drawImage(0, 0, wrap(m_disc.pixels.data(), m_disc.width, m_disc.height,
-                               QImage::Format_ARGB32_Premultiplied));
+  painter.setCompositionMode(m_opaque ? QPainter::CompositionMode_SourceOver
+                                      : QPainter::CompositionMode_Source);
+  painter.drawImage(
+      0, 0, wrap(m_disc.pixels.data(), m_disc.width, m_disc.height, QImage::Format_ARGB32_Premultiplied));
   painter.setCompositionMode(mode);
 }
 
@@ -103,12 +104,18 @@ void Backdrop::makeDisc() {
   const int height = m_frame.height;
   const DiscEdge edge{m_inset * m_scale, m_scale};
   switch (m_kind) {
-  case Kind::none: m_disc = {}; break;
-  case Kind::liveBlur: m_disc = FrostedGlass::veil(width, height, edge, m_material); break;
+  case Kind::none:
+    m_disc = {};
+    break;
+  case Kind::liveBlur:
+    m_disc = FrostedGlass::veil(width, height, edge, m_material);
+    break;
   case Kind::frosted:
     m_disc = FrostedGlass::disc(m_snapshot->pixels(), width, height, edge, m_scale, m_material);
     break;
-  case Kind::plain: m_disc = FrostedGlass::plain(width, height, edge, m_material); break;
+  case Kind::plain:
+    m_disc = FrostedGlass::plain(width, height, edge, m_material);
+    break;
   }
 }
 

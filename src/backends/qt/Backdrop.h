@@ -1,6 +1,6 @@
-// What stands behind a surface's own drawing: glass over a live blur, glass over a snapshot of the screen, or, where
-// neither can be had, a plain disc. Without a compositor the snapshot also stands in for everything transparent.
-// Owned by one surface, which prepares it just before the window is mapped or moved.
+// What stands behind a surface's own drawing: glass over a live blur, glass over a snapshot of the screen,
+// or, where neither can be had, a plain disc. Without a compositor the snapshot also stands in for everything
+// transparent. Owned by one surface, which prepares it just before the window is mapped or moved.
 #pragma once
 
 #include "backends/x11/DeviceRect.h"
@@ -28,23 +28,27 @@ public:
   bool isRound() const { return m_round; }
   double inset() const { return m_inset; } // points
 
-  // Takes what is behind the frame now; the scale is device pixels a point. The block, called when there is a picture of
-  // the screen, takes out of it what of ours stands there already.
-  void prepare(const DeviceRect& frame, double scale, const std::function<void(RootSnapshot&)>& removeOwnWindows);
-  // The compositor came or went while the window is shown, so the screen behind it can no longer be asked for.
+  // Takes what is behind the frame now; the scale is device pixels a point. The block, called when there is a
+  // picture of the screen, takes out of it what of ours stands there already.
+  void prepare(const DeviceRect& frame, double scale,
+               const std::function<void(RootSnapshot&)>& removeOwnWindows);
+  // The compositor came or went while the window is shown, so the screen behind it can no longer be asked
+  // for.
   void compositorChanged();
   // Forgets the screen's pixels.
   void release();
 
   Kind kind() const { return m_kind; }
-  // What was behind the surface when it was prepared; null or empty where that is not needed or cannot be had.
+  // What was behind the surface when it was prepared; null or empty where that is not needed or cannot be
+  // had.
   const RootSnapshot* snapshot() const { return m_snapshot.get(); }
   // Whether the surface is opaque: nothing shines through where it is not drawn on.
   bool coversScreen() const { return m_opaque; }
 
   // Draws the backdrop on a clear surface; device pixels.
   void paint(QPainter& painter) const;
-  // Fades everything painted so far to that opacity over the screen's own pixels, where the surface is opaque.
+  // Fades everything painted so far to that opacity over the screen's own pixels, where the surface is
+  // opaque.
   void paintFade(QPainter& painter, double alpha) const;
 
 private:

@@ -55,8 +55,8 @@ void drawShadow(QPainter& painter, const QPainterPath& path) {
   for (int step = kSteps; step >= 1; --step) {
     const double distance = kShadowBlur * step / kSteps;
     const double weight = 1 - static_cast<double>(step - 1) / kSteps;
-    painter.setPen(QPen(QColor::fromRgbF(0, 0, 0, static_cast<float>(kShadowAlpha * 2 * weight / kSteps)), 2 * distance,
-                        Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    painter.setPen(QPen(QColor::fromRgbF(0, 0, 0, static_cast<float>(kShadowAlpha * 2 * weight / kSteps)),
+                        2 * distance, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     painter.drawPath(path);
   }
   painter.restore();
@@ -66,15 +66,17 @@ void drawShadow(QPainter& painter, const QPainterPath& path) {
 Size BubblePicture::bodySize(const QString& text) {
   const QFontMetricsF metrics(QtCanvas::interfaceFont(kTextSize));
   const double width = std::ceil(std::min(metrics.horizontalAdvance(text), kLongestText));
-  return {std::max(width + 2 * kHorizontalPadding, BubbleLayout::kArrowWidth + 2 * BubbleLayout::kCornerRadius),
-          std::ceil(metrics.height()) + 2 * kVerticalPadding};
+  return {
+      std::max(width + 2 * kHorizontalPadding, BubbleLayout::kArrowWidth + 2 * BubbleLayout::kCornerRadius),
+      std::ceil(metrics.height()) + 2 * kVerticalPadding};
 }
 
 QImage BubblePicture::draw(const QString& text, const BubbleLayout& layout, double scale, Edge edge) {
   const Size body = layout.body.size;
-  QImage picture(static_cast<int>(std::lround((body.width + 2 * kMargin) * scale)),
-                 static_cast<int>(std::lround((body.height + BubbleLayout::kArrowHeight + 2 * kMargin) * scale)),
-                 QImage::Format_ARGB32_Premultiplied);
+  QImage picture(
+      static_cast<int>(std::lround((body.width + 2 * kMargin) * scale)),
+      static_cast<int>(std::lround((body.height + BubbleLayout::kArrowHeight + 2 * kMargin) * scale)),
+      QImage::Format_ARGB32_Premultiplied);
   picture.fill(Qt::transparent);
   QPainter painter(&picture);
   const bool soft = edge == Edge::soft;
@@ -97,8 +99,9 @@ QImage BubblePicture::draw(const QString& text, const BubbleLayout& layout, doub
   painter.setRenderHint(QPainter::TextAntialiasing);
   painter.setFont(font);
   painter.setPen(kText);
-  painter.drawText(line, Qt::AlignCenter | Qt::TextSingleLine,
-                   QFontMetricsF(font).elidedText(text, Qt::ElideRight, (body.width - kHorizontalPadding) * scale));
+  painter.drawText(
+      line, Qt::AlignCenter | Qt::TextSingleLine,
+      QFontMetricsF(font).elidedText(text, Qt::ElideRight, (body.width - kHorizontalPadding) * scale));
   return picture;
 }
 
@@ -108,9 +111,11 @@ std::vector<DeviceRect> BubblePicture::outline(const QImage& picture) {
     const auto* row = reinterpret_cast<const QRgb*>(picture.constScanLine(y));
     for (int x = 0; x < picture.width();) {
       const int start = x;
-      while (x < picture.width() && qAlpha(row[x]) > 0) ++x;
+      while (x < picture.width() && qAlpha(row[x]) > 0)
+        ++x;
       if (x > start) rows.push_back({start, y, x - start, 1});
-      while (x < picture.width() && qAlpha(row[x]) == 0) ++x;
+      while (x < picture.width() && qAlpha(row[x]) == 0)
+        ++x;
     }
   }
   return rows;

@@ -1,5 +1,5 @@
-// The picture of a bubble: a light rounded body with an arrow and one line of text, a hairline and a soft shadow.
-// Sizes are points unless said otherwise.
+// The picture of a bubble: a light rounded body with an arrow and one line of text, a hairline and a soft
+// shadow. Sizes are points unless said otherwise.
 #pragma once
 
 #include "backends/qt/BubbleLayout.h"

@@ -45,6 +45,13 @@ void BubbleWindow::place(const QString& text, const Rect& anchorOnScreen) {
   if (changed && isVisible()) paintNow();
 }
 
+void BubbleWindow::setMapped(bool mapped) {
+  if (mapped == isVisible()) return;
+  setVisible(mapped);
+  // Painted before the server says that the window is visible, so that it never shows empty.
+  if (mapped) paintNow();
+}
+
 void BubbleWindow::paintNow() {
   const QSize needed = size();
   if (m_backingStore.size() != needed) m_backingStore.resize(needed);
@@ -60,7 +67,9 @@ void BubbleWindow::paintNow() {
   m_backingStore.flush(all);
 }
 
-void BubbleWindow::compositorChanged() { place(m_subject.text, m_anchor); }
+void BubbleWindow::compositorChanged() {
+  place(m_subject.text, m_anchor);
+}
 
 bool BubbleWindow::event(QEvent* event) {
   if (event->type() != QEvent::Expose) return QWindow::event(event);
@@ -71,7 +80,8 @@ bool BubbleWindow::event(QEvent* event) {
 void BubbleWindow::draw(const Subject& subject) {
   m_subject = subject;
   using Edge = BubblePicture::Edge;
-  m_picture = BubblePicture::draw(subject.text, m_layout, subject.scale, subject.composited ? Edge::soft : Edge::hard);
+  m_picture = BubblePicture::draw(subject.text, m_layout, subject.scale,
+                                  subject.composited ? Edge::soft : Edge::hard);
   if (!m_display) return;
   const auto window = static_cast<xcb_window_t>(winId());
   if (subject.composited) {

@@ -1,4 +1,5 @@
-// The native window of a title bubble: transparent to input, above every surface, used again by later bubbles.
+// The native window of a title bubble: transparent to input, above every surface, used again by later
+// bubbles.
 #pragma once
 
 #include "backends/qt/BubbleLayout.h"
@@ -17,10 +18,11 @@ public:
   // The display is null where there is no X server; it outlives the window.
   explicit BubbleWindow(DisplayServer* display);
 
-  // Takes its place beside the anchor (screen points) and its picture; it is drawn anew only when that changes.
+  // Takes its place beside the anchor (screen points) and its picture; it is drawn anew only when that
+  // changes.
   void place(const QString& text, const Rect& anchorOnScreen);
-  // Paints what place() has drawn; right after mapping, so that the window never shows empty.
-  void paintNow();
+  // Maps it with the picture that place() has drawn, or unmaps it.
+  void setMapped(bool mapped);
   // Screen points.
   Rect bodyFrame() const { return m_layout.body; }
   void compositorChanged();
@@ -29,6 +31,8 @@ protected:
   bool event(QEvent* event) override;
 
 private:
+  void paintNow();
+
   // What the picture was drawn for.
   struct Subject {
     QString text;

@@ -10,7 +10,9 @@
 namespace orbel {
 
 namespace {
-xcb_window_t number(WId window) { return static_cast<xcb_window_t>(window); }
+xcb_window_t number(WId window) {
+  return static_cast<xcb_window_t>(window);
+}
 } // namespace
 
 std::unique_ptr<DisplayServer> DisplayServer::connect(const X11Parts& parts,
@@ -23,14 +25,15 @@ std::unique_ptr<DisplayServer> DisplayServer::connect(const X11Parts& parts,
     Log::warning("the toolkit does not run on X11: menus have no blur and no round input region");
     return nullptr;
   }
-  return std::unique_ptr<DisplayServer>(new DisplayServer(parts, x11->connection(), std::move(compositorChanged)));
+  return std::unique_ptr<DisplayServer>(
+      new DisplayServer(parts, x11->connection(), std::move(compositorChanged)));
 }
 
 DisplayServer::DisplayServer(const X11Parts& parts, xcb_connection_t* windowConnection,
                              std::function<void()> compositorChanged)
     : m_connection(parts.connection), m_pointer(parts.pointer), m_windowConnection(windowConnection),
       m_blur(parts.connection, windowConnection), m_shape(windowConnection),
-      m_stack(windowConnection, parts.connection.root()), m_settings(parts.connection),
+      m_stack(parts.connection, windowConnection), m_settings(parts.connection),
       m_compositor(parts.connection, std::move(compositorChanged)) {}
 
 std::optional<QPoint> DisplayServer::pointerLocation() const {
@@ -60,6 +63,8 @@ void DisplayServer::disableShadow(WId window) {
                       m_connection.atom("_COMPTON_SHADOW"), XCB_ATOM_CARDINAL, 32, 1, &none);
 }
 
-void DisplayServer::flush() { xcb_flush(m_windowConnection); }
+void DisplayServer::flush() {
+  xcb_flush(m_windowConnection);
+}
 
 } // namespace orbel

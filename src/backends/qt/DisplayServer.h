@@ -1,5 +1,5 @@
-// The X server as our windows use it. Requests about a window go over the toolkit's own connection, so that they follow
-// its creation in order; everything asked or listened to goes over the backend's connection.
+// The X server as our windows use it. Requests about a window go over the toolkit's own connection, so that
+// they follow its creation in order; everything asked or listened to goes over the backend's connection.
 // Exists only where the toolkit runs on X11; windows' numbers are the toolkit's WId.
 #pragma once
 
@@ -32,7 +32,8 @@ struct X11Parts {
 class DisplayServer {
 public:
   // Null, and logged, on any other platform of the toolkit (offscreen, for one). Needs a QGuiApplication.
-  static std::unique_ptr<DisplayServer> connect(const X11Parts& parts, std::function<void()> compositorChanged);
+  static std::unique_ptr<DisplayServer> connect(const X11Parts& parts,
+                                                std::function<void()> compositorChanged);
 
   Connection& connection() const { return m_connection; }
   bool isCompositing() const { return m_compositor.isCompositing(); }

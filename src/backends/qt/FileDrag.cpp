@@ -15,7 +15,8 @@ bool namesThisMachine(const QByteArray& host) {
 // "file:///path", "file://host/path" and "file:/path". Bytes, because a file's name need not be text.
 std::optional<std::string> localPath(const QByteArray& uri) {
   constexpr QByteArrayView kScheme("file:");
-  if (QByteArrayView(uri).first(std::min(uri.size(), kScheme.size())).compare(kScheme, Qt::CaseInsensitive) != 0) {
+  if (QByteArrayView(uri).first(std::min(uri.size(), kScheme.size())).compare(kScheme, Qt::CaseInsensitive) !=
+      0) {
     return std::nullopt;
   }
   QByteArray rest = uri.mid(kScheme.size());

@@ -15,8 +15,8 @@ public:
   Point locationInWindow() const override { return m_location; }
   std::optional<std::vector<std::string>> filePaths() const override { return m_paths; }
 
-  // The action to answer with: what the surface wants where the source offers it, else the other one of copy and link
-  // that it does; a move never, since the dragged file stays where it is.
+  // The action to answer with: what the surface wants where the source offers it, else the other one of copy
+  // and link that it does; a move never, since the dragged file stays where it is.
   static Qt::DropAction answer(DragOperation wanted, Qt::DropActions offered);
 
 private:

@@ -1,19 +1,14 @@
-// Turns a piece of the screen into what it looks like behind frosted glass, cut to an ellipse with a soft edge.
-// Works on pixels alone: premultiplied ARGB, rows from top to bottom.
+// Turns a piece of the screen into what it looks like behind frosted glass, cut to an ellipse with a soft
+// edge. Works on pixels alone: premultiplied ARGB, rows from top to bottom.
 #pragma once
 
+#include "backends/qt/DiscEdge.h"
 #include "platform/Surface.h"
 #include "scene/Bitmap.h"
 
 #include <cstdint>
 
 namespace orbel {
-
-// Pixels.
-struct DiscEdge {
-  double inset = 0;     // of the ellipse from the bitmap's bounds
-  double lineWidth = 0; // of the faint line around it, inside the inset
-};
 
 class FrostedGlass {
 public:

@@ -21,7 +21,9 @@ constexpr QLatin1String kThemeGroup("Icon Theme");
 // Drawings first: in a folder that has both they are the same picture, and sharper.
 constexpr std::array kExtensions{".svg", ".png", ".svgz", ".xpm"};
 
-bool isDrawing(const char* extension) { return extension[1] == 's'; }
+bool isDrawing(const char* extension) {
+  return extension[1] == 's';
+}
 
 std::optional<QString> fileIn(const QString& folder, const QString& icon, const char* extension) {
   QString path = folder + QLatin1Char('/') + icon + QLatin1String(extension);
@@ -29,8 +31,8 @@ std::optional<QString> fileIn(const QString& folder, const QString& icon, const 
   return std::nullopt;
 }
 
-// How badly a file suits a size; less is better. What fits goes before what must be shrunk, a drawing that must be
-// magnified before a bitmap that would get blurred.
+// How badly a file suits a size; less is better. What fits goes before what must be shrunk, a drawing that
+// must be magnified before a bitmap that would get blurred.
 struct Unfitness {
   int rank;
   int distance;
@@ -72,13 +74,15 @@ bool IconTheme::isInstalled(const QString& theme, const Folders& folders) {
 IconTheme::IconTheme(const QString& name, const Folders& folders, const QString& fallback)
     : m_name(name), m_loose(folders.loose) {
   const QString hicolor = QStringLiteral("hicolor");
-  // hicolor counts as visited until the end, because themes that inherit from it name it anywhere in their lists.
+  // hicolor counts as visited until the end, because themes that inherit from it name it anywhere in their
+  // lists.
   QStringList visited{hicolor};
   addTheme(name, folders, visited);
   addTheme(fallback, folders, visited);
   visited.removeFirst();
   addTheme(hicolor, folders, visited);
-  for (const QString& folder : folders.themes) m_changeTimes.insert(folder, QFileInfo(folder).lastModified());
+  for (const QString& folder : folders.themes)
+    m_changeTimes.insert(folder, QFileInfo(folder).lastModified());
 }
 
 void IconTheme::addTheme(const QString& theme, const Folders& folders, QStringList& visited) {
@@ -121,7 +125,8 @@ void IconTheme::addDirectories(const KeyFile& index, const QString& theme, const
       directory.smallest = (size - number("Threshold", 2)) * scale;
       directory.largest = (size + number("Threshold", 2)) * scale;
     }
-    // Most of the folders that hicolor lists exist nowhere; looking for each icon in them would be most of the work.
+    // Most of the folders that hicolor lists exist nowhere; looking for each icon in them would be most of
+    // the work.
     for (const QString& folder : folders.themes) {
       directory.path = folder + QLatin1Char('/') + theme + QLatin1Char('/') + name;
       if (QFileInfo(directory.path).isDir()) directories.push_back(directory);
@@ -130,7 +135,8 @@ void IconTheme::addDirectories(const KeyFile& index, const QString& theme, const
   m_chain.push_back(std::move(directories));
 }
 
-std::optional<QString> IconTheme::bestFile(const Directories& directories, const QString& icon, int pixelSize) {
+std::optional<QString> IconTheme::bestFile(const Directories& directories, const QString& icon,
+                                           int pixelSize) {
   std::optional<QString> best;
   Unfitness least{std::numeric_limits<int>::max(), 0};
   for (const Directory& directory : directories) {

@@ -27,7 +27,8 @@ constexpr std::array kSettingsFiles{
     SettingsFile{"GNOME", "gtk-4.0/settings.ini", "Settings", "gtk-icon-theme-name"},
     SettingsFile{"GNOME", "gtk-3.0/settings.ini", "Settings", "gtk-icon-theme-name"},
 };
-constexpr std::array kCompleteThemes{"Adwaita", "breeze", "Papirus", "elementary", "Yaru", "Mint-Y", "gnome", "oxygen"};
+constexpr std::array kCompleteThemes{"Adwaita", "breeze", "Papirus", "elementary",
+                                     "Yaru",    "Mint-Y", "gnome",   "oxygen"};
 
 bool isCurrentDesktop(const char* desktop) {
   const auto names = qEnvironmentVariable("XDG_CURRENT_DESKTOP").split(QLatin1Char(':'));
@@ -77,7 +78,8 @@ QString IconThemeChoice::fallback(const IconTheme::Folders& folders) {
 }
 
 QString IconThemeChoice::current(const IconTheme::Folders& folders) {
-  // With no theme set by us the toolkit tells the one it learnt from the desktop; "hicolor" means that it learnt none.
+  // With no theme set by us the toolkit tells the one it learnt from the desktop; "hicolor" means that it
+  // learnt none.
   QIcon::setThemeName(QString());
   const QString learnt = QIcon::themeName();
   if (learnt != QLatin1String("hicolor") && IconTheme::isInstalled(learnt, folders)) return learnt;

@@ -32,11 +32,14 @@ KeyFile::KeyFile(const QString& path) {
   }
 }
 
-QString KeyFile::value(const QString& group, const QString& key) const { return m_groups.value(group).value(key); }
+QString KeyFile::value(const QString& group, const QString& key) const {
+  return m_groups.value(group).value(key);
+}
 
 QStringList KeyFile::list(const QString& group, const QString& key) const {
   QStringList parts;
-  for (const QString& part : value(group, key).split(QLatin1Char(','), Qt::SkipEmptyParts)) parts << part.trimmed();
+  for (const QString& part : value(group, key).split(QLatin1Char(','), Qt::SkipEmptyParts))
+    parts << part.trimmed();
   return parts;
 }
 

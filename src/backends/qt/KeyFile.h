@@ -1,5 +1,5 @@
-// Reads the desktop's settings and index files: groups in brackets, lines of key=value. Nothing is cached. Used by the
-// icon theme and its choice.
+// Reads the desktop's settings and index files: groups in brackets, lines of key=value. Nothing is cached.
+// Used by the icon theme and its choice.
 #pragma once
 
 #include <QHash>

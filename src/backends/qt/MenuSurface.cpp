@@ -50,10 +50,7 @@ void MenuSurface::show() {
   if (!m_backdrop.coversScreen()) m_window->setOpacity(m_alpha);
   m_system.willShow(*this);
   m_shown = true;
-  m_window->setVisible(true);
-  // Painted before the server says that the window is visible, so that it never shows empty.
-  repaintAll();
-  if (auto* display = m_system.display()) display->flush();
+  updateMapping();
   m_system.didShow();
 }
 
@@ -63,7 +60,7 @@ void MenuSurface::orderOut() {
   m_pointerInside = false;
   m_drag.reset();
   if (m_pointerWatch) m_pointerWatch->stop();
-  m_window->setVisible(false);
+  updateMapping();
   m_backdrop.release();
   m_system.didHide(*this);
 }
@@ -75,12 +72,17 @@ void MenuSurface::setAlpha(double alpha) {
   if (!m_shown) return;
   if (m_backdrop.coversScreen()) {
     m_window->addDamage(QRect(QPoint(), m_window->deviceSize()));
-  } else {
-    m_window->setOpacity(m_alpha);
+    return;
   }
+  m_window->setOpacity(m_alpha);
+  // The toolkit leaves the request in its buffer: the last step of a fade would wait there for the next
+  // event.
+  if (auto* display = m_system.display()) display->flush();
 }
 
-bool MenuSurface::supportsBackdropBlur() const { return m_system.display() != nullptr; }
+bool MenuSurface::supportsBackdropBlur() const {
+  return m_system.display() != nullptr;
+}
 
 void MenuSurface::setRoundBackdrop(BackdropMaterial material, double inset) {
   m_backdrop.setRound(material, inset);
@@ -109,7 +111,9 @@ double MenuSurface::backingScale() const {
   return ScreenSpace::scaleOf(ScreenSpace::screenAt(m_frame.center()));
 }
 
-bool MenuSurface::pointerIsOverOwnPopUp() const { return m_system.pointerIsOverPopUp(); }
+bool MenuSurface::pointerIsOverOwnPopUp() const {
+  return m_system.pointerIsOverPopUp();
+}
 
 void MenuSurface::compositorChanged() {
   if (!m_shown) return;
@@ -128,8 +132,7 @@ void MenuSurface::paintWindow(QPainter& painter, const QRect& damage) {
   if (m_delegate) {
     const double scale = backingScale();
     QtCanvas canvas(painter, QSize(m_deviceFrame.width, m_deviceFrame.height), m_frame.size, m_scratch);
-    const Rect dirty(damage.x() / scale,
-                     m_frame.size.height - (damage.y() + damage.height()) / scale,
+    const Rect dirty(damage.x() / scale, m_frame.size.height - (damage.y() + damage.height()) / scale,
                      damage.width() / scale, damage.height() / scale);
     m_delegate->paint(canvas, dirty);
   }
@@ -189,16 +192,28 @@ void MenuSurface::windowDragLeft() {
   if (m_delegate) m_delegate->dragExited();
 }
 
+void MenuSurface::updateMapping() {
+  const bool mapped = m_shown && !m_system.hidesForDialog();
+  if (mapped == m_window->isVisible()) return;
+  m_window->setVisible(mapped);
+  if (!mapped) return;
+  // Painted before the server says that the window is visible, so that it never shows empty.
+  repaintAll();
+  if (auto* display = m_system.display()) display->flush();
+}
+
 void MenuSurface::placeWindow() {
   m_deviceFrame = ScreenSpace::toDevice(m_frame);
-  m_backdrop.prepare(m_deviceFrame, backingScale(), [this](RootSnapshot& screen) { removeOwnWindows(screen); });
+  m_backdrop.prepare(m_deviceFrame, backingScale(),
+                     [this](RootSnapshot& screen) { removeOwnWindows(screen); });
   m_window->setGeometry(ScreenSpace::toToolkit(m_frame));
   if (auto* display = m_system.display()) display->setGeometry(m_window->winId(), m_deviceFrame);
   shapeWindow();
 }
 
-// A menu that moves would otherwise shine through itself, and a sub-menu would show the title that the menu below it has
-// only just closed: what lies over the surfaces goes with them, then those below this one are drawn again.
+// A menu that moves would otherwise shine through itself, and a sub-menu would show the title that the menu
+// below it has only just closed: what lies over the surfaces goes with them, then those below this one are
+// drawn again.
 void MenuSurface::removeOwnWindows(RootSnapshot& screen) const {
   const auto& shown = m_system.shownSurfaces();
   for (auto surface = shown.rbegin(); surface != shown.rend(); ++surface) {

@@ -44,6 +44,8 @@ public:
   const Backdrop& backdrop() const { return m_backdrop; }
   // The desktop's compositor came or went.
   void compositorChanged();
+  // A dialog that needs the surfaces out of sight came or went.
+  void dialogChanged() { updateMapping(); }
   // Escape was pressed and this is the topmost surface.
   void cancel();
 
@@ -56,6 +58,7 @@ private:
   void windowDragged(QDropEvent& event) override;
   void windowDragLeft() override;
 
+  void updateMapping();
   void placeWindow();
   void removeOwnWindows(RootSnapshot& screen) const;
   void drawOn(RootSnapshot& screen);

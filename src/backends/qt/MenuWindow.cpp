@@ -5,6 +5,7 @@
 #include <QImage>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QRectF>
 #include <cmath>
 #include <optional>
 
@@ -13,10 +14,19 @@ namespace orbel {
 namespace {
 std::optional<PointerButton> buttonOf(const QMouseEvent& event) {
   switch (event.button()) {
-  case Qt::LeftButton: return PointerButton::primary;
-  case Qt::RightButton: return PointerButton::secondary;
-  default: return std::nullopt;
+  case Qt::LeftButton:
+    return PointerButton::primary;
+  case Qt::RightButton:
+    return PointerButton::secondary;
+  default:
+    return std::nullopt;
   }
+}
+
+// The smallest rectangle of whole units that holds all of it.
+QRect scaled(const QRect& rect, double factor) {
+  return QRectF(rect.x() * factor, rect.y() * factor, rect.width() * factor, rect.height() * factor)
+      .toAlignedRect();
 }
 } // namespace
 
@@ -24,7 +34,8 @@ MenuWindow::MenuWindow() : m_backingStore(this) {
   QSurfaceFormat translucent = format();
   translucent.setAlphaBufferSize(8);
   setFormat(translucent);
-  // Bypassing the window manager is what makes the place exact and the mapping quick, and keeps the focus where it is.
+  // Bypassing the window manager is what makes the place exact and the mapping quick, and keeps the focus
+  // where it is.
   setFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint |
            Qt::WindowDoesNotAcceptFocus);
   setTitle(QGuiApplication::applicationDisplayName());
@@ -42,36 +53,31 @@ void MenuWindow::addDamage(const QRect& rect) {
 }
 
 void MenuWindow::paintNow() {
-  const QRect damage = m_damage & QRect(QPoint(), deviceSize());
+  QRect damage = m_damage & QRect(QPoint(), deviceSize());
   m_damage = {};
   if (damage.isEmpty() || !m_owner || !isVisible()) return;
+  const QRect all(QPoint(), size());
+  QRect points = all;
+  if (m_backingStore.size() == all.size()) {
+    points &= scaled(damage, 1 / devicePixelRatio());
+  } else {
+    m_backingStore.resize(all.size());
+  }
 
-  const double ratio = devicePixelRatio();
-  const auto down = [&](int value) { return static_cast<int>(std::floor(value / ratio)); };
-  const auto up = [&](int value) { return static_cast<int>(std::ceil(value / ratio)); };
-  const QRect points(QPoint(down(damage.x()), down(damage.y())),
-                     QPoint(up(damage.x() + damage.width()) - 1, up(damage.y() + damage.height()) - 1));
-  const QSize needed = size();
-  const bool resized = m_backingStore.size() != needed;
-  if (resized) m_backingStore.resize(needed);
-  const QRegion region = resized ? QRegion(QRect(QPoint(), needed)) : QRegion(points);
-
-  m_backingStore.beginPaint(region); // clears it
+  m_backingStore.beginPaint(points); // clears it
   QPaintDevice* device = m_backingStore.paintDevice();
   if (device && device->devType() == QInternal::Image) {
-    // The same pixels without the toolkit's scaling: the canvas scales by itself and keeps images on whole pixels.
+    // The same pixels without the toolkit's scaling: the canvas scales by itself and keeps images on whole
+    // pixels.
     auto& store = *static_cast<QImage*>(device);
     QImage pixels(store.bits(), store.width(), store.height(), store.bytesPerLine(), store.format());
     QPainter painter(&pixels);
-    const QRect cleared = region.boundingRect();
-    const QRect area(QPoint(static_cast<int>(std::floor(cleared.x() * ratio)), static_cast<int>(std::floor(cleared.y() * ratio))),
-                     QPoint(static_cast<int>(std::ceil((cleared.x() + cleared.width()) * ratio)) - 1,
-                            static_cast<int>(std::ceil((cleared.y() + cleared.height()) * ratio)) - 1));
-    painter.setClipRect(area & pixels.rect());
-    m_owner->paintWindow(painter, area & pixels.rect());
+    damage = scaled(points, devicePixelRatio()) & pixels.rect();
+    painter.setClipRect(damage);
+    m_owner->paintWindow(painter, damage);
   }
   m_backingStore.endPaint();
-  m_backingStore.flush(region);
+  m_backingStore.flush(points);
 }
 
 QSize MenuWindow::deviceSize() const {
@@ -89,7 +95,8 @@ bool MenuWindow::event(QEvent* event) {
     // What was painted when the window was mapped is still there; it need not be painted again.
     if (isExposed() && !m_backingStore.size().isEmpty()) m_backingStore.flush(QRect(QPoint(), size()));
     return true;
-  default: return m_owner && deliver(*event) ? true : QWindow::event(event);
+  default:
+    return m_owner && deliver(*event) ? true : QWindow::event(event);
   }
 }
 
@@ -106,10 +113,13 @@ bool MenuWindow::deliver(QEvent& event) {
     m_owner->windowPointerMoved(move.position(), move.modifiers());
     return true;
   }
-  case QEvent::Leave: m_owner->windowPointerLeft(); return true;
+  case QEvent::Leave:
+    m_owner->windowPointerLeft();
+    return true;
   case QEvent::MouseButtonPress: {
     const auto& press = static_cast<const QMouseEvent&>(event);
-    if (const auto button = buttonOf(press)) m_owner->windowPressed(*button, press.position(), press.modifiers());
+    if (const auto button = buttonOf(press))
+      m_owner->windowPressed(*button, press.position(), press.modifiers());
     return true;
   }
   case QEvent::MouseButtonRelease: {
@@ -121,9 +131,14 @@ bool MenuWindow::deliver(QEvent& event) {
   }
   case QEvent::DragEnter:
   case QEvent::DragMove:
-  case QEvent::Drop: m_owner->windowDragged(static_cast<QDropEvent&>(event)); return true;
-  case QEvent::DragLeave: m_owner->windowDragLeft(); return true;
-  default: return false;
+  case QEvent::Drop:
+    m_owner->windowDragged(static_cast<QDropEvent&>(event));
+    return true;
+  case QEvent::DragLeave:
+    m_owner->windowDragLeft();
+    return true;
+  default:
+    return false;
   }
 }
 

@@ -1,5 +1,6 @@
-// The native window behind a menu surface: override-redirect, translucent, made ahead of time and used again, since
-// making one costs more than showing it. Sends what happens to it to its surface; holds nothing of the menu itself.
+// The native window behind a menu surface: override-redirect, translucent, made ahead of time and used again,
+// since making one costs more than showing it. Sends what happens to it to its surface; holds nothing of the
+// menu itself.
 #pragma once
 
 #include "scene/Event.h"
@@ -38,8 +39,8 @@ public:
 
   // Repaints the rectangle (device pixels, y down) in the next turn of the loop, together with others.
   void addDamage(const QRect& rect);
-  // Repaints what is damaged now. Also before the server has said that the window is visible: the first picture
-  // arrives together with the window.
+  // Repaints what is damaged now. Also before the server has said that the window is visible: the first
+  // picture arrives together with the window.
   void paintNow();
   QSize deviceSize() const;
 

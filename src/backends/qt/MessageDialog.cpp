@@ -20,15 +20,15 @@
 namespace orbel {
 
 namespace {
-constexpr int kMargin = 20;           // points
-constexpr int kPictureGap = 16;       // between picture and texts
-constexpr int kTextGap = 8;           // between message and explanation
-constexpr int kControlGap = 12;       // above a control
-constexpr int kButtonGap = 20;        // above the button
-constexpr int kNarrowestText = 200;   // points
-constexpr int kWidestText = 380;      // points
-constexpr int kNarrowestButton = 88;  // points
-constexpr int kLowestButton = 26;     // points
+constexpr int kMargin = 20;              // points
+constexpr int kPictureGap = 16;          // between picture and texts
+constexpr int kTextGap = 8;              // between message and explanation
+constexpr int kControlGap = 12;          // above a control
+constexpr int kButtonGap = 20;           // above the button
+constexpr int kNarrowestText = 200;      // points
+constexpr int kWidestText = 380;         // points
+constexpr int kNarrowestButton = 88;     // points
+constexpr int kLowestButton = 26;        // points
 constexpr qsizetype kLongestText = 2000; // characters; more would push the button off the screen
 
 QString shortened(const QString& text) {
@@ -40,9 +40,11 @@ QLabel* makeLabel(const QString& text, const QFont& font) {
   label->setTextFormat(Qt::PlainText); // names of the user's files are no markup
   label->setWordWrap(true);
   label->setFont(font);
-  const int natural = label->fontMetrics()
-                          .boundingRect(QRect(0, 0, kWidestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, label->text())
-                          .width() + 1;
+  const int natural =
+      label->fontMetrics()
+          .boundingRect(QRect(0, 0, kWidestText, QWIDGETSIZE_MAX), Qt::TextWordWrap, label->text())
+          .width() +
+      1;
   label->setFixedWidth(std::clamp(natural, kNarrowestText, kWidestText));
   return label;
 }
@@ -96,8 +98,8 @@ void MessageDialog::addControl(QWidget* control) {
 QPixmap MessageDialog::programPicture() {
   OwnResources::load();
   const double scale = qGuiApp->devicePixelRatio();
-  const Bitmap bitmap =
-      PictureReader::read(QStringLiteral(":/icons/orbelmenu.svg"), static_cast<int>(std::lround(kPictureSide * scale)));
+  const Bitmap bitmap = PictureReader::read(QStringLiteral(":/icons/orbelmenu.svg"),
+                                            static_cast<int>(std::lround(kPictureSide * scale)));
   const QImage borrowed(reinterpret_cast<const uchar*>(bitmap.pixels.data()), bitmap.width, bitmap.height,
                         QImage::Format_ARGB32_Premultiplied);
   QPixmap pixmap = QPixmap::fromImage(borrowed.copy());

@@ -1,5 +1,6 @@
-// A message with one button, as an alert shows it: picture, bold message, explanation. The button answers to Return;
-// Escape and closing the window dismiss. Takes the colours, fonts and pictures of the desktop. Made by QtDialogs.
+// A message with one button, as an alert shows it: picture, bold message, explanation. The button answers to
+// Return; Escape and closing the window dismiss. Takes the colours, fonts and pictures of the desktop. Made
+// by QtDialogs.
 #pragma once
 
 #include <QDialog>

@@ -15,10 +15,12 @@
 namespace orbel {
 
 namespace {
-constexpr int kMargin = 12;       // points
-constexpr QSize kSize(640, 440);  // points
+constexpr int kMargin = 12;      // points
+constexpr QSize kSize(640, 440); // points
 
-std::string toPath(const QString& path) { return QFile::encodeName(path).toStdString(); }
+std::string toPath(const QString& path) {
+  return QFile::encodeName(path).toStdString();
+}
 } // namespace
 
 OpenPanelDialog::OpenPanelDialog(const OpenPanel& panel, const TextServices& text)
@@ -36,10 +38,12 @@ OpenPanelDialog::OpenPanelDialog(const OpenPanel& panel, const TextServices& tex
   setLabelText(QFileDialog::LookIn, localized("Look in:"));
   setLabelText(QFileDialog::FileName, localized("File name:"));
   // One file is to be confirmed: what serves browsing, other views and new files would only be in the way.
-  for (const char* name : {"sidebar", "listModeButton", "detailModeButton", "newFolderButton", "fileTypeLabel", "fileTypeCombo"}) {
+  for (const char* name : {"sidebar", "listModeButton", "detailModeButton", "newFolderButton",
+                           "fileTypeLabel", "fileTypeCombo"}) {
     if (auto* control = findChild<QWidget*>(QLatin1String(name))) control->hide();
   }
-  for (auto* button : findChildren<QPushButton*>()) button->setIcon(QIcon());
+  for (auto* button : findChildren<QPushButton*>())
+    button->setIcon(QIcon());
   if (!panel.message.empty()) addMessage(QString::fromStdString(panel.message));
   resize(kSize);
   selectStart(QFile::decodeName(QByteArray::fromStdString(panel.startPath)));
@@ -60,20 +64,22 @@ void OpenPanelDialog::selectStart(const QString& startPath) {
   if (start.isHidden()) setFilter(filter() | QDir::Hidden);
   setDirectory(start.absolutePath());
   selectFile(start.fileName());
-  // The toolkit only writes the name into the line. The file can be marked once its folder is listed, in the background.
+  // The toolkit only writes the name into the line. The file can be marked once its folder is listed, in the
+  // background.
   const auto* files = findChild<QFileSystemModel*>();
   auto* list = findChild<QListView*>(QStringLiteral("listView"));
   if (!files || !list) return;
-  m_listing = connect(files, &QFileSystemModel::directoryLoaded, this, [this, start, list](const QString& folder) {
-    if (QDir(folder) != QDir(start.absolutePath())) return;
-    disconnect(m_listing); // later, the choice is the user's
-    mark(*list, start.fileName());
-  });
+  m_listing =
+      connect(files, &QFileSystemModel::directoryLoaded, this, [this, start, list](const QString& folder) {
+        if (QDir(folder) != QDir(start.absolutePath())) return;
+        disconnect(m_listing); // later, the choice is the user's
+        mark(*list, start.fileName());
+      });
 }
 
 void OpenPanelDialog::mark(QListView& list, const QString& name) {
-  const auto found = list.model()->match(list.model()->index(0, 0, list.rootIndex()), Qt::DisplayRole, name, 1,
-                                         Qt::MatchExactly | Qt::MatchCaseSensitive);
+  const auto found = list.model()->match(list.model()->index(0, 0, list.rootIndex()), Qt::DisplayRole, name,
+                                         1, Qt::MatchExactly | Qt::MatchCaseSensitive);
   if (found.isEmpty()) return;
   list.setCurrentIndex(found.first());
   const auto showIt = [&list] { list.scrollTo(list.currentIndex(), QAbstractItemView::PositionAtCenter); };
@@ -82,7 +88,9 @@ void OpenPanelDialog::mark(QListView& list, const QString& name) {
   connect(list.model(), &QAbstractItemModel::layoutChanged, &list, showIt, Qt::QueuedConnection);
 }
 
-bool OpenPanelDialog::canChoose(const QString& path) const { return !m_shouldEnable || m_shouldEnable(toPath(path)); }
+bool OpenPanelDialog::canChoose(const QString& path) const {
+  return !m_shouldEnable || m_shouldEnable(toPath(path));
+}
 
 void OpenPanelDialog::accept() {
   const QString path = selectedFiles().value(0);

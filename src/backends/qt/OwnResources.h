@@ -1,5 +1,5 @@
-// The pictures and texts that ship inside the program: ":/icons/<name>.svg" and ":/translations/<language>.json".
-// Loaded by whoever reads them.
+// The pictures and texts that ship inside the program: ":/icons/<name>.svg" and
+// ":/translations/<language>.json". Loaded by whoever reads them.
 #pragma once
 
 namespace orbel {

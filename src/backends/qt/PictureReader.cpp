@@ -19,7 +19,7 @@ constexpr qint64 kLargestFile = 64 << 20;
 constexpr qint64 kLargestDrawing = 8 << 20;
 // Inflates to at most a thousand times as much.
 constexpr qint64 kLargestCompressedDrawing = 64 << 10;
-constexpr int kLargestSide = 16384; // pixels
+constexpr int kLargestSide = 16384;     // pixels
 constexpr int kLargestAllocation = 128; // MiB, of one decoded picture
 constexpr int kMostPicturesInFile = 64;
 

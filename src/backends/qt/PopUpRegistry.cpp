@@ -18,7 +18,9 @@ Registration PopUpRegistry::add(QWidget& popUp) {
   });
 }
 
-bool PopUpRegistry::isPointerOver() const { return contains(QCursor::pos()); }
+bool PopUpRegistry::isPointerOver() const {
+  return contains(QCursor::pos());
+}
 
 bool PopUpRegistry::contains(QPoint position) const {
   if (m_popUps->empty()) return false;
@@ -30,7 +32,8 @@ bool PopUpRegistry::contains(QPoint position) const {
 
 bool PopUpRegistry::belongsToPopUp(const QWidget* window) const {
   for (const QWidget* widget = window; widget; widget = widget->parentWidget()) {
-    if (std::any_of(m_popUps->begin(), m_popUps->end(), [&](const auto& popUp) { return popUp == widget; })) return true;
+    if (std::any_of(m_popUps->begin(), m_popUps->end(), [&](const auto& popUp) { return popUp == widget; }))
+      return true;
   }
   return false;
 }

@@ -15,7 +15,7 @@
 namespace orbel {
 
 namespace {
-constexpr int kIconSide = 16;       // points
+constexpr int kIconSide = 16;      // points
 constexpr int kLargestTitle = 400; // points; a menu as wide as the screen helps nobody
 
 QIcon iconOf(const ImagePointer& image, double scale) {
@@ -25,7 +25,8 @@ QIcon iconOf(const ImagePointer& image, double scale) {
   if (bitmap.isEmpty()) return {};
   const QImage borrowed(reinterpret_cast<const uchar*>(bitmap.pixels.data()), bitmap.width, bitmap.height,
                         QImage::Format_ARGB32_Premultiplied);
-  QPixmap pixmap = QPixmap::fromImage(borrowed.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation).copy());
+  QPixmap pixmap =
+      QPixmap::fromImage(borrowed.scaled(side, side, Qt::KeepAspectRatio, Qt::SmoothTransformation).copy());
   pixmap.setDevicePixelRatio(scale);
   return QIcon(pixmap);
 }
@@ -102,8 +103,8 @@ void PoppedUpMenu::Tracking::closed() {
   if (!isAbandoned && delegate) delegate->menuDidClose();
 }
 
-PoppedUpMenu::PoppedUpMenu(std::vector<MenuEntry> entries, ContextMenuDelegate* delegate, PopUpRegistry& popUps,
-                           QPoint position)
+PoppedUpMenu::PoppedUpMenu(std::vector<MenuEntry> entries, ContextMenuDelegate* delegate,
+                           PopUpRegistry& popUps, QPoint position)
     : m_tracking(std::make_shared<Tracking>()) {
   m_tracking->entries = std::move(entries);
   m_tracking->delegate = delegate;

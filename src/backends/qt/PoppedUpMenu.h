@@ -1,6 +1,6 @@
-// One context menu from its opening to its end. The delegate hears of the end once, before the chosen action runs. Once
-// this object is destroyed nothing is called any more, neither the delegate nor an action, also when that happens from
-// within a call of the delegate or an action.
+// One context menu from its opening to its end. The delegate hears of the end once, before the chosen action
+// runs. Once this object is destroyed nothing is called any more, neither the delegate nor an action, also
+// when that happens from within a call of the delegate or an action.
 #pragma once
 
 #include "backends/qt/PopUpRegistry.h"
@@ -16,7 +16,8 @@ namespace orbel {
 class PoppedUpMenu final : public OpenContextMenu {
 public:
   // Opens at the position, in Qt's screen coordinates. The delegate may be empty.
-  PoppedUpMenu(std::vector<MenuEntry> entries, ContextMenuDelegate* delegate, PopUpRegistry& popUps, QPoint position);
+  PoppedUpMenu(std::vector<MenuEntry> entries, ContextMenuDelegate* delegate, PopUpRegistry& popUps,
+               QPoint position);
   ~PoppedUpMenu() override;
   PoppedUpMenu(const PoppedUpMenu&) = delete;
   PoppedUpMenu& operator=(const PoppedUpMenu&) = delete;

@@ -8,7 +8,9 @@ namespace orbel {
 
 QtBubble::QtBubble(QtWindowSystem& system, std::string text) : m_system(system), m_text(std::move(text)) {}
 
-QtBubble::~QtBubble() { close(); }
+QtBubble::~QtBubble() {
+  close();
+}
 
 void QtBubble::show(const Rect& anchorOnScreen) {
   if (m_window) {
@@ -21,13 +23,12 @@ void QtBubble::show(const Rect& anchorOnScreen) {
   m_window = m_system.takeBubbleWindow();
   m_window->place(QString::fromStdString(m_text), m_anchor);
   m_system.willShow(*m_window);
-  m_window->setVisible(true);
-  m_window->paintNow();
+  m_window->setMapped(!m_system.hidesForDialog());
 }
 
 void QtBubble::close() {
   if (!m_window) return;
-  m_window->setVisible(false);
+  m_window->setMapped(false);
   m_system.returnBubbleWindow(std::move(m_window));
 }
 

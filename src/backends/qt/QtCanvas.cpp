@@ -28,12 +28,15 @@ QtCanvas::QtCanvas(QPainter& painter, QSize pixelSize, Size pointSize, Scratch& 
     : m_painter(painter), m_scaleX(pointSize.width > 0 ? pixelSize.width() / pointSize.width : 1),
       m_scaleY(pointSize.height > 0 ? pixelSize.height() / pointSize.height : 1), m_height(pointSize.height),
       m_clip(QPoint(), pixelSize), m_scratch(scratch) {
-  m_painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing | QPainter::SmoothPixmapTransform);
+  m_painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                           QPainter::SmoothPixmapTransform);
   if (m_painter.hasClipping()) m_clip &= m_painter.clipBoundingRect().toAlignedRect();
   m_scratch.states.clear();
 }
 
-void QtCanvas::save() { m_scratch.states.push_back(m_state); }
+void QtCanvas::save() {
+  m_scratch.states.push_back(m_state);
+}
 
 void QtCanvas::restore() {
   if (m_scratch.states.empty()) return;
@@ -106,14 +109,19 @@ void QtCanvas::drawSilhouette(const Image& image, const Rect& rect, const Color&
 void QtCanvas::drawText(const std::string& text, const Rect& rect, const TextStyle& style) {
   const QRectF target = deviceRect(rect);
   const QFont font = interfaceFont(style.pointSize * m_scaleY);
-  const QString shown =
-      QFontMetricsF(font, m_painter.device())
-          .elidedText(QString::fromStdString(text), Qt::ElideRight, target.width());
+  const QString shown = QFontMetricsF(font, m_painter.device())
+                            .elidedText(QString::fromStdString(text), Qt::ElideRight, target.width());
   int alignment = Qt::AlignVCenter | Qt::TextSingleLine;
   switch (style.alignment) {
-  case TextAlignment::left: alignment |= Qt::AlignLeft; break;
-  case TextAlignment::center: alignment |= Qt::AlignHCenter; break;
-  case TextAlignment::right: alignment |= Qt::AlignRight; break;
+  case TextAlignment::left:
+    alignment |= Qt::AlignLeft;
+    break;
+  case TextAlignment::center:
+    alignment |= Qt::AlignHCenter;
+    break;
+  case TextAlignment::right:
+    alignment |= Qt::AlignRight;
+    break;
   }
   m_painter.setFont(font);
   m_painter.setPen(toQt(style.color));
@@ -143,7 +151,9 @@ QRect QtCanvas::wholePixels(const Rect& rect) const {
           static_cast<int>(std::lround(middle.y() - height / 2.0)), width, height};
 }
 
-bool QtCanvas::isVisible(const QRect& rect) const { return m_state.opacity > 0 && m_clip.intersects(rect); }
+bool QtCanvas::isVisible(const QRect& rect) const {
+  return m_state.opacity > 0 && m_clip.intersects(rect);
+}
 
 void QtCanvas::setFill(const Color& color) {
   m_painter.setPen(Qt::NoPen);

@@ -1,5 +1,6 @@
-// Draws on a QPainter what views ask for: flips the y axis once, anti-aliases, and keeps images on whole device pixels.
-// Made for one painting and gone after it; what would be allocated in every frame lives in its scratch.
+// Draws on a QPainter what views ask for: flips the y axis once, anti-aliases, and keeps images on whole
+// device pixels. Made for one painting and gone after it; what would be allocated in every frame lives in its
+// scratch.
 #pragma once
 
 #include "scene/Canvas.h"
@@ -23,8 +24,8 @@ public:
     std::vector<std::uint32_t> silhouette;
   };
 
-  // The painter must address device pixels (no transform, a device pixel ratio of 1) and may be clipped. The canvas
-  // spans pointSize over the whole of pixelSize. Painter and scratch outlive the canvas.
+  // The painter must address device pixels (no transform, a device pixel ratio of 1) and may be clipped. The
+  // canvas spans pointSize over the whole of pixelSize. Painter and scratch outlive the canvas.
   QtCanvas(QPainter& painter, QSize pixelSize, Size pointSize, Scratch& scratch);
 
   void save() override;

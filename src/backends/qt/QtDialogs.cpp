@@ -15,10 +15,12 @@ QtDialogs::QtDialogs(PopUpRegistry& popUps, const TextServices& text, DialogHook
     : m_popUps(popUps), m_text(text), m_hooks(std::move(hooks)) {}
 
 QtDialogs::~QtDialogs() {
-  for (const Running& running : m_running) running.dialog->disconnect();
+  for (const Running& running : m_running)
+    running.dialog->disconnect();
 }
 
-void QtDialogs::runTextPrompt(const TextPrompt& prompt, std::function<void(std::optional<std::string>)> done) {
+void QtDialogs::runTextPrompt(const TextPrompt& prompt,
+                              std::function<void(std::optional<std::string>)> done) {
   auto dialog = std::make_unique<TextPromptDialog>(prompt);
   const auto& line = *dialog;
   run(std::move(dialog), [&line, done = std::move(done)](Outcome outcome) -> std::function<void()> {
@@ -52,16 +54,19 @@ void QtDialogs::runOpenPanel(const OpenPanel& panel, std::function<void(std::opt
   });
 }
 
-void QtDialogs::run(std::unique_ptr<QDialog> dialog, std::function<std::function<void()>(Outcome)> takeAnswer) {
+void QtDialogs::run(std::unique_ptr<QDialog> dialog,
+                    std::function<std::function<void()>(Outcome)> takeAnswer) {
   if (m_running.empty() && m_hooks.willTakeFocus) m_hooks.willTakeFocus();
   QDialog& shown = *dialog;
-  QObject::connect(&shown, &QDialog::finished, &shown, [this, &shown, takeAnswer = std::move(takeAnswer)](int result) {
-    const auto answer = takeAnswer(result == QDialog::Accepted ? Outcome::accepted : Outcome::cancelled);
-    closed(shown);
-    // Last, because it may do anything, such as ask the next question.
-    answer();
-  });
-  // Not modal for a window, as open() makes it: the menu's windows are nobody's parents, and all of them have to wait.
+  QObject::connect(
+      &shown, &QDialog::finished, &shown, [this, &shown, takeAnswer = std::move(takeAnswer)](int result) {
+        const auto answer = takeAnswer(result == QDialog::Accepted ? Outcome::accepted : Outcome::cancelled);
+        closed(shown);
+        // Last, because it may do anything, such as ask the next question.
+        answer();
+      });
+  // Not modal for a window, as open() makes it: the menu's windows are nobody's parents, and all of them have
+  // to wait.
   shown.setWindowModality(Qt::ApplicationModal);
   shown.setAttribute(Qt::WA_QuitOnClose, false);
   m_running.push_back({std::move(dialog), m_popUps.add(shown)});
@@ -72,8 +77,9 @@ void QtDialogs::run(std::unique_ptr<QDialog> dialog, std::function<std::function
 }
 
 void QtDialogs::closed(QDialog& dialog) {
-  const auto running = std::find_if(m_running.begin(), m_running.end(),
-                                    [&](const Running& candidate) { return candidate.dialog.get() == &dialog; });
+  const auto running = std::find_if(m_running.begin(), m_running.end(), [&](const Running& candidate) {
+    return candidate.dialog.get() == &dialog;
+  });
   if (running == m_running.end()) return;
   // The toolkit is still at work in it.
   running->dialog.release()->deleteLater();
@@ -84,7 +90,8 @@ void QtDialogs::closed(QDialog& dialog) {
 
 void QtDialogs::tellDialogInFront() {
   if (!m_hooks.dialogInFrontChanged) return;
-  m_hooks.dialogInFrontChanged(m_running.empty() ? std::nullopt : std::optional(m_running.back().dialog->winId()));
+  m_hooks.dialogInFrontChanged(m_running.empty() ? std::nullopt
+                                                 : std::optional(m_running.back().dialog->winId()));
 }
 
 } // namespace orbel

@@ -1,6 +1,6 @@
-// Text prompt, alert and open panel as windows of the desktop. Each is modal for the program, takes the keyboard focus
-// and tells the window system, which keeps the menu below it and gives the focus back. Used by the menu controllers and
-// the settings.
+// Text prompt, alert and open panel as windows of the desktop. Each is modal for the program, takes the
+// keyboard focus and tells the window system, which keeps the menu below it and gives the focus back. Used by
+// the menu controllers and the settings.
 #pragma once
 
 #include "backends/qt/PopUpRegistry.h"
@@ -24,7 +24,8 @@ namespace orbel {
 struct DialogHooks {
   // Before the first dialog is shown: note which window is active.
   std::function<void()> willTakeFocus;
-  // The dialog in front was shown or changed: surfaces belong below this window. Nothing once the last one has closed.
+  // The dialog in front was shown or changed: surfaces belong below this window. Nothing once the last one
+  // has closed.
   std::function<void(std::optional<WId> window)> dialogInFrontChanged;
   // After the last dialog has closed: the window noted above gets the focus again.
   std::function<void()> giveFocusBack;
@@ -32,8 +33,8 @@ struct DialogHooks {
 
 class QtDialogs final : public Dialogs {
 public:
-  // The registry and the text services are borrowed. Dialogs still open when this object goes are closed unanswered:
-  // whoever asked is gone by then.
+  // The registry and the text services are borrowed. Dialogs still open when this object goes are closed
+  // unanswered: whoever asked is gone by then.
   QtDialogs(PopUpRegistry& popUps, const TextServices& text, DialogHooks hooks);
   ~QtDialogs() override;
   QtDialogs(const QtDialogs&) = delete;
@@ -52,8 +53,8 @@ private:
     Registration popUp;
   };
 
-  // Shows the dialog in front. When it has closed, the answer is taken from it, then the focus goes back, then the
-  // answer is told.
+  // Shows the dialog in front. When it has closed, the answer is taken from it, then the focus goes back,
+  // then the answer is told.
   void run(std::unique_ptr<QDialog> dialog, std::function<std::function<void()>(Outcome)> takeAnswer);
   void closed(QDialog& dialog);
   void tellDialogInFront();

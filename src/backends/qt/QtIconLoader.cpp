@@ -14,13 +14,15 @@
 namespace orbel {
 
 namespace {
-// A theme changes when the user says so in the desktop's settings: seeing it within this is soon enough, and looking it
-// up for each of forty icons would cost more than reading them.
+// A theme changes when the user says so in the desktop's settings: seeing it within this is soon enough, and
+// looking it up for each of forty icons would cost more than reading them.
 constexpr qint64 kThemeCheckInterval = 3000; // milliseconds
 constexpr int kToolkitPixmapCache = 512;     // KiB; the core keeps the pictures it shows
 constexpr int kAnySize = 64;                 // pixels
 
-QString ownPath(const std::string& name) { return QStringLiteral(":/icons/%1.svg").arg(QString::fromStdString(name)); }
+QString ownPath(const std::string& name) {
+  return QStringLiteral(":/icons/%1.svg").arg(QString::fromStdString(name));
+}
 
 // Entries name an icon, but some add the extension of the file they had in mind.
 QString iconName(const std::string& name) {
@@ -43,7 +45,8 @@ QtIconLoader::QtIconLoader(QString theme, IconTheme::Folders folders) : m_folder
 }
 
 IconTheme& QtIconLoader::theme() {
-  if (m_theme && m_sinceThemeCheck.isValid() && !m_sinceThemeCheck.hasExpired(kThemeCheckInterval)) return *m_theme;
+  if (m_theme && m_sinceThemeCheck.isValid() && !m_sinceThemeCheck.hasExpired(kThemeCheckInterval))
+    return *m_theme;
   m_sinceThemeCheck.start();
   const QString name = m_followsDesktop ? IconThemeChoice::current(m_folders) : m_theme->name();
   const QString fallback = m_followsDesktop ? IconThemeChoice::fallback(m_folders) : QString();
@@ -51,7 +54,8 @@ IconTheme& QtIconLoader::theme() {
     QIcon::setThemeName(name);
     QIcon::setFallbackThemeName(fallback);
   }
-  if (!m_theme || m_theme->name() != name || m_theme->isOutdated()) m_theme.emplace(name, m_folders, fallback);
+  if (!m_theme || m_theme->name() != name || m_theme->isOutdated())
+    m_theme.emplace(name, m_folders, fallback);
   return *m_theme;
 }
 
@@ -83,6 +87,8 @@ Bitmap QtIconLoader::ownPicture(const std::string& name, int pixelSize) {
   return hasOwnPicture(name) ? PictureReader::read(ownPath(name), pixelSize) : Bitmap();
 }
 
-bool QtIconLoader::hasOwnPicture(const std::string& name) { return QFile::exists(ownPath(name)); }
+bool QtIconLoader::hasOwnPicture(const std::string& name) {
+  return QFile::exists(ownPath(name));
+}
 
 } // namespace orbel

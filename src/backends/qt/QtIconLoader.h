@@ -1,5 +1,6 @@
-// Pixels for icon names, picture files and the program's own pictures. Nothing drawn is kept here: the images of the
-// core keep what they show. Sizes are device pixels. Used by the workspace and, for own pictures, by the graphics.
+// Pixels for icon names, picture files and the program's own pictures. Nothing drawn is kept here: the images
+// of the core keep what they show. Sizes are device pixels. Used by the workspace and, for own pictures, by
+// the graphics.
 #pragma once
 
 #include "backends/linux/IconLoader.h"

@@ -16,12 +16,16 @@ QString toQString(std::string_view text) {
 
 QString tableLanguageOf(const QLocale& language) {
   switch (language.language()) {
-  case QLocale::German: return QStringLiteral("de");
-  case QLocale::French: return QStringLiteral("fr");
-  case QLocale::Spanish: return QStringLiteral("es");
+  case QLocale::German:
+    return QStringLiteral("de");
+  case QLocale::French:
+    return QStringLiteral("fr");
+  case QLocale::Spanish:
+    return QStringLiteral("es");
   case QLocale::Chinese:
     return language.script() == QLocale::SimplifiedHanScript ? QStringLiteral("zh_CN") : QString();
-  default: return {};
+  default:
+    return {};
   }
 }
 
@@ -38,7 +42,8 @@ QHash<QString, QString> readTable(const QString& language) {
     return table;
   }
   const QJsonObject texts = document.object();
-  for (auto text = texts.begin(); text != texts.end(); ++text) table.insert(text.key(), text.value().toString());
+  for (auto text = texts.begin(); text != texts.end(); ++text)
+    table.insert(text.key(), text.value().toString());
   return table;
 }
 
@@ -83,7 +88,8 @@ QString QtTextServices::tableLanguage(const QLocale& locale) {
   for (const QString& tag : locale.uiLanguages()) {
     const QLocale language(tag);
     const QString table = tableLanguageOf(language);
-    if (!table.isEmpty() || language.language() == QLocale::English || language.language() == QLocale::C) return table;
+    if (!table.isEmpty() || language.language() == QLocale::English || language.language() == QLocale::C)
+      return table;
   }
   return {};
 }

@@ -26,12 +26,14 @@ QWindow* windowOf(WId number) {
   return nullptr;
 }
 
-template <class Value> void removeValue(std::vector<Value>& values, const Value& value) {
+template <class Value>
+void removeValue(std::vector<Value>& values, const Value& value) {
   values.erase(std::remove(values.begin(), values.end(), value), values.end());
 }
 } // namespace
 
-// Window managers put a dialog where they want it when they map it and when it gets the focus, each time after we did.
+// Window managers put a dialog where they want it when they map it and when it gets the focus, each time
+// after we did.
 class QtWindowSystem::DialogWatch : public QObject {
 public:
   DialogWatch(QtWindowSystem& system, QWindow* dialog) : m_system(system) {
@@ -47,11 +49,14 @@ private:
   QtWindowSystem& m_system;
 };
 
-QtWindowSystem::QtWindowSystem(std::optional<X11Parts> x11, WindowSystemHooks hooks) : m_hooks(std::move(hooks)) {
+QtWindowSystem::QtWindowSystem(std::optional<X11Parts> x11, WindowSystemHooks hooks)
+    : m_hooks(std::move(hooks)) {
   if (x11) m_display = DisplayServer::connect(*x11, [this] { compositorChanged(); });
   if (m_display) m_escape.emplace(x11->keyGrabs, [this] { escapePressed(); });
-  while (m_spareMenuWindows.size() < kSpareMenuWindows) m_spareMenuWindows.push_back(makeMenuWindow());
-  while (m_spareBubbleWindows.size() < kSpareBubbleWindows) m_spareBubbleWindows.push_back(makeBubbleWindow());
+  while (m_spareMenuWindows.size() < kSpareMenuWindows)
+    m_spareMenuWindows.push_back(makeMenuWindow());
+  while (m_spareBubbleWindows.size() < kSpareBubbleWindows)
+    m_spareBubbleWindows.push_back(makeBubbleWindow());
 }
 
 QtWindowSystem::~QtWindowSystem() = default;
@@ -82,12 +87,19 @@ bool QtWindowSystem::prefersReducedMotion() const {
   return m_display && m_display->settings().integer("Gtk/EnableAnimations") == 0;
 }
 
-void QtWindowSystem::beep() { QApplication::beep(); }
+void QtWindowSystem::beep() {
+  QApplication::beep();
+}
 
 void QtWindowSystem::standBelow(std::optional<WId> dialog) {
   m_dialog = dialog;
   m_dialogWatch = dialog ? std::make_unique<DialogWatch>(*this, windowOf(*dialog)) : nullptr;
+  m_hidesForDialog = dialog && m_display && !m_display->stack().isHonoured();
   restack();
+  for (MenuSurface* surface : m_shown)
+    surface->dialogChanged();
+  for (BubbleWindow* bubble : m_shownBubbles)
+    bubble->setMapped(!m_hidesForDialog);
   updateEscape();
 }
 
@@ -99,9 +111,9 @@ bool QtWindowSystem::pointerIsOverPopUp() const {
   if (m_hooks.pointerIsOverPopUp && m_hooks.pointerIsOverPopUp()) return true;
   if (m_shownBubbles.empty()) return false;
   const auto pointer = pointerLocation();
-  return pointer && std::any_of(m_shownBubbles.begin(), m_shownBubbles.end(), [&](const BubbleWindow* bubble) {
-           return bubble->bodyFrame().contains(*pointer);
-         });
+  return pointer &&
+         std::any_of(m_shownBubbles.begin(), m_shownBubbles.end(),
+                     [&](const BubbleWindow* bubble) { return bubble->bodyFrame().contains(*pointer); });
 }
 
 std::unique_ptr<MenuWindow> QtWindowSystem::takeMenuWindow() {
@@ -141,14 +153,15 @@ std::unique_ptr<BubbleWindow> QtWindowSystem::makeBubbleWindow() const {
 
 void QtWindowSystem::willShow(MenuSurface& surface) {
   removeValue(m_shown, &surface);
-  const auto above = std::find_if(m_shown.begin(), m_shown.end(), [&](const MenuSurface* other) {
-    return other->level() > surface.level();
-  });
+  const auto above = std::find_if(m_shown.begin(), m_shown.end(),
+                                  [&](const MenuSurface* other) { return other->level() > surface.level(); });
   m_shown.insert(above, &surface);
   restack();
 }
 
-void QtWindowSystem::didShow() { updateEscape(); }
+void QtWindowSystem::didShow() {
+  updateEscape();
+}
 
 void QtWindowSystem::didHide(MenuSurface& surface) {
   removeValue(m_shown, &surface);
@@ -174,8 +187,10 @@ void QtWindowSystem::restack() {
       stack.raise(number);
     }
   };
-  for (const MenuSurface* surface : m_shown) place(surface->window());
-  for (const BubbleWindow* bubble : m_shownBubbles) place(*bubble);
+  for (const MenuSurface* surface : m_shown)
+    place(surface->window());
+  for (const BubbleWindow* bubble : m_shownBubbles)
+    place(*bubble);
   m_display->flush();
 }
 
@@ -204,8 +219,10 @@ void QtWindowSystem::escapePressed() {
 }
 
 void QtWindowSystem::compositorChanged() {
-  for (MenuSurface* surface : m_shown) surface->compositorChanged();
-  for (BubbleWindow* bubble : m_shownBubbles) bubble->compositorChanged();
+  for (MenuSurface* surface : m_shown)
+    surface->compositorChanged();
+  for (BubbleWindow* bubble : m_shownBubbles)
+    bubble->compositorChanged();
 }
 
 } // namespace orbel

@@ -1,6 +1,6 @@
-// Makes surfaces and bubbles on the toolkit and keeps them in order: menu, sub-menu, bubbles, then pop-up menus.
-// Main thread only; needs a QApplication and is gone before it; outlives its surfaces and bubbles. On another platform
-// of the toolkit than X11 everything works that needs no X server.
+// Makes surfaces and bubbles on the toolkit and keeps them in order: menu, sub-menu, bubbles, then pop-up
+// menus. Main thread only; needs a QApplication and is gone before it; outlives its surfaces and bubbles. On
+// another platform of the toolkit than X11 everything works that needs no X server.
 #pragma once
 
 #include "backends/qt/BubbleWindow.h"
@@ -29,7 +29,8 @@ struct WindowSystemHooks {
 
 class QtWindowSystem : public WindowSystem {
 public:
-  // Without X11 parts there is no Escape, no blur, no round input region and no watch beyond a surface's edge.
+  // Without X11 parts there is no Escape, no blur, no round input region and no watch beyond a surface's
+  // edge.
   QtWindowSystem(std::optional<X11Parts> x11, WindowSystemHooks hooks);
   ~QtWindowSystem() override;
   QtWindowSystem(const QtWindowSystem&) = delete;
@@ -42,8 +43,9 @@ public:
   bool prefersReducedMotion() const override;
   void beep() override;
 
-  // The managed dialog of ours in front: all surfaces and bubbles stand directly below it, and Escape is its own.
-  // Nothing once the last one has closed. May be called before the dialog is on the screen.
+  // The managed dialog of ours in front: all surfaces and bubbles stand directly below it (or are out of
+  // sight, where the window manager draws them above everything), and Escape is its own. Nothing once the
+  // last one has closed. May be called before the dialog is on the screen.
   void standBelow(std::optional<WId> dialog);
 
   // The rest is for surfaces and bubbles alone.
@@ -57,11 +59,14 @@ public:
   std::unique_ptr<BubbleWindow> takeBubbleWindow();
   void returnBubbleWindow(std::unique_ptr<BubbleWindow> window);
 
-  // Around the mapping of a surface: orders it before, takes Escape after, so that the key costs no time before.
+  // Around the mapping of a surface: orders it before, takes Escape after, so that the key costs no time
+  // before.
   void willShow(MenuSurface& surface);
   void didShow();
   void didHide(MenuSurface& surface);
   void willShow(BubbleWindow& bubble);
+  // Whether shown surfaces and bubbles are unmapped for now.
+  bool hidesForDialog() const { return m_hidesForDialog; }
   // Lowest first.
   const std::vector<MenuSurface*>& shownSurfaces() const { return m_shown; }
 
@@ -85,6 +90,7 @@ private:
   std::vector<std::unique_ptr<BubbleWindow>> m_spareBubbleWindows;
   std::optional<WId> m_dialog;
   std::unique_ptr<DialogWatch> m_dialogWatch;
+  bool m_hidesForDialog = false;
 };
 
 } // namespace orbel

@@ -7,7 +7,9 @@
 namespace orbel {
 
 namespace {
-int rounded(double value) { return static_cast<int>(std::lround(value)); }
+int rounded(double value) {
+  return static_cast<int>(std::lround(value));
+}
 
 // The toolkit keeps a screen's origin in device pixels and scales only its size.
 DeviceRect deviceFrame(const QScreen& screen) {
@@ -21,7 +23,8 @@ double distance(double value, double low, double high) {
 }
 
 // The screen with the smallest distance to a place, given how far a screen is from it.
-template <class Distance> QScreen* nearestScreen(Distance distanceOf) {
+template <class Distance>
+QScreen* nearestScreen(Distance distanceOf) {
   QScreen* nearest = QGuiApplication::primaryScreen();
   if (!nearest) return nullptr;
   double smallest = distanceOf(*nearest);
@@ -52,13 +55,15 @@ QScreen* ScreenSpace::screenAt(Point point) {
   });
 }
 
-double ScreenSpace::scaleOf(const QScreen* screen) { return screen ? screen->devicePixelRatio() : 1; }
+double ScreenSpace::scaleOf(const QScreen* screen) {
+  return screen ? screen->devicePixelRatio() : 1;
+}
 
 Rect ScreenSpace::frameOf(const QScreen* screen) {
   if (!screen) return {};
   const QRect frame = screen->geometry();
-  return {static_cast<double>(frame.x()), flip(frame.y() + frame.height()), static_cast<double>(frame.width()),
-          static_cast<double>(frame.height())};
+  return {static_cast<double>(frame.x()), flip(frame.y() + frame.height()),
+          static_cast<double>(frame.width()), static_cast<double>(frame.height())};
 }
 
 DeviceRect ScreenSpace::toDevice(const Rect& rect) {
@@ -81,7 +86,8 @@ Point ScreenSpace::toPoints(int deviceX, int deviceY) {
 }
 
 QRect ScreenSpace::toToolkit(const Rect& rect) {
-  return {rounded(rect.minX()), rounded(flip(rect.maxY())), rounded(rect.size.width), rounded(rect.size.height)};
+  return {rounded(rect.minX()), rounded(flip(rect.maxY())), rounded(rect.size.width),
+          rounded(rect.size.height)};
 }
 
 } // namespace orbel

@@ -1,6 +1,6 @@
-// Converts between the core's screen points (y up, origin at the bottom-left of the primary screen) and the device
-// pixels of the display (y down), each screen with its own number of pixels a point.
-// Asks the toolkit for the screens at every call, since they come and go.
+// Converts between the core's screen points (y up, origin at the bottom-left of the primary screen) and the
+// device pixels of the display (y down), each screen with its own number of pixels a point. Asks the toolkit
+// for the screens at every call, since they come and go.
 #pragma once
 
 #include "backends/x11/DeviceRect.h"

@@ -23,21 +23,22 @@ void call(const std::function<void()>& handler) {
 }
 } // namespace
 
-// A virtual object rather than an adaptor: it sees every call before the bus library judges it, so a call with the
-// wrong arguments gets an answer that says what is wrong.
+// A virtual object rather than an adaptor: it sees every call before the bus library judges it, so a call
+// with the wrong arguments gets an answer that says what is wrong.
 class SingleInstance::ApplicationObject final : public QDBusVirtualObject {
 public:
   explicit ApplicationObject(Handlers handlers) : m_handlers(std::move(handlers)) {}
 
   QString introspect(const QString& path) const override {
     if (path != QLatin1String(kObjectPath)) return {};
-    return QStringLiteral("<interface name=\"org.freedesktop.Application\">"
-                          "<method name=\"Activate\"><arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/></method>"
-                          "<method name=\"Open\"><arg type=\"as\" name=\"uris\" direction=\"in\"/>"
-                          "<arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/></method>"
-                          "<method name=\"ActivateAction\"><arg type=\"s\" name=\"action_name\" direction=\"in\"/>"
-                          "<arg type=\"av\" name=\"parameter\" direction=\"in\"/>"
-                          "<arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/></method></interface>");
+    return QStringLiteral(
+        "<interface name=\"org.freedesktop.Application\">"
+        "<method name=\"Activate\"><arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/></method>"
+        "<method name=\"Open\"><arg type=\"as\" name=\"uris\" direction=\"in\"/>"
+        "<arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/></method>"
+        "<method name=\"ActivateAction\"><arg type=\"s\" name=\"action_name\" direction=\"in\"/>"
+        "<arg type=\"av\" name=\"parameter\" direction=\"in\"/>"
+        "<arg type=\"a{sv}\" name=\"platform_data\" direction=\"in\"/></method></interface>");
   }
 
   bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
@@ -50,9 +51,11 @@ public:
     }
     if (message.member() != QLatin1String("ActivateAction")) return false;
     const QString action = message.arguments().value(0).toString();
-    if (const auto* handler = handlerOf(action)) return answer(message, bus, QLatin1String("sava{sv}"), *handler);
+    if (const auto* handler = handlerOf(action))
+      return answer(message, bus, QLatin1String("sava{sv}"), *handler);
     Log::warning("The session bus asked for an unknown action: " + action.left(80).toStdString());
-    return bus.send(message.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no such action.")));
+    return bus.send(
+        message.createErrorReply(QDBusError::InvalidArgs, QStringLiteral("There is no such action.")));
   }
 
 private:
@@ -64,12 +67,14 @@ private:
     return nullptr;
   }
 
-  // Replies before the handler runs: the caller need not wait for what the user sees, and "quit" may not come back.
+  // Replies before the handler runs: the caller need not wait for what the user sees, and "quit" may not come
+  // back.
   bool answer(const QDBusMessage& message, const QDBusConnection& bus, QLatin1String signature,
               const std::function<void()>& handler) {
     if (message.signature() != signature) {
       return bus.send(message.createErrorReply(
-          QDBusError::InvalidArgs, QStringLiteral("%1 takes arguments of the type %2.").arg(message.member(), signature)));
+          QDBusError::InvalidArgs,
+          QStringLiteral("%1 takes arguments of the type %2.").arg(message.member(), signature)));
     }
     bus.send(message.createReply());
     QTimer::singleShot(0, this, [handler] { call(handler); });

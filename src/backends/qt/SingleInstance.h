@@ -1,6 +1,6 @@
 // Makes the program the only one of its kind on the session bus and takes the desktop's requests there: the
-// org.freedesktop.Application interface under the name org.orbelmenu.OrbelMenu. Made and owned by main; the handlers
-// run on the main thread.
+// org.freedesktop.Application interface under the name org.orbelmenu.OrbelMenu. Made and owned by main; the
+// handlers run on the main thread.
 #pragma once
 
 #include <QDBusConnection>

@@ -12,7 +12,8 @@ constexpr int kLineWidth = 200; // points
 constexpr int kLineHeight = 24; // points; more where the user's font needs it
 
 QString inOneLine(QString text) {
-  static const QRegularExpression lineBreak(QStringLiteral("\\r\\n|[\\n\\r\\x{0b}\\x{0c}\\x{85}\\x{2028}\\x{2029}]"));
+  static const QRegularExpression lineBreak(
+      QStringLiteral("\\r\\n|[\\n\\r\\x{0b}\\x{0c}\\x{85}\\x{2028}\\x{2029}]"));
   return text.replace(lineBreak, QStringLiteral(" "));
 }
 } // namespace
@@ -29,6 +30,8 @@ TextPromptDialog::TextPromptDialog(const TextPrompt& prompt)
   m_line->setFocus();
 }
 
-QString TextPromptDialog::text() const { return inOneLine(m_line->text()); }
+QString TextPromptDialog::text() const {
+  return inOneLine(m_line->text());
+}
 
 } // namespace orbel

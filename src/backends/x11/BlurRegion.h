@@ -13,11 +13,12 @@ class Connection;
 
 class BlurRegion {
 public:
-  // The window manager is asked over the one connection, windows are changed over the one that made them. Both outlive
-  // the object.
+  // The window manager is asked over the one connection, windows are changed over the one that made them.
+  // Both outlive the object.
   BlurRegion(Connection& connection, xcb_connection_t* windowConnection);
 
-  // Whether the window manager says that it blurs; asked of the server now, because the effect can be switched.
+  // Whether the window manager says that it blurs; asked of the server now, because the effect can be
+  // switched.
   bool isOffered() const;
   void set(xcb_window_t window, const std::vector<DeviceRect>& rectangles);
   void clear(xcb_window_t window);

@@ -15,8 +15,8 @@ CompositorWatch::CompositorWatch(Connection& connection, std::function<void()> c
   const auto* extension = xcb_get_extension_data(connection.xcb(), &xcb_xfixes_id);
   if (extension && extension->present) {
     // The server refuses the extension's requests to who has not told his version.
-    ownReply(xcb_xfixes_query_version_reply(connection.xcb(), xcb_xfixes_query_version(connection.xcb(), 1, 0),
-                                            nullptr));
+    ownReply(xcb_xfixes_query_version_reply(connection.xcb(),
+                                            xcb_xfixes_query_version(connection.xcb(), 1, 0), nullptr));
     m_selectionNotify = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
     m_events = connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); });
     xcb_xfixes_select_selection_input(connection.xcb(), connection.root(), m_selection,

@@ -19,8 +19,9 @@ public:
   PointerWatch(const PointerWatch&) = delete;
   PointerWatch& operator=(const PointerWatch&) = delete;
 
-  // Calls the block once, from the main loop, when the pointer has moved out of the rectangle, and stops; the block may
-  // destroy the watch. False, and nothing is watched, when the pointer is outside already. Replaces an earlier wait.
+  // Calls the block once, from the main loop, when the pointer has moved out of the rectangle, and stops; the
+  // block may destroy the watch. False, and nothing is watched, when the pointer is outside already. Replaces
+  // an earlier wait.
   bool waitUntilOutside(const DeviceRect& rect, std::function<void()> left);
   void stop();
   bool isActive() const { return static_cast<bool>(m_motion); }

@@ -18,7 +18,9 @@ constexpr std::uint16_t kMinorVersion = 2;
 constexpr std::uint32_t kFirstWheelButton = 4;
 constexpr std::uint32_t kLastWheelButton = 7;
 
-bool isWheel(std::uint32_t button) { return button >= kFirstWheelButton && button <= kLastWheelButton; }
+bool isWheel(std::uint32_t button) {
+  return button >= kFirstWheelButton && button <= kLastWheelButton;
+}
 
 const xcb_input_raw_button_press_event_t& rawButton(const xcb_generic_event_t& event) {
   return reinterpret_cast<const xcb_input_raw_button_press_event_t&>(event);
@@ -45,8 +47,10 @@ RawPointer::RawPointer(Connection& connection)
   const auto* extension = xcb_get_extension_data(connection.xcb(), &xcb_input_id);
   if (extension && extension->present) {
     const auto version = ownReply(xcb_input_xi_query_version_reply(
-        connection.xcb(), xcb_input_xi_query_version(connection.xcb(), kMajorVersion, kMinorVersion), nullptr));
-    if (version && std::pair(version->major_version, version->minor_version) >= std::pair(kMajorVersion, kMinorVersion))
+        connection.xcb(), xcb_input_xi_query_version(connection.xcb(), kMajorVersion, kMinorVersion),
+        nullptr));
+    if (version &&
+        std::pair(version->major_version, version->minor_version) >= std::pair(kMajorVersion, kMinorVersion))
       m_opcode = extension->major_opcode;
   }
   if (!m_opcode) {
@@ -56,9 +60,15 @@ RawPointer::RawPointer(Connection& connection)
   m_events = connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); });
 }
 
-Registration RawPointer::observePresses(ButtonBlock block) { return m_presses.add(std::move(block)); }
-Registration RawPointer::observeReleases(ButtonBlock block) { return m_releases.add(std::move(block)); }
-Registration RawPointer::observeMotion(std::function<void()> block) { return m_motion.add(std::move(block)); }
+Registration RawPointer::observePresses(ButtonBlock block) {
+  return m_presses.add(std::move(block));
+}
+Registration RawPointer::observeReleases(ButtonBlock block) {
+  return m_releases.add(std::move(block));
+}
+Registration RawPointer::observeMotion(std::function<void()> block) {
+  return m_motion.add(std::move(block));
+}
 
 void RawPointer::select() {
   if (!m_opcode) return;
@@ -89,19 +99,17 @@ void RawPointer::handleEvent(const xcb_generic_event_t& event) {
   const bool isPress = generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS;
   if (!isPress && generic.event_type != XCB_INPUT_RAW_BUTTON_RELEASE) return;
   const auto& raw = rawButton(event);
-  if (const auto button = logicalButton(raw))
-    (isPress ? m_presses : m_releases).notify(*button, raw.time);
+  if (const auto button = logicalButton(raw)) (isPress ? m_presses : m_releases).notify(*button, raw.time);
 }
 
-// Asked at each press rather than remembered: the mappings may change at any time, and people press buttons far less
-// often than they turn the wheel, which is left out first. The server maps a button twice: by the mouse's own mapping,
-// then by that of the pointer which the mouse moves.
+// Asked at each press rather than remembered: the mappings may change at any time, and people press buttons
+// far less often than they turn the wheel, which is left out first. The server maps a button twice: by the
+// mouse's own mapping, then by that of the pointer which the mouse moves.
 std::optional<std::uint32_t> RawPointer::logicalButton(const xcb_input_raw_button_press_event_t& raw) {
   if (isWheel(raw.detail)) return std::nullopt;
   const auto ofMouse = requestMapping(m_connection, raw.sourceid);
   const auto ofPointer = requestMapping(m_connection, raw.deviceid);
-  const std::uint32_t button =
-      mapped(m_connection, ofPointer, mapped(m_connection, ofMouse, raw.detail));
+  const std::uint32_t button = mapped(m_connection, ofPointer, mapped(m_connection, ofMouse, raw.detail));
   if (button == 0 || isWheel(button)) return std::nullopt; // 0: the user has switched the button off
   return button;
 }
@@ -109,8 +117,8 @@ std::optional<std::uint32_t> RawPointer::logicalButton(const xcb_input_raw_butto
 std::set<std::uint32_t> RawPointer::heldButtons() {
   if (!m_opcode) return {};
   xcb_connection_t* xcb = m_connection.xcb();
-  const auto devices = ownReply(
-      xcb_input_xi_query_device_reply(xcb, xcb_input_xi_query_device(xcb, XCB_INPUT_DEVICE_ALL_MASTER), nullptr));
+  const auto devices = ownReply(xcb_input_xi_query_device_reply(
+      xcb, xcb_input_xi_query_device(xcb, XCB_INPUT_DEVICE_ALL_MASTER), nullptr));
   if (!devices) return {};
   std::set<std::uint32_t> held;
   for (auto device = xcb_input_xi_query_device_infos_iterator(devices.get()); device.rem > 0;
@@ -126,9 +134,13 @@ std::set<std::uint32_t> RawPointer::heldButtons() {
   return held;
 }
 
-xcb_timestamp_t RawPointer::serverTime() { return m_connection.serverTime(); }
+xcb_timestamp_t RawPointer::serverTime() {
+  return m_connection.serverTime();
+}
 
-void RawPointer::drain() { m_connection.drain(); }
+void RawPointer::drain() {
+  m_connection.drain();
+}
 
 void RawPointer::peekPresses(const ButtonBlock& block) {
   // Asking for a button's meaning while events are being shown would disturb their order: first the events.

@@ -1,6 +1,6 @@
-// Presses, releases and movements of the pointer wherever they happen: over windows of other programs and during their
-// grabs. Only listens. Selects from the server what somebody observes and nothing else.
-// Buttons are logical (1 is the primary button, whichever hand the user has set); turning the wheel is left out.
+// Presses, releases and movements of the pointer wherever they happen: over windows of other programs and
+// during their grabs. Only listens. Selects from the server what somebody observes and nothing else. Buttons
+// are logical (1 is the primary button, whichever hand the user has set); turning the wheel is left out.
 // Needs a connection of its own, so that draining it handles nothing else.
 #pragma once
 
@@ -32,14 +32,17 @@ public:
   Registration observeReleases(ButtonBlock block);
   Registration observeMotion(std::function<void()> block);
 
-  // The server's time now, in milliseconds (one round trip); what is observed by now is reported from then on.
+  // The server's time now, in milliseconds (one round trip); what is observed by now is reported from then
+  // on.
   xcb_timestamp_t serverTime();
   // The logical buttons held now, without the wheel (two round trips).
   std::set<std::uint32_t> heldButtons();
-  // Reports what happened before this call. The server tells us of a release no later than the window under the
-  // pointer, but over another connection: whoever got it calls this first, and the observers are ahead of him.
+  // Reports what happened before this call. The server tells us of a release no later than the window under
+  // the pointer, but over another connection: whoever got it calls this first, and the observers are ahead of
+  // him.
   void drain();
-  // Shows the presses that happened before this call and are not reported yet; they are reported in their turn.
+  // Shows the presses that happened before this call and are not reported yet; they are reported in their
+  // turn.
   void peekPresses(const ButtonBlock& block);
 
 private:

@@ -18,7 +18,8 @@ std::size_t area(const DeviceRect& rect) {
 }
 
 // Spreads the pixels of a part, packed without padding, over the whole, repeating those at its edges.
-void spread(const std::uint32_t* packed, const DeviceRect& part, std::uint32_t* pixels, const DeviceRect& whole) {
+void spread(const std::uint32_t* packed, const DeviceRect& part, std::uint32_t* pixels,
+            const DeviceRect& whole) {
   for (int y = 0; y < whole.height; ++y) {
     const int sourceY = std::clamp(whole.y + y, part.y, part.bottom() - 1) - part.y;
     const std::uint32_t* source = packed + static_cast<std::ptrdiff_t>(sourceY) * part.width;
@@ -33,12 +34,13 @@ void spread(const std::uint32_t* packed, const DeviceRect& part, std::uint32_t* 
 
 RootSnapshot::RootSnapshot(Connection& connection) : m_connection(connection) {}
 
-RootSnapshot::~RootSnapshot() { release(); }
+RootSnapshot::~RootSnapshot() {
+  release();
+}
 
 bool RootSnapshot::capture(const DeviceRect& rect) {
   const xcb_screen_t& screen = m_connection.screen();
-  const DeviceRect part =
-      rect.intersected({0, 0, screen.width_in_pixels, screen.height_in_pixels});
+  const DeviceRect part = rect.intersected({0, 0, screen.width_in_pixels, screen.height_in_pixels});
   release();
   if (part.isEmpty()) return false; // nothing of it can be seen
   if (!hasKnownPixels()) {
@@ -62,7 +64,8 @@ bool RootSnapshot::capture(const DeviceRect& rect) {
     }
     memory = m_copied.get();
   }
-  for (std::size_t i = offset; i < offset + area(part); ++i) memory[i] |= kOpaque;
+  for (std::size_t i = offset; i < offset + area(part); ++i)
+    memory[i] |= kOpaque;
   if (offset > 0) spread(memory + offset, part, memory, rect);
   m_pixels = memory;
   return true;
@@ -148,14 +151,15 @@ bool RootSnapshot::readShared(const DeviceRect& part, std::size_t offset) {
 
 bool RootSnapshot::readCopied(const DeviceRect& part, std::uint32_t* destination) {
   xcb_connection_t* xcb = m_connection.xcb();
-  const auto cookie = xcb_get_image(
-      xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection.root(), static_cast<std::int16_t>(part.x),
-      static_cast<std::int16_t>(part.y), static_cast<std::uint16_t>(part.width),
-      static_cast<std::uint16_t>(part.height), ~0u);
+  const auto cookie =
+      xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection.root(), static_cast<std::int16_t>(part.x),
+                    static_cast<std::int16_t>(part.y), static_cast<std::uint16_t>(part.width),
+                    static_cast<std::uint16_t>(part.height), ~0u);
   xcb_generic_error_t* error = nullptr;
   const auto reply = ownReply(xcb_get_image_reply(xcb, cookie, &error));
   const auto owned = ownReply(error);
-  if (!reply || static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) != area(part) * sizeof(*destination)) {
+  if (!reply ||
+      static_cast<std::size_t>(xcb_get_image_data_length(reply.get())) != area(part) * sizeof(*destination)) {
     return false;
   }
   std::copy_n(xcb_get_image_data(reply.get()), area(part) * sizeof(*destination),

@@ -1,5 +1,5 @@
-// The pixels of a piece of the screen as they were at one moment, read through shared memory where the server is on
-// this machine. Device pixels of the root window, y down. Holds its memory until it is released.
+// The pixels of a piece of the screen as they were at one moment, read through shared memory where the server
+// is on this machine. Device pixels of the root window, y down. Holds its memory until it is released.
 #pragma once
 
 #include "backends/x11/DeviceRect.h"
@@ -21,8 +21,9 @@ public:
   RootSnapshot(const RootSnapshot&) = delete;
   RootSnapshot& operator=(const RootSnapshot&) = delete;
 
-  // Reads the rectangle; what of it lies off the screen repeats the pixels at the screen's edge. False, with the cause
-  // logged, when the server gives nothing or its pixels are of an unknown form; the object is empty then.
+  // Reads the rectangle; what of it lies off the screen repeats the pixels at the screen's edge. False, with
+  // the cause logged, when the server gives nothing or its pixels are of an unknown form; the object is empty
+  // then.
   bool capture(const DeviceRect& rect);
   // Replaces the part that both cover by the other's pixels: what was there before our own window.
   void patchFrom(const RootSnapshot& older);

@@ -8,7 +8,8 @@ namespace orbel {
 
 xcb_atom_t ScreenSelection::atom(Connection& connection, std::string_view prefix) {
   int number = 0;
-  for (auto screen = xcb_setup_roots_iterator(&connection.setup()); screen.rem > 0; xcb_screen_next(&screen)) {
+  for (auto screen = xcb_setup_roots_iterator(&connection.setup()); screen.rem > 0;
+       xcb_screen_next(&screen)) {
     if (screen.data->root == connection.root()) break;
     ++number;
   }

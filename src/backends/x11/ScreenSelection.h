@@ -1,5 +1,5 @@
-// The selections by which a desktop's services hold an X screen: the compositor, the settings manager. Their names end
-// in the screen's number.
+// The selections by which a desktop's services hold an X screen: the compositor, the settings manager. Their
+// names end in the screen's number.
 #pragma once
 
 #include <string_view>

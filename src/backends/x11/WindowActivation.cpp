@@ -11,8 +11,8 @@ namespace orbel {
 
 namespace {
 
-// A pager acts for the user: window managers obey it. A program that speaks for itself would only be marked as wanting
-// attention when another has raised itself meanwhile.
+// A pager acts for the user: window managers obey it. A program that speaks for itself would only be marked
+// as wanting attention when another has raised itself meanwhile.
 constexpr std::uint32_t kPagerSource = 2;
 
 constexpr std::uint32_t kAllDesktops = 0xFFFFFFFF;
@@ -61,11 +61,14 @@ void WindowActivation::askWindowManager(xcb_window_t window) {
   const xcb_timestamp_t now = m_connection.serverTime();
   // Some window managers are set to activate a window without going to its desktop.
   if (!isOnShownDesktop(window)) {
-    const std::uint32_t desktop = PropertyRequest(m_connection, window, "_NET_WM_DESKTOP").number().value_or(0);
-    ClientMessage::sendToManager(m_connection, m_connection.root(), "_NET_CURRENT_DESKTOP", {desktop, now, 0, 0, 0});
+    const std::uint32_t desktop =
+        PropertyRequest(m_connection, window, "_NET_WM_DESKTOP").number().value_or(0);
+    ClientMessage::sendToManager(m_connection, m_connection.root(), "_NET_CURRENT_DESKTOP",
+                                 {desktop, now, 0, 0, 0});
   }
   // An older time, the summon's say, would be refused by the server when the focus has moved since.
-  ClientMessage::sendToManager(m_connection, window, "_NET_ACTIVE_WINDOW", {kPagerSource, now, XCB_NONE, 0, 0});
+  ClientMessage::sendToManager(m_connection, window, "_NET_ACTIVE_WINDOW",
+                               {kPagerSource, now, XCB_NONE, 0, 0});
 }
 
 void WindowActivation::focusDirectly(xcb_window_t window) {

@@ -12,8 +12,8 @@ class WindowActivation {
 public:
   WindowActivation(Connection& connection, const ClientList& clients);
 
-  // As the user's own act, now: shows the window's desktop and opens it when it is minimized. False when there is no
-  // such window.
+  // As the user's own act, now: shows the window's desktop and opens it when it is minimized. False when
+  // there is no such window.
   bool activate(xcb_window_t window);
   // Whether the window is on the desktop that is shown, or on all, or there are no desktops.
   bool isOnShownDesktop(xcb_window_t window) const;

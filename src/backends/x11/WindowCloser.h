@@ -1,5 +1,5 @@
-// Asks windows to close as their close button would; the program may ask the user or decline. Never ends a process.
-// Used by the companion program.
+// Asks windows to close as their close button would; the program may ask the user or decline. Never ends a
+// process. Used by the companion program.
 #pragma once
 
 #include <cstdint>

@@ -23,11 +23,14 @@ struct Picture {
 
 std::uint32_t premultiplied(std::uint32_t pixel) {
   const std::uint32_t alpha = pixel >> 24;
-  const auto channel = [&](unsigned shift) { return (((pixel >> shift & 0xFFU) * alpha + 127) / 255) << shift; };
+  const auto channel = [&](unsigned shift) {
+    return (((pixel >> shift & 0xFFU) * alpha + 127) / 255) << shift;
+  };
   return alpha << 24 | channel(16) | channel(8) | channel(0);
 }
 
-// Width, height and pixels, one picture after the other. Takes the first off; none when what follows is not whole.
+// Width, height and pixels, one picture after the other. Takes the first off; none when what follows is not
+// whole.
 std::optional<Picture> takePicture(std::span<const std::uint32_t>& items) {
   if (items.size() < 2) return std::nullopt;
   const std::uint32_t width = items[0];
@@ -44,7 +47,8 @@ std::optional<Picture> takePicture(std::span<const std::uint32_t>& items) {
 bool isBetter(const Picture& picture, const Picture& than, int pixelSize) {
   const bool isLargeEnough = picture.smallerSide() >= pixelSize;
   if (isLargeEnough != (than.smallerSide() >= pixelSize)) return isLargeEnough;
-  return isLargeEnough ? picture.smallerSide() < than.smallerSide() : picture.smallerSide() > than.smallerSide();
+  return isLargeEnough ? picture.smallerSide() < than.smallerSide()
+                       : picture.smallerSide() > than.smallerSide();
 }
 
 } // namespace

@@ -11,8 +11,8 @@ class Connection;
 
 class WindowIcon {
 public:
-  // The smallest that is at least `pixelSize` in both directions, else the largest; empty when there is none that is
-  // whole.
+  // The smallest that is at least `pixelSize` in both directions, else the largest; empty when there is none
+  // that is whole.
   static Bitmap read(Connection& connection, xcb_window_t window, int pixelSize);
 };
 

@@ -12,8 +12,8 @@ namespace orbel {
 namespace {
 
 constexpr std::array kIdentifyingProperties = {
-    "_NET_WM_PID",         "WM_CLIENT_MACHINE", "WM_CLASS",      "_GTK_APPLICATION_ID", "_NET_STARTUP_ID",
-    "_NET_WM_WINDOW_TYPE", "WM_TRANSIENT_FOR",  "_NET_WM_STATE",
+    "_NET_WM_PID",     "WM_CLIENT_MACHINE",   "WM_CLASS",         "_GTK_APPLICATION_ID",
+    "_NET_STARTUP_ID", "_NET_WM_WINDOW_TYPE", "WM_TRANSIENT_FOR", "_NET_WM_STATE",
 };
 constexpr std::array kTitleProperties = {"_NET_WM_NAME", "WM_NAME"};
 
@@ -54,8 +54,8 @@ TopLevelWindow WindowIdentity::read() {
   return window;
 }
 
-// The server's answer comes from the kernel. What the window says itself is the number inside a sandbox, or one of
-// another machine; it stands in where the server cannot tell.
+// The server's answer comes from the kernel. What the window says itself is the number inside a sandbox, or
+// one of another machine; it stands in where the server cannot tell.
 std::optional<std::int32_t> WindowIdentity::processIdentifier() {
   if (const auto process = m_process.identifier()) return process;
   const auto stated = m_statedProcess.number();
@@ -70,7 +70,8 @@ bool WindowIdentity::isNormal() {
   const auto types = m_types.numbers();
   const bool hasNormalType = types.empty() || holds(types, m_connection.atom("_NET_WM_WINDOW_TYPE_NORMAL"));
   const bool isTransient = m_transientFor.number().value_or(XCB_NONE) != XCB_NONE;
-  return hasNormalType && !isTransient && !holds(m_states.numbers(), m_connection.atom("_NET_WM_STATE_SKIP_TASKBAR"));
+  return hasNormalType && !isTransient &&
+         !holds(m_states.numbers(), m_connection.atom("_NET_WM_STATE_SKIP_TASKBAR"));
 }
 
 std::string WindowIdentity::title() {

@@ -1,5 +1,5 @@
-// Everything that tells which program a window belongs to and whether a taskbar lists it. Asked for at once and read
-// later, so that many windows cost one round trip.
+// Everything that tells which program a window belongs to and whether a taskbar lists it. Asked for at once
+// and read later, so that many windows cost one round trip.
 #pragma once
 
 #include "backends/linux/TopLevelWindows.h"

@@ -12,7 +12,9 @@ namespace orbel {
 
 namespace {
 
-xcb_window_t idOf(const TopLevelWindow& window) { return static_cast<xcb_window_t>(window.id); }
+xcb_window_t idOf(const TopLevelWindow& window) {
+  return static_cast<xcb_window_t>(window.id);
+}
 
 bool isSameProgramsWindow(const TopLevelWindow& one, const TopLevelWindow& other) {
   return one.id == other.id && one.processIdentifier == other.processIdentifier &&
@@ -34,7 +36,8 @@ bool WindowRegistry::update(const std::vector<xcb_window_t>& listed) {
 }
 
 void WindowRegistry::takeOverList(const std::vector<xcb_window_t>& listed) {
-  for (Entry& entry : m_entries) entry.isListed = false;
+  for (Entry& entry : m_entries)
+    entry.isListed = false;
   for (const xcb_window_t window : listed) {
     if (Entry* known = find(window)) {
       known->isListed = true;
@@ -47,8 +50,8 @@ void WindowRegistry::takeOverList(const std::vector<xcb_window_t>& listed) {
   }
 }
 
-// A window that we are not listening to is a new one: the server gives the number of a window that is gone to the next
-// program's, and both may happen between two looks at the list.
+// A window that we are not listening to is a new one: the server gives the number of a window that is gone to
+// the next program's, and both may happen between two looks at the list.
 void WindowRegistry::forgetGone() {
   std::vector<xcb_get_window_attributes_cookie_t> requests;
   for (const Entry& entry : m_entries)
@@ -90,9 +93,14 @@ bool WindowRegistry::propertyChanged(xcb_window_t window, xcb_atom_t property) {
   Entry* entry = find(window);
   if (!entry) return false;
   switch (WindowIdentity::kindOfProperty(m_connection, property)) {
-  case WindowIdentity::PropertyKind::identification: entry->isStale = true; return true;
-  case WindowIdentity::PropertyKind::title: entry->isTitleStale = true; return false;
-  case WindowIdentity::PropertyKind::other: return false;
+  case WindowIdentity::PropertyKind::identification:
+    entry->isStale = true;
+    return true;
+  case WindowIdentity::PropertyKind::title:
+    entry->isTitleStale = true;
+    return false;
+  case WindowIdentity::PropertyKind::other:
+    return false;
   }
   return false;
 }
@@ -120,7 +128,8 @@ std::vector<TopLevelWindow> WindowRegistry::listedWindows() const {
 }
 
 WindowRegistry::Entry* WindowRegistry::find(xcb_window_t window) {
-  const auto entry = std::ranges::find_if(m_entries, [&](const Entry& one) { return one.window.id == window; });
+  const auto entry =
+      std::ranges::find_if(m_entries, [&](const Entry& one) { return one.window.id == window; });
   return entry == m_entries.end() ? nullptr : &*entry;
 }
 

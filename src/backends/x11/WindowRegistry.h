@@ -1,5 +1,5 @@
-// What is known of every top-level window, in the order in which the windows were first seen. A window keeps its place
-// while it exists, also while no list names it: a window manager that restarts forgets the order.
+// What is known of every top-level window, in the order in which the windows were first seen. A window keeps
+// its place while it exists, also while no list names it: a window manager that restarts forgets the order.
 #pragma once
 
 #include "backends/linux/TopLevelWindows.h"
@@ -15,10 +15,11 @@ class WindowRegistry {
 public:
   explicit WindowRegistry(Connection& connection);
 
-  // Takes over the current list: reads what is new or stale, forgets what is gone. Whether anything changed that tells
-  // which windows there are and whose.
+  // Takes over the current list: reads what is new or stale, forgets what is gone. Whether anything changed
+  // that tells which windows there are and whose.
   bool update(const std::vector<xcb_window_t>& listed);
-  // A property changed. True when update() must be called for it; a new title is read when somebody asks for it.
+  // A property changed. True when update() must be called for it; a new title is read when somebody asks for
+  // it.
   bool propertyChanged(xcb_window_t window, xcb_atom_t property);
   // The listed windows without our own, with their titles of now.
   std::vector<TopLevelWindow> windows();

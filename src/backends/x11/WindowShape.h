@@ -15,8 +15,8 @@ public:
   // The connection outlives the object.
   explicit WindowShape(xcb_connection_t* connection) : m_connection(connection) {}
 
-  // The rows of pixels whose middles lie inside the ellipse that touches a width by height rectangle, inset on all
-  // sides; equal rows are joined. What a server knows of round shapes.
+  // The rows of pixels whose middles lie inside the ellipse that touches a width by height rectangle, inset
+  // on all sides; equal rows are joined. What a server knows of round shapes.
   static std::vector<DeviceRect> ellipse(int width, int height, double inset);
 
   // Input is taken in these rectangles alone; none at all makes the window transparent to input.

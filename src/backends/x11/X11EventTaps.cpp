@@ -46,6 +46,8 @@ bool X11EventTaps::isTrusted() {
   return m_pointer.isAvailable() && (!m_touches.isTrusted || m_touches.isTrusted());
 }
 
-void X11EventTaps::drain() { m_pointer.drain(); }
+void X11EventTaps::drain() {
+  m_pointer.drain();
+}
 
 } // namespace orbel

@@ -1,5 +1,5 @@
-// The event taps of an X11 desktop: the pointer's from raw input events, touches from a source that main gives, since
-// the X server keeps resting fingers to itself.
+// The event taps of an X11 desktop: the pointer's from raw input events, touches from a source that main
+// gives, since the X server keeps resting fingers to itself.
 #pragma once
 
 #include "platform/EventTaps.h"
@@ -24,7 +24,8 @@ public:
   std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) override;
   bool isTrusted() override;
 
-  // Lets the taps handle what happened before this call. A window of ours calls it before it acts on a release.
+  // Lets the taps handle what happened before this call. A window of ours calls it before it acts on a
+  // release.
   void drain();
 
 private:

@@ -20,7 +20,8 @@ Registration X11HotKeys::installHandler(Handler handler) {
   return Registration([installed = m_handler] { *installed = nullptr; });
 }
 
-Registration X11HotKeys::registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity) {
+Registration X11HotKeys::registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
+                                        HotKeyIdentity identity) {
   const auto evdevCode = VirtualKeyCodes::evdevCode(keyCode);
   if (!evdevCode) {
     Log::warning("no keyboard here has the key with the virtual key code " + std::to_string(keyCode));

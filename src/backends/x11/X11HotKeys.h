@@ -15,7 +15,8 @@ public:
 
   // Empty while another handler is installed.
   Registration installHandler(Handler handler) override;
-  Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity) override;
+  Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
+                              HotKeyIdentity identity) override;
   bool isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) override;
 
 private:

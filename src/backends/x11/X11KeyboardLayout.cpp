@@ -48,7 +48,8 @@ constexpr std::array kDeadKeys = {
     DeadKey{XKB_KEY_dead_currency, "¤"},
 };
 
-template <class Object, void (*release)(Object*)> struct Unref {
+template <class Object, void (*release)(Object*)>
+struct Unref {
   void operator()(Object* object) const { release(object); }
 };
 
@@ -64,7 +65,8 @@ X11KeyboardLayout::X11KeyboardLayout(Connection& connection)
       m_context(xkb_context_new(XKB_CONTEXT_NO_FLAGS)) {
   if (!m_xkb) return;
   m_xkb->selectGroupChanges(connection);
-  m_events = connection.observeEvents([this](const xcb_generic_event_t& event) { forgetKeymapIfChanged(event); });
+  m_events =
+      connection.observeEvents([this](const xcb_generic_event_t& event) { forgetKeymapIfChanged(event); });
 }
 
 X11KeyboardLayout::~X11KeyboardLayout() {

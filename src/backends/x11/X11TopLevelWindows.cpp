@@ -27,13 +27,17 @@ X11TopLevelWindows::X11TopLevelWindows(Connection& connection, ClickWatch& click
 
 X11TopLevelWindows::~X11TopLevelWindows() = default;
 
-std::vector<TopLevelWindow> X11TopLevelWindows::windows() const { return m_registry->windows(); }
+std::vector<TopLevelWindow> X11TopLevelWindows::windows() const {
+  return m_registry->windows();
+}
 
 Registration X11TopLevelWindows::observeChanges(std::function<void()> block) {
   return m_observers.add(std::move(block));
 }
 
-std::optional<std::uint64_t> X11TopLevelWindows::activeWindow() const { return m_active.window(); }
+std::optional<std::uint64_t> X11TopLevelWindows::activeWindow() const {
+  return m_active.window();
+}
 
 bool X11TopLevelWindows::activate(std::uint64_t window) {
   return m_activation.activate(static_cast<xcb_window_t>(window));
@@ -42,7 +46,8 @@ bool X11TopLevelWindows::activate(std::uint64_t window) {
 bool X11TopLevelWindows::restore(std::uint64_t windowId, std::uint64_t summon) {
   const auto window = static_cast<xcb_window_t>(windowId);
   if (m_clicks.hasClickedElsewhereSince(static_cast<xcb_timestamp_t>(summon))) return false;
-  // Window managers without an active window give the focus back when ours goes; asking again would only raise.
+  // Window managers without an active window give the focus back when ours goes; asking again would only
+  // raise.
   if (m_active.window() == window && !isCoveredSinceSummon(window)) return true;
   if (!m_activation.isOnShownDesktop(window)) return false;
   return m_activation.activate(window);
@@ -60,7 +65,8 @@ Bitmap X11TopLevelWindows::icon(std::uint64_t window, int pixelSize) const {
 std::string X11TopLevelWindows::makeStartupId(const std::string& entryName) {
   std::string name;
   for (const char character : entryName) {
-    const bool isPlain = std::isalnum(static_cast<unsigned char>(character)) || character == '.' || character == '-';
+    const bool isPlain =
+        std::isalnum(static_cast<unsigned char>(character)) || character == '.' || character == '-';
     name += isPlain ? character : '_';
   }
   std::array<char, 256> host{};
@@ -71,16 +77,22 @@ std::string X11TopLevelWindows::makeStartupId(const std::string& entryName) {
 
 void X11TopLevelWindows::handleEvent(const xcb_generic_event_t& event) {
   switch (event.response_type & 0x7F) {
-  case XCB_PROPERTY_NOTIFY: handleProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event)); return;
+  case XCB_PROPERTY_NOTIFY:
+    handleProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
+    return;
   case XCB_DESTROY_NOTIFY:
-    if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_windowManager) followWindowManager();
+    if (reinterpret_cast<const xcb_destroy_notify_event_t&>(event).window == m_windowManager)
+      followWindowManager();
     m_refresh.schedule();
     return;
   // These come only while there is no window manager.
   case XCB_MAP_NOTIFY:
   case XCB_UNMAP_NOTIFY:
-  case XCB_REPARENT_NOTIFY: m_refresh.schedule(); return;
-  default: return;
+  case XCB_REPARENT_NOTIFY:
+    m_refresh.schedule();
+    return;
+  default:
+    return;
   }
 }
 
@@ -113,7 +125,8 @@ void X11TopLevelWindows::followWindowManager() {
     xcb_change_window_attributes(m_connection.xcb(), named, XCB_CW_EVENT_MASK, &mask);
   }
   m_windowManager = named;
-  // Every menu and tooltip of every program tells of itself on the root window: only where no list is kept for us.
+  // Every menu and tooltip of every program tells of itself on the root window: only where no list is kept
+  // for us.
   if (m_clients.windowManager() == XCB_NONE)
     m_connection.selectOnRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);
   else
@@ -124,7 +137,8 @@ void X11TopLevelWindows::refresh() {
   if (m_registry->update(m_clients.windows())) m_observers.notify();
 }
 
-// A program that raises its window need not take the focus; the earlier window belongs in front of it all the same.
+// A program that raises its window need not take the focus; the earlier window belongs in front of it all the
+// same.
 bool X11TopLevelWindows::isCoveredSinceSummon(xcb_window_t window) const {
   const auto windowsAbove = [window](const std::vector<xcb_window_t>& stack) {
     const auto place = std::ranges::find(stack, window);

@@ -1,6 +1,6 @@
-// The programs' windows on an X11 desktop, kept up to date by the server's notifications; nothing is asked while nothing
-// changes. Works under every window manager of the EWMH standard, through a restart of it, and without one.
-// Called by the workspace.
+// The programs' windows on an X11 desktop, kept up to date by the server's notifications; nothing is asked
+// while nothing changes. Works under every window manager of the EWMH standard, through a restart of it, and
+// without one. Called by the workspace.
 #pragma once
 
 #include "backends/linux/TopLevelWindows.h"
@@ -31,8 +31,8 @@ public:
   // Our own windows too.
   std::optional<std::uint64_t> activeWindow() const override;
   bool activate(std::uint64_t window) override;
-  // False when the window is gone, the user has clicked elsewhere since, or has gone to another desktop. Left alone
-  // when it is active and nothing has come to cover it since the latest mark.
+  // False when the window is gone, the user has clicked elsewhere since, or has gone to another desktop. Left
+  // alone when it is active and nothing has come to cover it since the latest mark.
   bool restore(std::uint64_t window, std::uint64_t summon) override;
   // Milliseconds of the server's clock.
   std::uint64_t summonMark() override;
@@ -52,7 +52,7 @@ private:
   ActiveWindow m_active;
   WindowActivation m_activation;
   std::unique_ptr<WindowRegistry> m_registry;
-  xcb_window_t m_windowManager = XCB_NONE; // the window that names itself the window manager's
+  xcb_window_t m_windowManager = XCB_NONE;   // the window that names itself the window manager's
   std::vector<xcb_window_t> m_stackAtSummon; // from bottom to top
   EventObservers<> m_observers;
   DelayedCall m_refresh;

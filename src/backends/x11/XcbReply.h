@@ -10,9 +10,13 @@ struct XcbDeleter {
   void operator()(void* memory) const { std::free(memory); }
 };
 
-template <class Reply> using XcbReply = std::unique_ptr<Reply, XcbDeleter>;
+template <class Reply>
+using XcbReply = std::unique_ptr<Reply, XcbDeleter>;
 
 // So that the type of the reply need not be written at every call.
-template <class Reply> XcbReply<Reply> ownReply(Reply* reply) { return XcbReply<Reply>(reply); }
+template <class Reply>
+XcbReply<Reply> ownReply(Reply* reply) {
+  return XcbReply<Reply>(reply);
+}
 
 } // namespace orbel

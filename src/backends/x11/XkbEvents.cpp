@@ -26,7 +26,8 @@ std::optional<XkbEvents> XkbEvents::selectKeymapChanges(Connection& connection) 
   const auto use = ownReply(xcb_xkb_use_extension_reply(
       connection.xcb(), xcb_xkb_use_extension(connection.xcb(), kMajorVersion, kMinorVersion), nullptr));
   if (!use || !use->supported) {
-    Log::warning("the X server's keyboard extension is too old; changes of the keyboard layout are not followed");
+    Log::warning(
+        "the X server's keyboard extension is too old; changes of the keyboard layout are not followed");
     return std::nullopt;
   }
   constexpr std::uint16_t events = XCB_XKB_EVENT_TYPE_NEW_KEYBOARD_NOTIFY | XCB_XKB_EVENT_TYPE_MAP_NOTIFY;
@@ -41,15 +42,18 @@ void XkbEvents::selectGroupChanges(Connection& connection) const {
   xcb_xkb_select_events_details_t details{};
   details.affectState = kAllStateParts;
   details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
-  xcb_xkb_select_events_aux(connection.xcb(), kCoreKeyboard, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0, &details);
+  xcb_xkb_select_events_aux(connection.xcb(), kCoreKeyboard, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0,
+                            &details);
 }
 
 void XkbEvents::makeAutoRepeatDetectable(Connection& connection) const {
   constexpr std::uint32_t flag = XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT;
   const auto reply = ownReply(xcb_xkb_per_client_flags_reply(
-      connection.xcb(), xcb_xkb_per_client_flags(connection.xcb(), kCoreKeyboard, flag, flag, 0, 0, 0), nullptr));
+      connection.xcb(), xcb_xkb_per_client_flags(connection.xcb(), kCoreKeyboard, flag, flag, 0, 0, 0),
+      nullptr));
   if (!reply || (reply->value & flag) == 0)
-    Log::warning("the X server does not tell auto-repeat from presses; a held hot key triggers again and again");
+    Log::warning(
+        "the X server does not tell auto-repeat from presses; a held hot key triggers again and again");
 }
 
 bool XkbEvents::isKeymapChange(const xcb_generic_event_t& event) const {

@@ -10,7 +10,6 @@
 #include <unistd.h>
 
 #include <cstdlib>
-#include <sstream>
 
 namespace orbel {
 namespace {
@@ -20,6 +19,13 @@ bool hasLine(const std::string& text, const std::string& line) {
 }
 bool hasVariable(const std::string& text, const std::string& name) {
   return ("\n" + text).find("\n" + name + "=") != std::string::npos;
+}
+
+pid_t sessionIn(const std::string& report) {
+  const std::string mark = " session:";
+  const auto place = report.find(mark);
+  EXPECT_NE(place, std::string::npos);
+  return place == std::string::npos ? ::getsid(0) : std::atoi(report.c_str() + place + mark.size());
 }
 
 class LauncherTest : public testing::Test {
@@ -47,13 +53,7 @@ TEST_F(LauncherTest, StartsAnEntryWithATokenInASessionOfItsOwn) {
   EXPECT_TRUE(hasLine(report, "XDG_ACTIVATION_TOKEN=start-1-Some"));
   EXPECT_EQ(launcher.entryStartedAs("start-1-Some"), path);
   EXPECT_EQ(launcher.entryStartedAs("another"), "");
-
-  std::istringstream line(report.substr(report.find("process:")));
-  std::string process;
-  std::string session;
-  line >> process >> session;
-  EXPECT_NE(session, "session:" + std::to_string(::getsid(0)));
-  EXPECT_NE(session, "session:");
+  EXPECT_NE(sessionIn(report), ::getsid(0));
 }
 
 TEST_F(LauncherTest, TakesWhatConcernsOnlyOurProcessOutOfTheEnvironment) {
@@ -117,6 +117,7 @@ TEST_F(LauncherTest, StartsAnExecutableInTheHomeFolderWithItsArguments) {
   EXPECT_TRUE(hasLine(report, "argument:/tmp/a b.txt"));
   EXPECT_TRUE(hasLine(report, "folder:" + DesktopSandbox::shared().root() + "/home"));
   EXPECT_TRUE(hasLine(report, "XDG_ACTIVATION_TOKEN=start-1-plain-reporter"));
+  EXPECT_NE(sessionIn(report), ::getsid(0));
 }
 
 TEST_F(LauncherTest, SaysWhyAnExecutableCannotBeStarted) {

@@ -11,15 +11,20 @@ namespace {
 class IconThemeChoiceTest : public testing::Test {
 protected:
   void SetUp() override {
-    for (const char* theme : {"Alpha", "Beta", "Gamma", "Adwaita"}) writeThemeIndex(m_folder.path() / "icons" / theme, {});
+    for (const char* theme : {"Alpha", "Beta", "Gamma", "Adwaita"})
+      writeThemeIndex(m_folder.path() / "icons" / theme, {});
     qunsetenv("XDG_CURRENT_DESKTOP");
   }
   void TearDown() override { qunsetenv("XDG_CURRENT_DESKTOP"); }
-  IconTheme::Folders folders() const { return {{QString::fromStdString((m_folder.path() / "icons").string())}, {}}; }
+  IconTheme::Folders folders() const {
+    return {{QString::fromStdString((m_folder.path() / "icons").string())}, {}};
+  }
   QString configured() const {
     return IconThemeChoice::configured(QString::fromStdString(m_configuration.string()), folders());
   }
-  void configure(const std::string& file, const std::string& text) { writeText(m_configuration / file, text); }
+  void configure(const std::string& file, const std::string& text) {
+    writeText(m_configuration / file, text);
+  }
 
   desktop::TemporaryDirectory m_folder{"orbel-choice"};
   std::filesystem::path m_configuration = m_folder.path() / "config";

@@ -21,7 +21,8 @@ protected:
   }
   IconTheme theme() const { return IconTheme("Chosen", folders(), "Complete"); }
   IconTheme::Folders folders() const {
-    return {{QString::fromStdString(m_icons.string())}, {QString::fromStdString((m_folder.path() / "loose").string())}};
+    return {{QString::fromStdString(m_icons.string())},
+            {QString::fromStdString((m_folder.path() / "loose").string())}};
   }
   void add(const std::string& file) { writeText(m_icons / file, "x"); }
   std::string found(const IconTheme& theme, const QString& icon, int size) const {
@@ -96,7 +97,8 @@ TEST_F(IconThemeTest, RefusesNamesThatLeadOutOfTheTheme) {
 }
 
 TEST_F(IconThemeTest, SurvivesABrokenIndexAndAThemeThatIsNotThere) {
-  writeText(m_icons / "Broken/index.theme", "[Icon Theme]\nDirectories=a,../..,b\nInherits=Broken,Missing\n[a]\nSize=-1\n[b");
+  writeText(m_icons / "Broken/index.theme",
+            "[Icon Theme]\nDirectories=a,../..,b\nInherits=Broken,Missing\n[a]\nSize=-1\n[b");
   add("hicolor/48x48/apps/editor.png");
   EXPECT_EQ(found(IconTheme("Broken", folders()), "editor", 48), "hicolor/48x48/apps/editor.png");
   EXPECT_EQ(found(IconTheme("Missing", folders()), "editor", 48), "hicolor/48x48/apps/editor.png");

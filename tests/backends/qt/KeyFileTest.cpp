@@ -18,7 +18,8 @@ protected:
 };
 
 TEST_F(KeyFileTest, ReadsValuesOfTheirGroupWithoutBlanksAndQuotes) {
-  const KeyFile file = read("# Theme=comment\nTheme=outside\n[Icons]\n Theme = Breeze \nName=\"Two words\"\n[Other]\nTheme=x\n");
+  const KeyFile file = read(
+      "# Theme=comment\nTheme=outside\n[Icons]\n Theme = Breeze \nName=\"Two words\"\n[Other]\nTheme=x\n");
   EXPECT_EQ(file.value("Icons", "Theme"), "Breeze");
   EXPECT_EQ(file.value("Icons", "Name"), "Two words");
   EXPECT_EQ(file.value("Other", "Theme"), "x");

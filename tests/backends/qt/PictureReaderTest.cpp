@@ -84,7 +84,8 @@ TEST_F(PictureReaderTest, RefusesBrokenFilesAndNamesThemInTheLog) {
   writeText(m_folder.path() / "cut.svg", "<svg xmlns='http://www.w3.org/2000/svg'><rect wid");
   writeText(m_folder.path() / "bytes.svgz", "\x1f\x8b not really compressed");
   writePicture(m_folder.path() / "whole.png", 64, 64, Qt::red);
-  for (const char* name : {"noise.png", "empty.png", "cut.svg", "bytes.svgz", "missing.png"}) expectRefused(name);
+  for (const char* name : {"noise.png", "empty.png", "cut.svg", "bytes.svgz", "missing.png"})
+    expectRefused(name);
 }
 
 TEST_F(PictureReaderTest, RefusesWhatIsNoFileWithoutWaitingForIt) {
@@ -98,8 +99,10 @@ TEST_F(PictureReaderTest, RefusesEnormousPicturesBeforeDecodingThem) {
   // A portable bitmap's size stands in its first line, so a few bytes can claim anything.
   writeText(m_folder.path() / "wide.ppm", "P6 2000000 10 255\n");
   writeText(m_folder.path() / "heavy.ppm", "P6 16000 16000 255\n");
-  writeText(m_folder.path() / "huge.svg", "<svg xmlns='http://www.w3.org/2000/svg'>" + std::string(9 << 20, ' ') + "</svg>");
-  for (const char* name : {"wide.ppm", "heavy.ppm", "huge.svg"}) expectRefused(name);
+  writeText(m_folder.path() / "huge.svg",
+            "<svg xmlns='http://www.w3.org/2000/svg'>" + std::string(9 << 20, ' ') + "</svg>");
+  for (const char* name : {"wide.ppm", "heavy.ppm", "huge.svg"})
+    expectRefused(name);
 }
 
 TEST_F(PictureReaderTest, TakesAnySizeThatIsAskedFor) {

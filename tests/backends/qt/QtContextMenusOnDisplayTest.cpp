@@ -1,5 +1,5 @@
-// Context menus as a person meets them: on a real X server, over the round menu's kind of window, with another program
-// in front.
+// Context menus as a person meets them: on a real X server, over the round menu's kind of window, with
+// another program in front.
 #include "backends/qt/QtContextMenus.h"
 
 #include "backends/qt/QtIconLoader.h"
@@ -24,14 +24,17 @@ protected:
   void SetUp() override {
     if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
     m_program = std::make_unique<desktop::TestWindow>(*testDisplay(), desktop::TestWindowOptions{});
-    ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); }, "it has the focus"));
+    ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); },
+                            "it has the focus"));
     // What the round menu is to the window manager: nothing.
-    m_surface.setWindowFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint | Qt::WindowStaysOnTopHint);
+    m_surface.setWindowFlags(Qt::BypassWindowManagerHint | Qt::FramelessWindowHint |
+                             Qt::WindowStaysOnTopHint);
     m_surface.setAttribute(Qt::WA_ShowWithoutActivating);
     m_surface.setGeometry(340, 240, 400, 400);
     m_surface.setStyleSheet("background: #30506a");
     m_surface.show();
-    ASSERT_TRUE(becomesTrue([&] { return session().windows().isViewable(windowOf(m_surface)); }, "the surface is shown"));
+    ASSERT_TRUE(becomesTrue([&] { return session().windows().isViewable(windowOf(m_surface)); },
+                            "the surface is shown"));
     session().input().movePointer({540, 440});
     ASSERT_TRUE(becomesTrue([] { return QCursor::pos() == QPoint(540, 440); }, "the pointer is there"));
   }
@@ -56,8 +59,10 @@ protected:
     MenuEntry openWith = entry("Open With...");
     openWith.submenu = {entry("Text Editor", "accessories-text-editor"), separator,
                         entry("Image Viewer", "image-x-generic"), entry("Terminal", "utilities-terminal")};
-    m_open = m_menus.popUpAtPointer({openWith, entry("Rename Collection"), entry("Remove from Orbel Menu")}, this);
-    ASSERT_TRUE(becomesTrue([&] { return menu() && session().windows().isViewable(windowOf(*menu())); }, "it is open"));
+    m_open =
+        m_menus.popUpAtPointer({openWith, entry("Rename Collection"), entry("Remove from Orbel Menu")}, this);
+    ASSERT_TRUE(becomesTrue([&] { return menu() && session().windows().isViewable(windowOf(*menu())); },
+                            "it is open"));
   }
   bool isOnTop(const desktop::ScreenPoint& place) {
     return session().windows().windowAt(place) == windowOf(*menu());
@@ -98,7 +103,8 @@ TEST_F(QtContextMenusOnDisplay, IsWalkedThroughByMouseWithItsSubmenu) {
   const QRect terminal = menu()->actionGeometry(menu()->actions().at(3));
   const QPoint place = menu()->mapToGlobal(terminal.center());
   session().input().movePointer({place.x(), place.y()});
-  ASSERT_TRUE(becomesTrue([&] { return menu()->activeAction() == menu()->actions().at(3); }, "it is under the pointer"));
+  ASSERT_TRUE(becomesTrue([&] { return menu()->activeAction() == menu()->actions().at(3); },
+                          "it is under the pointer"));
   session().screen().save("context-menu", {300, 200, 600, 460});
   session().input().click();
   EXPECT_TRUE(becomesTrue([&] { return m_calls == "close Terminal"; }, "the entry acted"));

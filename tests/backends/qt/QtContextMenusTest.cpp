@@ -118,7 +118,8 @@ TEST_F(QtContextMenusTest, DoesNotOpenWithoutAVisibleEntry) {
 }
 
 TEST_F(QtContextMenusTest, ShowsTitlesAsTheyAreOnOneLineOfBearableWidth) {
-  const QMenu& shown = popUp({entry("Save & Quit"), entry("Two\nlines\tand a tab"), entry(std::string(10000, 'w'))});
+  const QMenu& shown =
+      popUp({entry("Save & Quit"), entry("Two\nlines\tand a tab"), entry(std::string(10000, 'w'))});
   EXPECT_EQ(shown.actions().at(0)->text(), "Save && Quit");
   EXPECT_EQ(shown.actions().at(1)->text(), "Two lines and a tab");
   EXPECT_LT(shown.width(), 600);

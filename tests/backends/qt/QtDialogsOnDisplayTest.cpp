@@ -34,7 +34,8 @@ protected:
   void SetUp() override {
     if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
     m_program = std::make_unique<desktop::TestWindow>(session(), desktop::TestWindowOptions{});
-    ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); }, "it has the focus"));
+    ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); },
+                            "it has the focus"));
     m_icons.hasThemeIcon({"folder"}); // sets the toolkit's icon theme as the running program does
   }
   void TearDown() override { QApplication::setPalette(m_palette); }
@@ -43,9 +44,12 @@ protected:
   static QDialog* shownDialog() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
   static xcb_window_t dialogWindow() { return static_cast<xcb_window_t>(shownDialog()->winId()); }
   static testing::AssertionResult dialogHasFocus() {
-    return becomesTrue([] { return shownDialog() && shownDialog()->isActiveWindow() &&
-                                   session().windows().activeWindow() == dialogWindow(); },
-                       "the dialog has the focus");
+    return becomesTrue(
+        [] {
+          return shownDialog() && shownDialog()->isActiveWindow() &&
+                 session().windows().activeWindow() == dialogWindow();
+        },
+        "the dialog has the focus");
   }
   static void savePicture(const std::string& name) {
     QApplication::processEvents();
@@ -54,15 +58,18 @@ protected:
     session().screen().save(name, {place->x - 30, place->y - 50, place->width + 60, place->height + 90});
   }
   void ask() {
-    m_dialogs.runTextPrompt({"Rename Collection", "Rename", "Games"}, [this](std::optional<std::string> text) {
-      ++m_answers;
-      m_answer = std::move(text);
-    });
+    m_dialogs.runTextPrompt({"Rename Collection", "Rename", "Games"},
+                            [this](std::optional<std::string> text) {
+                              ++m_answers;
+                              m_answer = std::move(text);
+                            });
   }
   void askForFile() {
     const std::filesystem::path folder = session().dataFolder() / "applications";
-    for (const char* name : {"calculator", "calendar", "editor", "mail", "music", "player", "terminal", "viewer"}) {
-      writeText(folder / (std::string(name) + ".desktop"), "[Desktop Entry]\nType=Application\nName=x\nExec=true\n");
+    for (const char* name :
+         {"calculator", "calendar", "editor", "mail", "music", "player", "terminal", "viewer"}) {
+      writeText(folder / (std::string(name) + ".desktop"),
+                "[Desktop Entry]\nType=Application\nName=x\nExec=true\n");
     }
     const std::string allowed = (folder / "music.desktop").string();
     m_dialogs.runOpenPanel(
@@ -82,7 +89,8 @@ protected:
   PopUpRegistry m_popUps;
   QtTextServices m_text{QLocale("en_US")};
   std::optional<xcb_window_t> m_activeBefore;
-  QtDialogs m_dialogs{m_popUps, m_text,
+  QtDialogs m_dialogs{m_popUps,
+                      m_text,
                       {.willTakeFocus = [this] { m_activeBefore = session().windows().activeWindow(); },
                        .dialogInFrontChanged = {},
                        .giveFocusBack = [this] { session().windows().activate(m_activeBefore.value()); }}};
@@ -98,7 +106,8 @@ TEST_F(QtDialogsOnDisplay, PromptIsTypedIntoAtOnceAndGivesTheFocusBack) {
   session().input().typeKey(XK_Return);
   EXPECT_TRUE(becomesTrue([&] { return m_answers == 1; }, "the prompt answered"));
   EXPECT_EQ(m_answer, "Work");
-  EXPECT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); }, "the focus is back"));
+  EXPECT_TRUE(
+      becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); }, "the focus is back"));
 }
 
 TEST_F(QtDialogsOnDisplay, PromptEndsOnEscapeAndOnTheWindowManagersCloseButton) {
@@ -136,29 +145,33 @@ TEST_F(QtDialogsOnDisplay, PromptFollowsADarkPalette) {
 
 TEST_F(QtDialogsOnDisplay, AlertTakesTheFocusAndEndsOnReturn) {
   int answers = 0;
-  m_dialogs.runAlert({.message = "This combination cannot be used because it is already used by a system-wide keyboard "
-                                 "shortcut.\nIf you really want to use this key combination, most shortcuts can be "
-                                 "changed in the Keyboard & Mouse panel in System Preferences.",
-                      .informativeText = "The key combination ⌃⌥Space cannot be used",
-                      .isCritical = true},
-                     [&] { ++answers; });
+  m_dialogs.runAlert(
+      {.message = "This combination cannot be used because it is already used by a system-wide keyboard "
+                  "shortcut.\nIf you really want to use this key combination, most shortcuts can be "
+                  "changed in the Keyboard & Mouse panel in System Preferences.",
+       .informativeText = "The key combination ⌃⌥Space cannot be used",
+       .isCritical = true},
+      [&] { ++answers; });
   ASSERT_TRUE(dialogHasFocus());
   savePicture("alert");
   session().input().typeKey(XK_Return);
   EXPECT_TRUE(becomesTrue([&] { return answers == 1; }, "the alert answered"));
-  EXPECT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); }, "the focus is back"));
+  EXPECT_TRUE(
+      becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); }, "the focus is back"));
 }
 
 TEST_F(QtDialogsOnDisplay, OpenPanelAnswersWithItsPreselectionOnReturn) {
   askForFile();
   ASSERT_TRUE(dialogHasFocus());
   const auto* list = shownDialog()->findChild<QListView*>("listView");
-  ASSERT_TRUE(becomesTrue([&] { return list->currentIndex().data().toString() == "music.desktop"; }, "it is selected"));
+  ASSERT_TRUE(becomesTrue([&] { return list->currentIndex().data().toString() == "music.desktop"; },
+                          "it is selected"));
   savePicture("open-panel");
   session().input().typeKey(XK_Return);
   EXPECT_TRUE(becomesTrue([&] { return m_answers == 1; }, "the panel answered"));
   EXPECT_EQ(m_answer, (session().dataFolder() / "applications/music.desktop").string());
-  EXPECT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); }, "the focus is back"));
+  EXPECT_TRUE(
+      becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); }, "the focus is back"));
 }
 
 TEST_F(QtDialogsOnDisplay, OpenPanelFollowsADarkPalette) {
@@ -166,7 +179,8 @@ TEST_F(QtDialogsOnDisplay, OpenPanelFollowsADarkPalette) {
   askForFile();
   ASSERT_TRUE(dialogHasFocus());
   const auto* list = shownDialog()->findChild<QListView*>("listView");
-  ASSERT_TRUE(becomesTrue([&] { return list->currentIndex().data().toString() == "music.desktop"; }, "it is selected"));
+  ASSERT_TRUE(becomesTrue([&] { return list->currentIndex().data().toString() == "music.desktop"; },
+                          "it is selected"));
   savePicture("open-panel-dark");
   session().input().typeKey(XK_Escape);
   EXPECT_TRUE(becomesTrue([&] { return m_answers == 1; }, "the panel answered"));

@@ -66,15 +66,16 @@ protected:
     return m_folder.path() / name;
   }
   void askForFile(const std::filesystem::path& allowed, const std::string& startPath) {
-    m_dialogs->runOpenPanel({.title = "Orbel Menu",
-                             .message = "Please allow it.",
-                             .prompt = "Allow",
-                             .startPath = startPath,
-                             .shouldEnable = [allowed](const std::string& path) { return path == allowed.string(); }},
-                            [this](std::optional<std::string> path) {
-                              ++m_answers;
-                              m_answer = std::move(path);
-                            });
+    m_dialogs->runOpenPanel(
+        {.title = "Orbel Menu",
+         .message = "Please allow it.",
+         .prompt = "Allow",
+         .startPath = startPath,
+         .shouldEnable = [allowed](const std::string& path) { return path == allowed.string(); }},
+        [this](std::optional<std::string> path) {
+          ++m_answers;
+          m_answer = std::move(path);
+        });
   }
   // As a person does, into the line that has the keyboard.
   static void type(const QString& name) {
@@ -167,8 +168,9 @@ TEST_F(QtDialogsTest, PromptShowsMarkupAndAmpersandsAsTheyAre) {
 TEST_F(QtDialogsTest, AlertShowsItsTextsAndAnswersOnceToReturnOrEscape) {
   for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
     int answers = 0;
-    m_dialogs->runAlert({.message = "It cannot be used.", .informativeText = "The reason.", .isCritical = true},
-                        [&] { ++answers; });
+    m_dialogs->runAlert(
+        {.message = "It cannot be used.", .informativeText = "The reason.", .isCritical = true},
+        [&] { ++answers; });
     EXPECT_TRUE(shows("It cannot be used."));
     EXPECT_TRUE(shows("The reason."));
     ASSERT_NE(button("OK"), nullptr);
@@ -246,14 +248,16 @@ TEST_F(QtDialogsTest, OpenPanelPreselectsItsStartAndAnswersWithIt) {
   askForFile(allowed, allowed.string());
   EXPECT_EQ(shownDialog()->windowTitle(), "Orbel Menu");
   EXPECT_TRUE(shows("Please allow it."));
-  ASSERT_TRUE(becomesTrue([] { return list().currentIndex().data().toString() == "editor.desktop"; }, "it is selected"));
+  ASSERT_TRUE(becomesTrue([] { return list().currentIndex().data().toString() == "editor.desktop"; },
+                          "it is selected"));
   QTest::mouseClick(button("Allow"), Qt::LeftButton);
   EXPECT_EQ(m_answers, 1);
   EXPECT_EQ(m_answer, allowed.string());
 }
 
 TEST_F(QtDialogsTest, OpenPanelShowsItsPreselectionAmongManyFiles) {
-  for (int index = 0; index < 400; ++index) file("program" + std::to_string(index) + ".desktop");
+  for (int index = 0; index < 400; ++index)
+    file("program" + std::to_string(index) + ".desktop");
   const auto allowed = file("zebra.desktop");
   askForFile(allowed, allowed.string());
   EXPECT_TRUE(becomesTrue(
@@ -271,7 +275,8 @@ TEST_F(QtDialogsTest, OpenPanelGreysWhatCannotBeChosenButNotFolders) {
   file("other.desktop");
   std::filesystem::create_directory(m_folder.path() / "folder");
   askForFile(allowed, allowed.string());
-  ASSERT_TRUE(becomesTrue([] { return row("other.desktop").isValid() && row("folder").isValid(); }, "it is listed"));
+  ASSERT_TRUE(
+      becomesTrue([] { return row("other.desktop").isValid() && row("folder").isValid(); }, "it is listed"));
   EXPECT_TRUE(row("editor.desktop").flags() & Qt::ItemIsEnabled);
   EXPECT_FALSE(row("other.desktop").flags() & (Qt::ItemIsEnabled | Qt::ItemIsSelectable));
   EXPECT_TRUE(row("folder").flags() & Qt::ItemIsEnabled);
@@ -321,7 +326,8 @@ TEST_F(QtDialogsTest, OpenPanelOpensAlsoWithAStartThatIsNotThereAndWithoutATest)
 TEST_F(QtDialogsTest, OpenPanelFindsAStartInsideAHiddenFolderAndWithASlashAtItsEnd) {
   const auto allowed = file(".hidden/.editor.desktop");
   askForFile(allowed, allowed.string() + "/");
-  ASSERT_TRUE(becomesTrue([] { return list().currentIndex().data().toString() == ".editor.desktop"; }, "it is selected"));
+  ASSERT_TRUE(becomesTrue([] { return list().currentIndex().data().toString() == ".editor.desktop"; },
+                          "it is selected"));
   shownDialog()->accept();
   EXPECT_EQ(m_answer, allowed.string());
 }

@@ -59,8 +59,8 @@ TEST_F(QtIconLoaderTest, ReadsPictureFilesWithAnyCharactersInTheirNames) {
 }
 
 TEST_F(QtIconLoaderTest, HasThePicturesThatShipWithTheProgram) {
-  for (const char* name : {"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail", "fallback-application",
-                           "fallback-file", "fallback-folder"}) {
+  for (const char* name : {"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail",
+                           "fallback-application", "fallback-file", "fallback-folder"}) {
     EXPECT_TRUE(m_loader.hasOwnPicture(name)) << name;
     EXPECT_EQ(m_loader.ownPicture(name, 150).width, 150) << name;
   }

@@ -49,7 +49,8 @@ protected:
                                    .handedDescriptor = -1});
     EXPECT_TRUE(becomesTrue([&] { return !process.isRunning(); }, "the program ends"));
     m_output.clear();
-    for (const std::string& line : desktop::readLines(output)) m_output += line;
+    for (const std::string& line : desktop::readLines(output))
+      m_output += line;
     return process.exitStatus().value_or(-1);
   }
   int gapplication(const std::string& verb, const std::string& argument = {}) {
@@ -110,8 +111,14 @@ TEST_F(SingleInstanceOnDisplay, RefusesUnknownActionsAndWrongArguments) {
   SingleInstance instance(recordingHandlers(), connection());
   ASSERT_EQ(instance.start(), SingleInstance::Role::first);
   const auto call = [&](const std::string& method, const std::vector<std::string>& arguments) {
-    std::vector<std::string> command{"gdbus", "call", "--session", "--dest", SingleInstance::kServiceName,
-                                     "--object-path", SingleInstance::kObjectPath, "--method",
+    std::vector<std::string> command{"gdbus",
+                                     "call",
+                                     "--session",
+                                     "--dest",
+                                     SingleInstance::kServiceName,
+                                     "--object-path",
+                                     SingleInstance::kObjectPath,
+                                     "--method",
                                      "org.freedesktop.Application." + method};
     command.insert(command.end(), arguments.begin(), arguments.end());
     return run(std::move(command));
@@ -126,7 +133,8 @@ TEST_F(SingleInstanceOnDisplay, RefusesUnknownActionsAndWrongArguments) {
 }
 
 TEST_F(SingleInstanceOnDisplay, WorksAloneWithoutABusAndSaysSo) {
-  SingleInstance instance({}, QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere/bus"), "missing"));
+  SingleInstance instance({},
+                          QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere/bus"), "missing"));
   EXPECT_EQ(instance.start(), SingleInstance::Role::alone);
   EXPECT_TRUE(m_log.has("no session bus"));
 }

@@ -1,5 +1,5 @@
-// What the tests of this folder share: the private desktop of the round with a display, and waiting while the toolkit's
-// event loop runs.
+// What the tests of this folder share: the private desktop of the round with a display, and waiting while the
+// toolkit's event loop runs.
 #pragma once
 
 #include "harness/DesktopSession.h"

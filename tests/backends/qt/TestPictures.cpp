@@ -18,7 +18,8 @@ void writePicture(const std::filesystem::path& file, int width, int height, QCol
   std::filesystem::create_directories(file.parent_path());
   QImage image(width, height, QImage::Format_ARGB32);
   image.fill(color);
-  if (!image.save(QString::fromStdString(file.string()))) throw std::runtime_error("cannot write " + file.string());
+  if (!image.save(QString::fromStdString(file.string())))
+    throw std::runtime_error("cannot write " + file.string());
 }
 
 void writeDrawing(const std::filesystem::path& file, QColor color, int width, int height) {
@@ -30,7 +31,8 @@ void writeDrawing(const std::filesystem::path& file, QColor color, int width, in
                       .toStdString());
 }
 
-void writeThemeIndex(const std::filesystem::path& theme, const QStringList& directories, const QString& inherits) {
+void writeThemeIndex(const std::filesystem::path& theme, const QStringList& directories,
+                     const QString& inherits) {
   QStringList names;
   QString sections;
   for (const QString& directory : directories) {
@@ -41,9 +43,12 @@ void writeThemeIndex(const std::filesystem::path& theme, const QStringList& dire
     std::filesystem::create_directories(theme / parts[0].toStdString());
   }
   const QString head = QStringLiteral("[Icon Theme]\nName=Test\nInherits=%1\nDirectories=%2\n");
-  writeText(theme / "index.theme", (head.arg(inherits, names.join(QLatin1Char(','))) + sections).toStdString());
+  writeText(theme / "index.theme",
+            (head.arg(inherits, names.join(QLatin1Char(','))) + sections).toStdString());
 }
 
-std::uint32_t pixelOf(QColor color) { return color.rgba(); }
+std::uint32_t pixelOf(QColor color) {
+  return color.rgba();
+}
 
 } // namespace orbel

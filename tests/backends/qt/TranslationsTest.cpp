@@ -20,14 +20,14 @@ QJsonObject table(const QString& language) {
 
 // The literal of `localized("…")`, also one that goes over several lines.
 QStringList localizedLiterals(const QString& source) {
-  static const QRegularExpression call(
-      QStringLiteral(R"re(localized\(\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\))re"));
+  static const QRegularExpression call(QStringLiteral(R"re(localized\(\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\))re"));
   static const QRegularExpression piece(QStringLiteral(R"re("((?:[^"\\]|\\.)*)")re"));
   QStringList texts;
   for (auto calls = call.globalMatch(source); calls.hasNext();) {
     QString text;
     const QString literals = calls.next().captured(1);
-    for (auto pieces = piece.globalMatch(literals); pieces.hasNext();) text += pieces.next().captured(1);
+    for (auto pieces = piece.globalMatch(literals); pieces.hasNext();)
+      text += pieces.next().captured(1);
     texts << text.replace("\\n", "\n").replace("\\\"", "\"");
   }
   return texts;
@@ -39,8 +39,8 @@ TEST(TranslationsTest, EveryLanguageHasEveryText) {
   for (const QString& language : kLanguages) {
     EXPECT_EQ(table(language).keys(), texts) << language.toStdString();
     for (const QString& text : texts) {
-      EXPECT_FALSE(table(language)[text].toString().trimmed().isEmpty()) << language.toStdString() << ": "
-                                                                       << text.toStdString();
+      EXPECT_FALSE(table(language)[text].toString().trimmed().isEmpty())
+          << language.toStdString() << ": " << text.toStdString();
     }
   }
 }
@@ -60,7 +60,8 @@ TEST(TranslationsTest, PlacesToFillInAndParagraphsAreTheSameInEveryLanguage) {
 TEST(TranslationsTest, EveryTextThatTheSourceLooksUpIsTranslated) {
   const QStringList texts = table("de").keys();
   int found = 0;
-  QDirIterator files(QStringLiteral(ORBEL_SOURCE_FOLDER), {"*.cpp", "*.h"}, QDir::Files, QDirIterator::Subdirectories);
+  QDirIterator files(QStringLiteral(ORBEL_SOURCE_FOLDER), {"*.cpp", "*.h"}, QDir::Files,
+                     QDirIterator::Subdirectories);
   while (files.hasNext()) {
     QFile file(files.next());
     ASSERT_TRUE(file.open(QIODevice::ReadOnly));

@@ -17,7 +17,9 @@ QImage draw(const BubbleLayout& layout, BubblePicture::Edge edge, double scale =
   return BubblePicture::draw(QStringLiteral("Mail"), layout, scale, edge);
 }
 
-int middleOf(const QImage& picture) { return picture.width() / 2; }
+int middleOf(const QImage& picture) {
+  return picture.width() / 2;
+}
 
 TEST(BubblePictureTest, ALongerTextMakesAWiderBodyOfTheSameHeight) {
   const Size shortSize = BubblePicture::bodySize(QStringLiteral("Mail"));
@@ -59,7 +61,8 @@ TEST(BubblePictureTest, TheOutlineIsExactlyTheOpaquePixels) {
   QImage covered(picture.size(), QImage::Format_ARGB32);
   covered.fill(0);
   for (const DeviceRect& row : BubblePicture::outline(picture)) {
-    for (int x = row.x; x < row.right(); ++x) covered.setPixel(x, row.y, 0xff000000);
+    for (int x = row.x; x < row.right(); ++x)
+      covered.setPixel(x, row.y, 0xff000000);
   }
   for (int y = 0; y < picture.height(); ++y) {
     for (int x = 0; x < picture.width(); ++x) {
@@ -74,11 +77,13 @@ TEST(BubblePictureTest, TheBodyIsLightWithDarkTextAndASoftShadow) {
   const int top = static_cast<int>(BubblePicture::kMargin + BubbleLayout::kArrowHeight);
   int darkest = 255;
   for (int y = top; y < top + static_cast<int>(layout.body.size.height); ++y) {
-    for (int x = 20; x < picture.width() - 20; ++x) darkest = std::min(darkest, qRed(picture.pixel(x, y)));
+    for (int x = 20; x < picture.width() - 20; ++x)
+      darkest = std::min(darkest, qRed(picture.pixel(x, y)));
   }
   EXPECT_LT(darkest, 120);
   EXPECT_GT(qRed(picture.pixel(20, top + 5)), 235);
-  const QRgb below = picture.pixel(middleOf(picture), picture.height() - static_cast<int>(BubblePicture::kMargin) + 3);
+  const QRgb below =
+      picture.pixel(middleOf(picture), picture.height() - static_cast<int>(BubblePicture::kMargin) + 3);
   EXPECT_GT(qAlpha(below), 10);
   EXPECT_LT(qAlpha(below), 120);
   EXPECT_EQ(qAlpha(picture.pixel(0, 0)), 0);

@@ -13,15 +13,16 @@ struct Components {
 
 Components componentsAt(const Bitmap& bitmap, int x, int y) {
   const std::uint32_t pixel = bitmap.pixels[static_cast<std::size_t>(y * bitmap.width + x)];
-  return {static_cast<int>(pixel >> 24), static_cast<int>(pixel >> 16 & 0xff), static_cast<int>(pixel >> 8 & 0xff),
-          static_cast<int>(pixel & 0xff)};
+  return {static_cast<int>(pixel >> 24), static_cast<int>(pixel >> 16 & 0xff),
+          static_cast<int>(pixel >> 8 & 0xff), static_cast<int>(pixel & 0xff)};
 }
 
 std::vector<std::uint32_t> uniform(int side, std::uint32_t color) {
   return std::vector<std::uint32_t>(static_cast<std::size_t>(side * side), color);
 }
 
-Bitmap frosted(const std::vector<std::uint32_t>& pixels, int side, BackdropMaterial material, double scale = 1) {
+Bitmap frosted(const std::vector<std::uint32_t>& pixels, int side, BackdropMaterial material,
+               double scale = 1) {
   return FrostedGlass::disc(pixels.data(), side, side, {scale, scale}, scale, material);
 }
 
@@ -54,7 +55,8 @@ TEST(FrostedGlassTest, WhiteStaysWhiteBehindLightFrost) {
 TEST(FrostedGlassTest, AHardEdgeBehindItBecomesASlowOne) {
   auto pixels = uniform(200, 0xff000000);
   for (int y = 0; y < 200; ++y) {
-    for (int x = 100; x < 200; ++x) pixels[static_cast<std::size_t>(y * 200 + x)] = 0xffffffff;
+    for (int x = 100; x < 200; ++x)
+      pixels[static_cast<std::size_t>(y * 200 + x)] = 0xffffffff;
   }
   const Bitmap disc = frosted(pixels, 200, BackdropMaterial::darkFrost);
   int steepest = 0;
@@ -70,7 +72,8 @@ TEST(FrostedGlassTest, AHardEdgeBehindItBecomesASlowOne) {
 TEST(FrostedGlassTest, TheScaleBlursAsManyPointsAsBefore) {
   const auto half = [](int side) {
     auto pixels = uniform(side, 0xff000000);
-    for (std::size_t i = pixels.size() / 2; i < pixels.size(); ++i) pixels[i] = 0xffffffff;
+    for (std::size_t i = pixels.size() / 2; i < pixels.size(); ++i)
+      pixels[i] = 0xffffffff;
     return pixels;
   };
   const Bitmap single = frosted(half(200), 200, BackdropMaterial::darkFrost, 1);
@@ -103,15 +106,16 @@ TEST(FrostedGlassTest, TheCoveredAreaIsThatOfTheCircle) {
   const Bitmap veil = FrostedGlass::plain(200, 200, {1, 0}, BackdropMaterial::darkFrost);
   const double full = componentsAt(veil, 100, 100).alpha;
   double area = 0;
-  for (const std::uint32_t pixel : veil.pixels) area += (pixel >> 24) / full;
+  for (const std::uint32_t pixel : veil.pixels)
+    area += (pixel >> 24) / full;
   EXPECT_NEAR(area, 3.14159265 * 99 * 99, 30);
 }
 
 TEST(FrostedGlassTest, PixelsArePremultiplied) {
   for (const auto material : {BackdropMaterial::lightFrost, BackdropMaterial::darkFrost}) {
-    for (const Bitmap& bitmap : {FrostedGlass::veil(60, 60, {1, 1}, material),
-                                 FrostedGlass::plain(60, 60, {1, 1}, material),
-                                 frosted(uniform(60, 0xffff8000), 60, material)}) {
+    for (const Bitmap& bitmap :
+         {FrostedGlass::veil(60, 60, {1, 1}, material), FrostedGlass::plain(60, 60, {1, 1}, material),
+          frosted(uniform(60, 0xffff8000), 60, material)}) {
       for (int y = 0; y < 60; ++y) {
         for (int x = 0; x < 60; ++x) {
           const Components here = componentsAt(bitmap, x, y);
@@ -123,8 +127,10 @@ TEST(FrostedGlassTest, PixelsArePremultiplied) {
 }
 
 TEST(FrostedGlassTest, AVeilLetsTheLiveBlurShowThroughAndAPlainDiscHardlyAnything) {
-  EXPECT_LT(componentsAt(FrostedGlass::veil(60, 60, {1, 1}, BackdropMaterial::lightFrost), 30, 30).alpha, 180);
-  EXPECT_GT(componentsAt(FrostedGlass::plain(60, 60, {1, 1}, BackdropMaterial::lightFrost), 30, 30).alpha, 230);
+  EXPECT_LT(componentsAt(FrostedGlass::veil(60, 60, {1, 1}, BackdropMaterial::lightFrost), 30, 30).alpha,
+            180);
+  EXPECT_GT(componentsAt(FrostedGlass::plain(60, 60, {1, 1}, BackdropMaterial::lightFrost), 30, 30).alpha,
+            230);
 }
 
 TEST(FrostedGlassTest, TinyAndOddSizesAreDrawnToo) {

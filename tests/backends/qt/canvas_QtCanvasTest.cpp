@@ -127,7 +127,8 @@ TEST_F(QtCanvasTest, AnImageKeepsItsSizeWhileItMoves) {
 
 TEST_F(QtCanvasTest, AnImageOfTheExactSizeIsDrawnPixelForPixel) {
   Bitmap bitmap(20, 20);
-  for (std::size_t i = 0; i < bitmap.pixels.size(); ++i) bitmap.pixels[i] = i % 2 == 0 ? kRed : kBlue;
+  for (std::size_t i = 0; i < bitmap.pixels.size(); ++i)
+    bitmap.pixels[i] = i % 2 == 0 ? kRed : kBlue;
   canvas->drawImage(*Image::withBitmap({20, 20}, bitmap), {40, 40, 20, 20});
   EXPECT_EQ(pixel(40, 40), QColor(Qt::red));
   EXPECT_EQ(pixel(41, 40), QColor(Qt::blue));
@@ -165,7 +166,8 @@ TEST_F(QtCanvasTest, AnImageOutsideTheCanvasIsNotRendered) {
 
 TEST_F(QtCanvasTest, ASilhouetteFillsTheOpaqueParts) {
   Bitmap bitmap(20, 20);
-  for (std::size_t i = 0; i < bitmap.pixels.size(); ++i) bitmap.pixels[i] = i < 200 ? kRed : 0;
+  for (std::size_t i = 0; i < bitmap.pixels.size(); ++i)
+    bitmap.pixels[i] = i < 200 ? kRed : 0;
   canvas->drawSilhouette(*Image::withBitmap({20, 20}, bitmap), {40, 40, 20, 20}, Color{0, 0, 1});
   EXPECT_EQ(drawn(), QRect(40, 40, 20, 10));
   EXPECT_EQ(pixel(50, 45), QColor(Qt::blue));

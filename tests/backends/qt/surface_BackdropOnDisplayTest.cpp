@@ -1,5 +1,5 @@
-// What stands behind a surface, with and without a compositor. The compositor is played by the test, which holds its
-// selection: what it would draw is then told by the window's properties.
+// What stands behind a surface, with and without a compositor. The compositor is played by the test, which
+// holds its selection: what it would draw is then told by the window's properties.
 #include "backends/qt/surface_WindowSystemFixture.h"
 #include "harness/XcbReply.h"
 
@@ -32,22 +32,26 @@ protected:
     const xcb_atom_t property = display.atom("_KDE_NET_WM_BLUR_BEHIND_REGION");
     const std::uint32_t nothing = 0;
     if (offered) {
-      xcb_change_property(display.get(), XCB_PROP_MODE_REPLACE, display.root(), property, XCB_ATOM_CARDINAL, 32, 1,
-                          &nothing);
+      xcb_change_property(display.get(), XCB_PROP_MODE_REPLACE, display.root(), property, XCB_ATOM_CARDINAL,
+                          32, 1, &nothing);
     } else {
       xcb_delete_property(display.get(), display.root(), property);
     }
     display.roundTrip();
   }
   static std::vector<std::uint32_t> blurRegion(xcb_window_t window) {
-    return session().display().values(window, "_KDE_NET_WM_BLUR_BEHIND_REGION").value_or(std::vector<std::uint32_t>{});
+    return session()
+        .display()
+        .values(window, "_KDE_NET_WM_BLUR_BEHIND_REGION")
+        .value_or(std::vector<std::uint32_t>{});
   }
   Picture capture(const ScreenRect& rect) {
     settle();
     return session().screen().capture(rect);
   }
   // The server's picture of the place after whatever was painted has arrived.
-  testing::AssertionResult becomes(const Picture& expected, const ScreenRect& rect, const std::string& description) {
+  testing::AssertionResult becomes(const Picture& expected, const ScreenRect& rect,
+                                   const std::string& description) {
     return becomesTrue([&] { return difference(capture(rect), expected).largest == 0; }, description);
   }
 
@@ -124,7 +128,8 @@ TEST_F(BackdropOnDisplay, ASurfaceThatMovesDoesNotShineThroughItself) {
   const ScreenRect place{360, 240, 400, 400};
   const Picture expected = capture(place);
   surface->setFrame(squareAround(500, 400, 400));
-  ASSERT_TRUE(becomesTrue([&] { return session().windows().geometry(ownWindows().front()) == kPlace; }, "it moves"));
+  ASSERT_TRUE(
+      becomesTrue([&] { return session().windows().geometry(ownWindows().front()) == kPlace; }, "it moves"));
   surface->setFrame(squareAround(560, 440, 400));
   EXPECT_TRUE(becomes(expected, place, "it looks as if it had never been elsewhere"));
 }
@@ -177,7 +182,8 @@ TEST_F(BackdropOnDisplay, ABlurThatIsOfferedIsUsedForTheDisc) {
   ASSERT_FALSE(region.empty());
   ASSERT_EQ(region.size() % 4, 0u);
   double area = 0;
-  for (std::size_t i = 0; i < region.size(); i += 4) area += region[i + 2] * static_cast<double>(region[i + 3]);
+  for (std::size_t i = 0; i < region.size(); i += 4)
+    area += region[i + 2] * static_cast<double>(region[i + 3]);
   EXPECT_NEAR(area, 3.14159265 * 199 * 199, 200);
 }
 
@@ -200,7 +206,8 @@ TEST_F(BackdropOnDisplay, ACompositorThatComesOrGoesIsFollowedAtOnce) {
   EXPECT_TRUE(becomesTrue([&] { return std::abs(session().windows().opacity(window) - 0.5) < 0.01; },
                           "the compositor is to fade it"));
   setCompositor(false);
-  EXPECT_TRUE(becomesTrue([&] { return session().windows().opacity(window) == 1; }, "it fades by itself again"));
+  EXPECT_TRUE(
+      becomesTrue([&] { return session().windows().opacity(window) == 1; }, "it fades by itself again"));
   EXPECT_TRUE(becomes(alone, kPlace, "it looks as before"));
 }
 
@@ -231,7 +238,11 @@ TEST_F(BackdropOnDisplay, AnotherMaterialIsShownAtOnce) {
   ASSERT_TRUE(showsOwnWindows(1));
   const auto dark = capture(kPlace).at({200, 200});
   surface->setRoundBackdrop(BackdropMaterial::lightFrost, 1);
-  EXPECT_TRUE(becomesTrue([&] { return capture(kPlace).at({200, 200}).green > dark.green + 60; }, "it is light"));
+  EXPECT_TRUE(becomesTrue(
+      [&] {
+        return capture(kPlace).at({200, 200}).green > dark.green + 60;
+      },
+      "it is light"));
 }
 
 } // namespace

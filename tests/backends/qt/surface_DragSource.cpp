@@ -16,7 +16,8 @@ DragSource::DragSource(const std::string& displayName, std::string uriList, std:
   for (const char* name : {"XdndActionCopy", "XdndActionMove", "XdndActionLink"}) {
     m_actions.emplace_back(name, m_display.atom(name));
   }
-  for (const char* name : {"XdndEnter", "XdndPosition", "XdndLeave", "XdndDrop"}) m_display.atom(name);
+  for (const char* name : {"XdndEnter", "XdndPosition", "XdndLeave", "XdndDrop"})
+    m_display.atom(name);
   m_uriListType = m_display.atom("text/uri-list");
   m_status = m_display.atom("XdndStatus");
   m_finishedType = m_display.atom("XdndFinished");
@@ -25,9 +26,10 @@ DragSource::DragSource(const std::string& displayName, std::string uriList, std:
   xcb_create_window(xcb, 0, m_window, m_display.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
                     XCB_COPY_FROM_PARENT, 0, nullptr);
   std::vector<xcb_atom_t> offered;
-  for (const auto& action : actions) offered.push_back(m_display.atom(action));
-  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, m_display.atom("XdndActionList"), XCB_ATOM_ATOM, 32,
-                      static_cast<std::uint32_t>(offered.size()), offered.data());
+  for (const auto& action : actions)
+    offered.push_back(m_display.atom(action));
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, m_display.atom("XdndActionList"), XCB_ATOM_ATOM,
+                      32, static_cast<std::uint32_t>(offered.size()), offered.data());
   xcb_set_selection_owner(xcb, m_window, m_display.atom("XdndSelection"), XCB_CURRENT_TIME);
   m_display.roundTrip();
   m_actions.emplace_back("suggested", offered.front());
@@ -55,13 +57,21 @@ void DragSource::moveTo(desktop::ScreenPoint place) {
   send("XdndPosition", 0, packed, XCB_CURRENT_TIME, m_actions.back().second);
 }
 
-void DragSource::drop() { send("XdndDrop", 0, XCB_CURRENT_TIME, 0, 0); }
+void DragSource::drop() {
+  send("XdndDrop", 0, XCB_CURRENT_TIME, 0, 0);
+}
 
-void DragSource::leave() { send("XdndLeave", 0, 0, 0, 0); }
+void DragSource::leave() {
+  send("XdndLeave", 0, 0, 0, 0);
+}
 
-std::string DragSource::answeredAction() const { return actionName(m_answeredAction); }
+std::string DragSource::answeredAction() const {
+  return actionName(m_answeredAction);
+}
 
-std::string DragSource::finishedAction() const { return actionName(m_finishedAction); }
+std::string DragSource::finishedAction() const {
+  return actionName(m_finishedAction);
+}
 
 std::string DragSource::actionName(xcb_atom_t action) const {
   for (const auto& [name, atom] : m_actions) {
@@ -105,7 +115,8 @@ void DragSource::serve() {
       }
       break;
     }
-    default: break;
+    default:
+      break;
     }
   }
 }
@@ -118,8 +129,8 @@ void DragSource::answerRequest(const xcb_selection_request_event_t& request) {
   notify.selection = request.selection;
   notify.target = request.target;
   if (request.target == m_uriListType) {
-    xcb_change_property(m_display.get(), XCB_PROP_MODE_REPLACE, request.requestor, request.property, m_uriListType,
-                        8, static_cast<std::uint32_t>(m_uriList.size()), m_uriList.data());
+    xcb_change_property(m_display.get(), XCB_PROP_MODE_REPLACE, request.requestor, request.property,
+                        m_uriListType, 8, static_cast<std::uint32_t>(m_uriList.size()), m_uriList.data());
     notify.property = request.property;
   }
   xcb_send_event(m_display.get(), 0, request.requestor, 0, reinterpret_cast<const char*>(&notify));

@@ -1,5 +1,5 @@
-// Another program that drags something over the screen (version 5 of the drag-and-drop protocol), on a connection and a
-// thread of its own: the toolkit waits for the dragged data without running its loop.
+// Another program that drags something over the screen (version 5 of the drag-and-drop protocol), on a
+// connection and a thread of its own: the toolkit waits for the dragged data without running its loop.
 #pragma once
 
 #include "harness/DisplayConnection.h"
@@ -36,7 +36,8 @@ public:
 private:
   void serve();
   void answerRequest(const xcb_selection_request_event_t& request);
-  void send(const char* type, std::uint32_t first, std::uint32_t second, std::uint32_t third, std::uint32_t fourth);
+  void send(const char* type, std::uint32_t first, std::uint32_t second, std::uint32_t third,
+            std::uint32_t fourth);
   std::string actionName(xcb_atom_t action) const;
 
   desktop::DisplayConnection m_display; // made and asked for atoms before the thread starts

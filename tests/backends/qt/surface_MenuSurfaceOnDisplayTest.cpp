@@ -39,7 +39,8 @@ TEST_F(MenuSurfaceOnDisplay, TheFrameMayReachBeyondTheScreen) {
 
 TEST_F(MenuSurfaceOnDisplay, ShowingTakesNoFocus) {
   desktop::TestWindow program(session(), {});
-  ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == program.id(); }, "the program has the focus"));
+  ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == program.id(); },
+                          "the program has the focus"));
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
@@ -92,7 +93,8 @@ TEST_F(MenuSurfaceOnDisplay, BothButtonsCountAndTheOthersDoNot) {
                             desktop::PointerButton::wheelDown, kRight, kLeft}) {
     session().input().click(button);
   }
-  ASSERT_TRUE(becomesTrue([&] { return delegate.count("released primary") == 1; }, "the last click has arrived"));
+  ASSERT_TRUE(
+      becomesTrue([&] { return delegate.count("released primary") == 1; }, "the last click has arrived"));
   std::vector<std::string> clicks;
   for (const auto& event : delegate.heard) {
     if (event != "moved") clicks.push_back(event);
@@ -119,7 +121,8 @@ TEST_F(MenuSurfaceOnDisplay, AFastSecondClickIsAClickLikeTheFirst) {
   session().input().movePointer({500, 400});
   session().input().click();
   session().input().click();
-  ASSERT_TRUE(becomesTrue([&] { return delegate.count("released primary") == 2; }, "both clicks have arrived"));
+  ASSERT_TRUE(
+      becomesTrue([&] { return delegate.count("released primary") == 2; }, "both clicks have arrived"));
   EXPECT_EQ(delegate.count("pressed primary"), 2);
 }
 
@@ -128,7 +131,8 @@ TEST_F(MenuSurfaceOnDisplay, TheTapsActBeforeARelease) {
   onDrain = [&] { delegate.heard.emplace_back("drained"); };
   surface->show();
   session().input().clickAt({500, 400});
-  ASSERT_TRUE(becomesTrue([&] { return delegate.count("released primary") == 1; }, "the release has arrived"));
+  ASSERT_TRUE(
+      becomesTrue([&] { return delegate.count("released primary") == 1; }, "the release has arrived"));
   ASSERT_GE(delegate.heard.size(), 2u);
   EXPECT_EQ(delegate.heard[delegate.heard.size() - 2], "drained");
   EXPECT_EQ(delegate.count("drained"), 1);
@@ -153,7 +157,8 @@ TEST_F(MenuSurfaceOnDisplay, ADelegateMayEndItsSurfaceAndShowAnother) {
   };
   surface->show();
   session().input().clickAt({500, 400});
-  ASSERT_TRUE(becomesTrue([&] { return delegate.count("released primary") == 1; }, "the release has arrived"));
+  ASSERT_TRUE(
+      becomesTrue([&] { return delegate.count("released primary") == 1; }, "the release has arrived"));
   session().input().movePointer({510, 400});
   EXPECT_TRUE(becomesTrue([&] { return other.count("moved") >= 1; }, "the new surface hears the pointer"));
 }
@@ -213,7 +218,11 @@ TEST_F(MenuSurfaceOnDisplay, APressedButtonKeepsThePointerEvenOutside) {
   session().input().movePointer({500, 400});
   session().input().press(kLeft);
   session().input().movePointer({900, 400});
-  ASSERT_TRUE(becomesTrue([&] { return delegate.location == Point{600, 200}; }, "the move outside has arrived"));
+  ASSERT_TRUE(becomesTrue(
+      [&] {
+        return delegate.location == Point{600, 200};
+      },
+      "the move outside has arrived"));
   EXPECT_EQ(delegate.count("exited"), 0);
   session().input().release(kLeft);
   EXPECT_TRUE(becomesTrue([&] { return delegate.count("exited") == 1; }, "the exit follows the release"));
@@ -236,7 +245,8 @@ TEST_F(MenuSurfaceOnDisplay, EscapeCancelsTheTopmostSurface) {
 
 TEST_F(MenuSurfaceOnDisplay, EscapeBelongsToThePrograms) {
   desktop::TestWindow program(session(), {});
-  ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == program.id(); }, "the program has the focus"));
+  ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == program.id(); },
+                          "the program has the focus"));
   const auto surface = makeSurface(delegate, squareAround(900, 700, 400));
   surface->show();
   session().input().typeKey(XK_Escape);
@@ -245,7 +255,8 @@ TEST_F(MenuSurfaceOnDisplay, EscapeBelongsToThePrograms) {
   settle();
   const auto before = program.log().lines().size();
   session().input().typeKey(XK_Escape);
-  EXPECT_TRUE(becomesTrue([&] { return program.log().lines().size() > before; }, "the program hears the key"));
+  EXPECT_TRUE(
+      becomesTrue([&] { return program.log().lines().size() > before; }, "the program hears the key"));
   EXPECT_EQ(delegate.count("cancelled"), 1);
 }
 
@@ -272,7 +283,8 @@ TEST_F(MenuSurfaceOnDisplay, ShowingAgainRaises) {
   ASSERT_TRUE(showsOwnWindows(2));
   const auto top = ownWindows().back();
   first->show();
-  EXPECT_TRUE(becomesTrue([&] { return ownWindows().size() == 2 && ownWindows().front() == top; }, "the first is on top"));
+  EXPECT_TRUE(becomesTrue([&] { return ownWindows().size() == 2 && ownWindows().front() == top; },
+                          "the first is on top"));
 }
 
 TEST_F(MenuSurfaceOnDisplay, TheFirstPictureNeedsNoTurnOfTheLoop) {
@@ -309,7 +321,11 @@ TEST_F(MenuSurfaceOnDisplay, BeingCoveredAndUncoveredPaintsNothing) {
   ASSERT_TRUE(showsOwnWindows(2));
   const auto covered = session().screen().pixel({500, 435});
   bubble->close();
-  ASSERT_TRUE(becomesTrue([&] { return session().screen().pixel({500, 435}) != covered; }, "the disc is whole again"));
+  ASSERT_TRUE(becomesTrue(
+      [&] {
+        return session().screen().pixel({500, 435}) != covered;
+      },
+      "the disc is whole again"));
   EXPECT_TRUE(delegate.painted.empty());
 }
 

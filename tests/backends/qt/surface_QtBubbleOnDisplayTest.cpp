@@ -12,7 +12,9 @@ using desktop::ScreenRect;
 
 class QtBubbleOnDisplay : public WindowSystemFixture {
 protected:
-  static ScreenRect place() { return session().windows().geometry(ownWindows().front()).value_or(ScreenRect{}); }
+  static ScreenRect place() {
+    return session().windows().geometry(ownWindows().front()).value_or(ScreenRect{});
+  }
   testing::AssertionResult movesTo(int x, int y) {
     return becomesTrue([&] { return place().x == x && place().y == y; }, "the bubble follows");
   }
@@ -81,7 +83,8 @@ TEST_F(QtBubbleOnDisplay, OneWindowServesManyTitlesInTurn) {
   first->close();
   const auto second = system->makeBubble("A much longer title");
   second->show(squareAround(600, 500, 60));
-  ASSERT_TRUE(becomesTrue([&] { return ownWindows().size() == 1 && place().width > narrow; }, "the second is shown"));
+  ASSERT_TRUE(
+      becomesTrue([&] { return ownWindows().size() == 1 && place().width > narrow; }, "the second is shown"));
   EXPECT_EQ(ownWindows().front(), window);
 }
 
@@ -101,7 +104,8 @@ TEST_F(QtBubbleOnDisplay, AnEqualAnchorMovesNothing) {
   const auto window = ownWindows().front();
   // Moved away behind its back: only a bubble that is placed anew comes back.
   const std::uint32_t elsewhere[] = {100, 100};
-  xcb_configure_window(session().display().get(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, elsewhere);
+  xcb_configure_window(session().display().get(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
+                       elsewhere);
   settle();
   bubble->show(anchor);
   settle();

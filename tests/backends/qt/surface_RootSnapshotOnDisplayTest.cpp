@@ -1,8 +1,8 @@
 // Pictures of the screen, taken of a wallpaper with a colour of its own at each place.
-#include "backends/x11/RootSnapshot.h"
 #include "backends/qt/TestDisplay.h"
-#include "backends/x11/Connection.h"
 #include "backends/x11/CompositorWatch.h"
+#include "backends/x11/Connection.h"
+#include "backends/x11/RootSnapshot.h"
 
 #include <gtest/gtest.h>
 
@@ -100,8 +100,8 @@ TEST_F(CompositorWatchOnDisplay, ACompositorIsSeenComingAndGoing) {
     // Its selection falls free when its program ends.
     desktop::DisplayConnection compositor(testDisplay()->environment().at("DISPLAY"));
     const xcb_window_t window = xcb_generate_id(compositor.get());
-    xcb_create_window(compositor.get(), 0, window, compositor.root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
-                      XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_create_window(compositor.get(), 0, window, compositor.root(), 0, 0, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
     xcb_set_selection_owner(compositor.get(), window, compositor.atom("_NET_WM_CM_S0"), XCB_CURRENT_TIME);
     compositor.roundTrip();
     ASSERT_TRUE(becomesTrue([&] { return watch.isCompositing(); }, "it has come"));

@@ -82,13 +82,16 @@ protected:
     hooks.drainTaps = [this] {
       if (onDrain) onDrain();
     };
-    system = std::make_unique<QtWindowSystem>(X11Parts{*m_connection, *m_rawPointer, *m_keyGrabs}, std::move(hooks));
+    system = std::make_unique<QtWindowSystem>(X11Parts{*m_connection, *m_rawPointer, *m_keyGrabs},
+                                              std::move(hooks));
   }
 
   static desktop::DesktopSession& session() { return *testDisplay(); }
 
   // The screen's place of a device pixel, y down, in the core's points, y up.
-  static Point pointAt(int x, int y) { return {static_cast<double>(x), desktop::VirtualDisplay::kHeight - static_cast<double>(y)}; }
+  static Point pointAt(int x, int y) {
+    return {static_cast<double>(x), desktop::VirtualDisplay::kHeight - static_cast<double>(y)};
+  }
   static Rect squareAround(int x, int y, double side) { return Rect::centeredAt(pointAt(x, y), side); }
 
   std::unique_ptr<Surface> makeSurface(RecordingDelegate& delegate, const Rect& frame,
@@ -100,7 +103,9 @@ protected:
     return surface;
   }
   // Ours on the screen, bottom to top.
-  static std::vector<xcb_window_t> ownWindows() { return session().windows().overrideRedirectWindowsOf(getpid()); }
+  static std::vector<xcb_window_t> ownWindows() {
+    return session().windows().overrideRedirectWindowsOf(getpid());
+  }
   static testing::AssertionResult showsOwnWindows(std::size_t count) {
     return becomesTrue([&] { return ownWindows().size() == count; },
                        std::to_string(count) + " windows of ours are shown");

@@ -1,5 +1,6 @@
 // Starts the toolkit for the tests of this folder, away from the user's own settings: offscreen, or, when the
-// environment chooses the toolkit's X11 platform, on a private desktop. Fixtures "…OnDisplay" need the latter.
+// environment chooses the toolkit's X11 platform, on a private desktop. Fixtures "…OnDisplay" need the
+// latter.
 #include "backends/qt/TestDisplay.h"
 #include "harness/TemporaryDirectory.h"
 
@@ -14,7 +15,8 @@ namespace {
 desktop::DesktopSession* currentDisplay = nullptr;
 
 void takeOver(const desktop::Environment& environment) {
-  for (const auto& [name, value] : environment) qputenv(name.c_str(), QByteArray::fromStdString(value));
+  for (const auto& [name, value] : environment)
+    qputenv(name.c_str(), QByteArray::fromStdString(value));
 }
 
 int runTests(int argc, char** argv) {
@@ -49,8 +51,12 @@ int runTests(int argc, char** argv) {
 }
 } // namespace
 
-desktop::DesktopSession* testDisplay() { return currentDisplay; }
-void setTestDisplay(desktop::DesktopSession* session) { currentDisplay = session; }
+desktop::DesktopSession* testDisplay() {
+  return currentDisplay;
+}
+void setTestDisplay(desktop::DesktopSession* session) {
+  currentDisplay = session;
+}
 
 } // namespace orbel
 

@@ -104,7 +104,8 @@ TEST_F(ConnectionTest, AHandlerMayEndItselfAndOthersDuringAnEvent) {
     one.reset();
     other.reset();
   });
-  other = m_connection->observeEvents([&](const xcb_generic_event_t& event) { second += isRootChange(event); });
+  other =
+      m_connection->observeEvents([&](const xcb_generic_event_t& event) { second += isRootChange(event); });
   listenToRoot();
   m_connection->serverTime();
   changeRoot();

@@ -53,7 +53,8 @@ private:
   }
   Settings& text(const std::string& value) {
     m_bytes.insert(m_bytes.end(), value.begin(), value.end());
-    while (m_bytes.size() % 4 != 0) m_bytes.push_back(0);
+    while (m_bytes.size() % 4 != 0)
+      m_bytes.push_back(0);
     return *this;
   }
 
@@ -76,7 +77,8 @@ TEST(DesktopSettingsTest, AnIntegerIsFoundAmongSettingsOfAllKinds) {
 }
 
 TEST(DesktopSettingsTest, EitherByteOrderIsRead) {
-  const auto bytes = Settings(true).string("Net/ThemeName", "Clear").integer("Gtk/EnableAnimations", 1).bytes();
+  const auto bytes =
+      Settings(true).string("Net/ThemeName", "Clear").integer("Gtk/EnableAnimations", 1).bytes();
   EXPECT_EQ(DesktopSettings::integer(bytes, "Gtk/EnableAnimations"), 1);
 }
 
@@ -88,7 +90,8 @@ TEST(DesktopSettingsTest, NegativeNumbersKeepTheirSign) {
 TEST(DesktopSettingsTest, BytesThatEndEarlyHoldNothing) {
   const auto bytes = Settings().string("Net/ThemeName", "Adwaita").integer("Gtk/EnableAnimations", 0).bytes();
   for (std::size_t length = 0; length < bytes.size(); ++length) {
-    EXPECT_EQ(DesktopSettings::integer({bytes.data(), length}, "Gtk/EnableAnimations"), std::nullopt) << length;
+    EXPECT_EQ(DesktopSettings::integer({bytes.data(), length}, "Gtk/EnableAnimations"), std::nullopt)
+        << length;
   }
 }
 
@@ -99,7 +102,8 @@ TEST(DesktopSettingsTest, NothingBehindASettingOfUnknownKindIsGuessed) {
 
 TEST(DesktopSettingsTest, AHugeCountEnds) {
   auto bytes = Settings().integer("Xft/DPI", 1).bytes();
-  for (std::size_t i = 8; i < 12; ++i) bytes[i] = 0xff;
+  for (std::size_t i = 8; i < 12; ++i)
+    bytes[i] = 0xff;
   EXPECT_EQ(DesktopSettings::integer(bytes, "Gtk/EnableAnimations"), std::nullopt);
 }
 

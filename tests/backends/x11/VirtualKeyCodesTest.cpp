@@ -21,8 +21,8 @@ TEST(VirtualKeyCodesTest, TheKeysOfShortcutsAreWhereTheyAreOnTheKeyboard) {
 }
 
 TEST(VirtualKeyCodesTest, FunctionKeysAreInTheirOrder) {
-  const std::uint64_t codes[] = {122, 120, 99,  118, 96,  97,  98,  100, 101, 109,
-                                 103, 111, 105, 107, 113, 106, 64,  79,  80,  90};
+  const std::uint64_t codes[] = {122, 120, 99,  118, 96,  97,  98, 100, 101, 109,
+                                 103, 111, 105, 107, 113, 106, 64, 79,  80,  90};
   const std::uint16_t keys[] = {KEY_F1,  KEY_F2,  KEY_F3,  KEY_F4,  KEY_F5,  KEY_F6,  KEY_F7,
                                 KEY_F8,  KEY_F9,  KEY_F10, KEY_F11, KEY_F12, KEY_F13, KEY_F14,
                                 KEY_F15, KEY_F16, KEY_F17, KEY_F18, KEY_F19, KEY_F20};

@@ -27,12 +27,16 @@ protected:
   bool isInFront(xcb_window_t window, xcb_window_t other) {
     return isActive(window) && driver().stackingPlace(window) > driver().stackingPlace(other);
   }
-  // A click that hits this window and no other. A window manager holds clicks back until it has looked at them.
+  // A click that hits this window and no other. A window manager holds clicks back until it has looked at
+  // them.
   void clickOnOther() {
     driver().clickAt(320, 270);
     ++m_clicks;
-    const auto arrived = [&] { return std::ranges::count(m_other->program().lines(), "release 1") == m_clicks; };
-    while (!arrived()) driver().sync();
+    const auto arrived = [&] {
+      return std::ranges::count(m_other->program().lines(), "release 1") == m_clicks;
+    };
+    while (!arrived())
+      driver().sync();
   }
 
   std::unique_ptr<OtherClient> m_earlier, m_other;
@@ -116,7 +120,8 @@ TEST_P(WindowActivationTest, AClickOnAWindowOfOursDoesNotCount) {
   const xcb_window_t menu = xcb_generate_id(driver().xcb());
   const std::uint32_t overrideRedirect = 1;
   xcb_create_window(driver().xcb(), XCB_COPY_FROM_PARENT, menu, driver().root(), 600, 500, 100, 100, 0,
-                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT, &overrideRedirect);
+                    XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, XCB_CW_OVERRIDE_REDIRECT,
+                    &overrideRedirect);
   xcb_map_window(driver().xcb(), menu);
   driver().sync();
   const std::uint64_t mark = windows().summonMark();
@@ -160,7 +165,8 @@ TEST_P(DesktopsTest, ActivatingOpensAMinimizedWindow) {
   }));
   EXPECT_TRUE(isListed(m_other->window())) << "a minimized program still runs";
   EXPECT_TRUE(windows().activate(m_other->window()));
-  EXPECT_TRUE(iterateUntil([&] { return driver().isViewable(m_other->window()) && isActive(m_other->window()); }));
+  EXPECT_TRUE(
+      iterateUntil([&] { return driver().isViewable(m_other->window()) && isActive(m_other->window()); }));
 }
 
 TEST_P(DesktopsTest, ActivatingGoesToTheWindowsDesktopAndRestoringDoesNot) {
@@ -168,7 +174,8 @@ TEST_P(DesktopsTest, ActivatingGoesToTheWindowsDesktopAndRestoringDoesNot) {
   const auto desktopOf = [&](xcb_window_t window) { return driver().numbers(window, "_NET_WM_DESKTOP"); };
   const std::vector<std::uint32_t> first = {0}, second = {1};
   driver().askManager(driver().root(), "_NET_NUMBER_OF_DESKTOPS", {2});
-  ASSERT_TRUE(iterateUntil([&] { return driver().numbers(driver().root(), "_NET_NUMBER_OF_DESKTOPS").at(0) == 2; }));
+  ASSERT_TRUE(
+      iterateUntil([&] { return driver().numbers(driver().root(), "_NET_NUMBER_OF_DESKTOPS").at(0) == 2; }));
   driver().askManager(m_other->window(), "_NET_WM_DESKTOP", {1, 2});
   ASSERT_TRUE(iterateUntil([&] { return desktopOf(m_other->window()) == second && shown() == first; }));
 
@@ -182,43 +189,6 @@ TEST_P(DesktopsTest, WithAllWindowsGoneNoneIsActiveAfterAMoment) {
   m_other.reset();
   EXPECT_TRUE(iterateUntil([&] { return ids().empty() && !windows().activeWindow(); }))
       << ids().size() << " windows, active " << windows().activeWindow().value_or(0);
-}
-
-class ActiveWindowTest : public WindowsTest {};
-
-TEST_F(ActiveWindowTest, NoneThatPassesIsNotNoticedAndNoneThatLastsIs) {
-  startWindowManager("openbox");
-  const auto program = programAt(50, 100);
-  ASSERT_TRUE(iterateUntil([&] { return isActive(program->window()); }));
-  const auto say = [&](xcb_window_t window) {
-    driver().setNumbers(driver().root(), "_NET_ACTIVE_WINDOW", "WINDOW", {window});
-    connection().drain();
-  };
-  say(XCB_NONE);
-  EXPECT_TRUE(isActive(program->window()));
-  say(program->window());
-  EXPECT_TRUE(isActive(program->window()));
-  say(XCB_NONE);
-  EXPECT_TRUE(iterateUntil([&] { return !windows().activeWindow(); }));
-  say(program->window());
-  EXPECT_TRUE(isActive(program->window()));
-}
-
-TEST_F(ActiveWindowTest, AWindowThatIsGoneIsNotActiveThoughTheWindowManagerNamesIt) {
-  startWindowManager("openbox");
-  const auto program = programAt(50, 100);
-  ASSERT_TRUE(iterateUntil([&] { return isActive(program->window()); }));
-  driver().setNumbers(driver().root(), "_NET_ACTIVE_WINDOW", "WINDOW", {0x7FFFFFF});
-  EXPECT_EQ(windows().activeWindow(), std::nullopt);
-}
-
-TEST_F(ActiveWindowTest, WithoutAWindowManagerItIsTheOneThatHoldsTheFocus) {
-  EXPECT_EQ(windows().activeWindow(), std::nullopt);
-  const auto program = programAt(50, 100);
-  EXPECT_EQ(windows().activeWindow(), std::nullopt);
-  xcb_set_input_focus(driver().xcb(), XCB_INPUT_FOCUS_PARENT, program->window(), XCB_CURRENT_TIME);
-  driver().sync();
-  EXPECT_TRUE(isActive(program->window()));
 }
 
 } // namespace

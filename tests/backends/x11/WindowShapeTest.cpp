@@ -7,7 +7,8 @@ namespace {
 
 int areaOf(const std::vector<DeviceRect>& rectangles) {
   int area = 0;
-  for (const auto& rect : rectangles) area += rect.width * rect.height;
+  for (const auto& rect : rectangles)
+    area += rect.width * rect.height;
   return area;
 }
 

@@ -29,6 +29,12 @@ protected:
     X11Test::TearDown();
   }
 
+  // What is done from here on happens after the server has taken it over.
+  void setEnabled(EventTap& tap, bool enabled) {
+    tap.setEnabled(enabled);
+    m_taps->drain();
+  }
+
   std::unique_ptr<Connection> m_connection;
   std::unique_ptr<RawPointer> m_pointer;
   std::unique_ptr<X11EventTaps> m_taps;
@@ -44,14 +50,13 @@ TEST_F(X11EventTapsTest, NothingComesFromTheServerWhileNoTapIsEnabled) {
   m_taps->drain();
   EXPECT_EQ(m_events, 0);
 
-  m_up->setEnabled(true);
-  m_moved->setEnabled(true);
+  setEnabled(*m_up, true);
+  setEnabled(*m_moved, true);
   driver().clickAt(120, 100);
   m_taps->drain();
   EXPECT_GT(m_events, 0);
-  m_up->setEnabled(false);
-  m_moved->setEnabled(false);
-  m_taps->drain(); // the server knows
+  setEnabled(*m_up, false);
+  setEnabled(*m_moved, false);
   m_events = m_releases = 0;
   driver().clickAt(100, 100);
   m_taps->drain();
@@ -60,7 +65,7 @@ TEST_F(X11EventTapsTest, NothingComesFromTheServerWhileNoTapIsEnabled) {
 }
 
 TEST_F(X11EventTapsTest, TheMouseUpTapAloneGetsReleasesOnly) {
-  m_up->setEnabled(true);
+  setEnabled(*m_up, true);
   driver().moveTo(100, 100);
   driver().moveTo(200, 200);
   driver().pressButton(kPrimary);
@@ -75,7 +80,7 @@ TEST_F(X11EventTapsTest, TheMouseUpTapAloneGetsReleasesOnly) {
 TEST_F(X11EventTapsTest, AReleaseAnywhereIsToldFromTheMainLoop) {
   const auto other = otherClient({"--at", "100", "100", "--window"});
   ASSERT_TRUE(iterateUntil([&] { return driver().isViewable(other->window()); }));
-  m_up->setEnabled(true);
+  setEnabled(*m_up, true);
   driver().clickAt(150, 150);
   EXPECT_TRUE(iterateUntil([&] { return m_releases == 1; }));
   EXPECT_TRUE(iterateUntil([&] { return other->program().hasWritten("release 1"); })) << "it only listens";
@@ -84,18 +89,19 @@ TEST_F(X11EventTapsTest, AReleaseAnywhereIsToldFromTheMainLoop) {
 }
 
 TEST_F(X11EventTapsTest, OtherButtonsAndTheWheelAreNoRelease) {
-  m_up->setEnabled(true);
-  for (const std::uint8_t button : {kMiddle, kSecondary, kWheelUp, std::uint8_t{5}, kBack}) driver().click(button);
+  setEnabled(*m_up, true);
+  for (const std::uint8_t button : {kMiddle, kSecondary, kWheelUp, std::uint8_t{5}, kBack})
+    driver().click(button);
   m_taps->drain();
   EXPECT_EQ(m_releases, 0);
 }
 
 TEST_F(X11EventTapsTest, ALeftHandersPrimaryButtonIsTheOtherOne) {
-  m_up->setEnabled(true);
+  setEnabled(*m_up, true);
   const std::uint8_t leftHanded[] = {3, 2, 1, 4, 5, 6, 7, 8, 9, 10};
   const auto set = [&](const std::uint8_t* mapping) {
-    return ownReply(xcb_set_pointer_mapping_reply(driver().xcb(), xcb_set_pointer_mapping(driver().xcb(), 10, mapping),
-                                                  nullptr))
+    return ownReply(xcb_set_pointer_mapping_reply(
+                        driver().xcb(), xcb_set_pointer_mapping(driver().xcb(), 10, mapping), nullptr))
         ->status;
   };
   ASSERT_EQ(set(leftHanded), XCB_MAPPING_STATUS_SUCCESS);
@@ -116,21 +122,22 @@ TEST_F(X11EventTapsTest, ALeftHandersPrimaryButtonIsTheOtherOne) {
 TEST_F(X11EventTapsTest, EventsComeDuringAnotherProgramsGrabOfThePointer) {
   const auto other = otherClient({"--window", "--grab-pointer"});
   ASSERT_TRUE(other->program().hasWritten("pointer grabbed"));
-  m_up->setEnabled(true);
-  m_moved->setEnabled(true);
+  setEnabled(*m_up, true);
+  setEnabled(*m_moved, true);
   driver().clickAt(300, 300);
   EXPECT_TRUE(iterateUntil([&] { return m_releases == 1; }));
   EXPECT_GE(m_movements, 1);
 }
 
 TEST_F(X11EventTapsTest, EveryMovementIsTold) {
-  m_moved->setEnabled(true);
-  for (int step = 1; step <= 5; ++step) driver().moveTo(100 + step * 10, 100);
+  setEnabled(*m_moved, true);
+  for (int step = 1; step <= 5; ++step)
+    driver().moveTo(100 + step * 10, 100);
   EXPECT_TRUE(iterateUntil([&] { return m_movements == 5; }));
 }
 
 TEST_F(X11EventTapsTest, MovementsWithAButtonHeldAreADragAndLeftOut) {
-  m_moved->setEnabled(true);
+  setEnabled(*m_moved, true);
   for (const std::uint8_t button : {kPrimary, kMiddle, kSecondary, kBack}) {
     driver().pressButton(button);
     driver().moveTo(100 + button, 100);
@@ -144,7 +151,7 @@ TEST_F(X11EventTapsTest, MovementsWithAButtonHeldAreADragAndLeftOut) {
 }
 
 TEST_F(X11EventTapsTest, OneOfTwoHeldButtonsIsStillADrag) {
-  m_moved->setEnabled(true);
+  setEnabled(*m_moved, true);
   driver().pressButton(kPrimary);
   driver().pressButton(kSecondary);
   driver().releaseButton(kPrimary);
@@ -159,7 +166,7 @@ TEST_F(X11EventTapsTest, OneOfTwoHeldButtonsIsStillADrag) {
 
 TEST_F(X11EventTapsTest, AButtonThatWasHeldBeforeTheTapWasEnabledIsADragToo) {
   driver().pressButton(kSecondary);
-  m_moved->setEnabled(true);
+  setEnabled(*m_moved, true);
   driver().moveTo(300, 300);
   m_taps->drain();
   EXPECT_EQ(m_movements, 0);
@@ -170,7 +177,7 @@ TEST_F(X11EventTapsTest, AButtonThatWasHeldBeforeTheTapWasEnabledIsADragToo) {
 }
 
 TEST_F(X11EventTapsTest, TurningTheWheelIsNoDrag) {
-  m_moved->setEnabled(true);
+  setEnabled(*m_moved, true);
   driver().pressButton(kWheelUp);
   driver().moveTo(300, 300);
   driver().releaseButton(kWheelUp);
@@ -179,7 +186,7 @@ TEST_F(X11EventTapsTest, TurningTheWheelIsNoDrag) {
 }
 
 TEST_F(X11EventTapsTest, DrainingLetsTheTapHandleAReleaseThatHasHappened) {
-  m_up->setEnabled(true);
+  setEnabled(*m_up, true);
   driver().click(kPrimary);
   EXPECT_EQ(m_releases, 0);
   m_taps->drain();
@@ -187,8 +194,9 @@ TEST_F(X11EventTapsTest, DrainingLetsTheTapHandleAReleaseThatHasHappened) {
 }
 
 TEST_F(X11EventTapsTest, ATapThatIsGoneListensNoMore) {
-  m_up->setEnabled(true);
+  setEnabled(*m_up, true);
   m_up.reset();
+  m_taps->drain();
   driver().click(kPrimary);
   m_taps->drain();
   EXPECT_EQ(m_events, 0);
@@ -201,7 +209,7 @@ TEST_F(X11EventTapsTest, ATapMayBeDisabledFromItsOwnCallback) {
     ++releases;
     tap->setEnabled(false);
   });
-  tap->setEnabled(true);
+  setEnabled(*tap, true);
   driver().click(kPrimary);
   driver().click(kPrimary);
   m_taps->drain();
@@ -227,7 +235,8 @@ TEST_F(X11EventTapsTest, TouchesComeFromTheGivenSource) {
   X11EventTaps taps(*m_pointer, {.makeTap =
                                      [&](TouchHandlers handlers) {
                                        given = std::move(handlers);
-                                       return m_pointer ? X11EventTaps(*m_pointer).makeMouseUpTap({}) : nullptr;
+                                       return m_pointer ? X11EventTaps(*m_pointer).makeMouseUpTap({})
+                                                        : nullptr;
                                      },
                                  .isTrusted = {}});
   int magnified = 0;

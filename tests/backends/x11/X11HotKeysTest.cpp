@@ -1,12 +1,10 @@
 #include "backends/x11/X11HotKeys.h"
 
-#include "backends/x11/EscapeGrab.h"
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "support/KeyboardGroup.h"
 #include "support/X11Test.h"
 
 #include <linux/input-event-codes.h>
-
 
 namespace orbel::test {
 namespace {
@@ -26,7 +24,8 @@ protected:
     ASSERT_TRUE(m_connection);
     m_grabs = std::make_unique<PassiveKeyGrabs>(*m_connection);
     m_hotKeys = std::make_unique<X11HotKeys>(*m_grabs);
-    m_handler = m_hotKeys->installHandler([this](HotKeyIdentity identity) { m_pressed.push_back(identity.number); });
+    m_handler =
+        m_hotKeys->installHandler([this](HotKeyIdentity identity) { m_pressed.push_back(identity.number); });
   }
   void TearDown() override {
     m_handler.reset();
@@ -240,7 +239,8 @@ TEST_F(X11HotKeysTest, GrabsFollowAModifierThatMovesToAnotherBit) {
   const auto hotKey = registerSpace(kCommand, 1);
   ASSERT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_4));
   // Super moves from Mod4 to Mod3 and Num Lock from Mod2 to Mod4.
-  const std::uint8_t superLeft = 133, numLock = 77, altLeft = 64, shiftLeft = 50, capsLock = 66, controlLeft = 37;
+  const std::uint8_t superLeft = 133, numLock = 77, altLeft = 64, shiftLeft = 50, capsLock = 66,
+                     controlLeft = 37;
   const std::uint8_t keys[8] = {shiftLeft, capsLock, controlLeft, altLeft, 0, superLeft, numLock, 0};
   const auto reply = ownReply(xcb_set_modifier_mapping_reply(
       driver().xcb(), xcb_set_modifier_mapping(driver().xcb(), 1, keys), nullptr));
@@ -248,7 +248,8 @@ TEST_F(X11HotKeysTest, GrabsFollowAModifierThatMovesToAnotherBit) {
 
   settle();
   EXPECT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_3)) << "the grab has not moved";
-  EXPECT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_3 | XCB_MOD_MASK_4)) << "no variant for the new Num Lock";
+  EXPECT_FALSE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_3 | XCB_MOD_MASK_4))
+      << "no variant for the new Num Lock";
   EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_2)) << "nothing of ours is left behind";
 }
 
@@ -258,7 +259,8 @@ TEST_F(X11HotKeysTest, AGrabThatCannotFollowIsLoggedAndComesBack) {
   const auto setSuper = [&](std::size_t modifier) {
     std::uint8_t keys[8] = {50, 66, 37, 64, 77, 0, 0, 0};
     keys[modifier] = 133;
-    ownReply(xcb_set_modifier_mapping_reply(driver().xcb(), xcb_set_modifier_mapping(driver().xcb(), 1, keys), nullptr));
+    ownReply(xcb_set_modifier_mapping_reply(driver().xcb(), xcb_set_modifier_mapping(driver().xcb(), 1, keys),
+                                            nullptr));
   };
   setSuper(5);
   settle();
@@ -279,54 +281,6 @@ TEST_F(X11HotKeysTest, AnotherProgramsKeyboardGrabKeepsHotKeysSilentAndNothingBr
   driver().sync();
   driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
   EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1}); }));
-}
-
-TEST_F(X11HotKeysTest, EscapeIsGrabbedWhileEnabledWhateverTheLocksAre) {
-  int escapes = 0;
-  EscapeGrab escape(*m_grabs, [&] { ++escapes; });
-  driver().tapKey(KEY_ESC);
-  settle();
-  EXPECT_EQ(escapes, 0);
-  escape.setEnabled(true);
-  EXPECT_TRUE(escape.isEnabled());
-  driver().tapKey(KEY_ESC);
-  EXPECT_TRUE(iterateUntil([&] { return escapes == 1; }));
-  driver().tapKey(KEY_CAPSLOCK);
-  driver().tapKey(KEY_NUMLOCK);
-  driver().tapKey(KEY_ESC);
-  EXPECT_TRUE(iterateUntil([&] { return escapes == 2; }));
-  driver().tapKeys({KEY_LEFTSHIFT, KEY_ESC});
-  settle();
-  EXPECT_EQ(escapes, 2) << "Escape alone is meant";
-  escape.setEnabled(false);
-  driver().tapKey(KEY_ESC);
-  settle();
-  EXPECT_EQ(escapes, 2);
-}
-
-TEST_F(X11HotKeysTest, TheEscapeGrabSilencesNeitherHotKeysNorTyping) {
-  int escapes = 0;
-  EscapeGrab escape(*m_grabs, [&] { ++escapes; });
-  escape.setEnabled(true);
-  const auto hotKey = registerSpace(kOption, 1);
-  const auto other = otherClient({"--window"});
-  ASSERT_TRUE(iterateUntil([&] { return driver().isViewable(other->window()); }));
-  xcb_set_input_focus(driver().xcb(), XCB_INPUT_FOCUS_PARENT, other->window(), XCB_CURRENT_TIME);
-  driver().sync();
-  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
-  driver().tapKey(KEY_A);
-  driver().tapKey(KEY_ESC);
-  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1}) && escapes == 1; }));
-  EXPECT_TRUE(iterateUntil([&] { return other->program().hasWritten("key " + std::to_string(KEY_A + 8)); }));
-  EXPECT_FALSE(other->program().hasWritten("key " + std::to_string(KEY_ESC + 8)));
-}
-
-TEST_F(X11HotKeysTest, AnEscapeThatAnotherProgramHoldsLeavesTheGrabOffAndLogsIt) {
-  ASSERT_TRUE(driver().grabKey(KEY_ESC, 0));
-  EscapeGrab escape(*m_grabs, [] {});
-  escape.setEnabled(true);
-  EXPECT_FALSE(escape.isEnabled());
-  EXPECT_TRUE(hasLogged("another program holds key 1"));
 }
 
 TEST_F(X11HotKeysTest, WhenTheGrabsGoEverythingIsFreeAndLateRegistrationsAreHarmless) {

@@ -53,7 +53,8 @@ TEST_P(X11TopLevelWindowsTest, TheOrderIsThatOfTheFirstMappingAndOutlastsRaising
   driver().raise(first->window());
   raiseItself(second->window());
   const auto fourth = programAt(10, 300);
-  const std::vector<std::uint64_t> expected = {first->window(), second->window(), third->window(), fourth->window()};
+  const std::vector<std::uint64_t> expected = {first->window(), second->window(), third->window(),
+                                               fourth->window()};
   EXPECT_EQ(ids(), expected);
 }
 
@@ -111,7 +112,9 @@ TEST_P(X11TopLevelWindowsTest, ANewTitleIsThereWhenAskedForAndWakesNobody) {
 TEST_P(X11TopLevelWindowsTest, ATitleOfOldTimesIsConvertedAndABrokenOneMended) {
   const auto client = otherClient({"--window"});
   ASSERT_TRUE(iterateUntil([&] { return isListed(client->window()); }));
-  driver().setText(client->window(), "WM_NAME", "STRING", "Gr\xFC\xDF" "e");
+  driver().setText(client->window(), "WM_NAME", "STRING",
+                   "Gr\xFC\xDF"
+                   "e");
   EXPECT_TRUE(iterateUntil([&] { return window(client->window())->title == "Grüße"; }));
   driver().setText(client->window(), "_NET_WM_NAME", "UTF8_STRING", "bad \xFF title");
   EXPECT_TRUE(iterateUntil([&] { return window(client->window())->title == "bad \uFFFD title"; }));
@@ -134,7 +137,8 @@ TEST_P(X11TopLevelWindowsTest, AWindowFromAnotherMachineHasNoProcess) {
 TEST_P(X11TopLevelWindowsTest, WhereTheServerCannotTellTheStatedProcessOfThisMachineCounts) {
   std::array<char, 256> host{};
   gethostname(host.data(), host.size() - 1);
-  const OtherClient local("127.0.0.1" + display(), {"--stated-pid", "4711", "--machine", host.data(), "--window"});
+  const OtherClient local("127.0.0.1" + display(),
+                          {"--stated-pid", "4711", "--machine", host.data(), "--window"});
   ASSERT_TRUE(iterateUntil([&] { return isListed(local.window()); }));
   EXPECT_EQ(window(local.window())->processIdentifier, 4711);
 }
@@ -171,7 +175,8 @@ TEST_P(X11TopLevelWindowsTest, WhatATaskbarDoesNotListIsNotNormal) {
 
 TEST_P(X11TopLevelWindowsTest, AWindowThatLeavesTheTaskbarIsNoLongerNormal) {
   const auto client = programAt(10, 50);
-  driver().setNumbers(client->window(), "_NET_WM_STATE", "ATOM", {driver().atom("_NET_WM_STATE_SKIP_TASKBAR")});
+  driver().setNumbers(client->window(), "_NET_WM_STATE", "ATOM",
+                      {driver().atom("_NET_WM_STATE_SKIP_TASKBAR")});
   EXPECT_TRUE(iterateUntil([&] { return !window(client->window())->isNormal; }));
 }
 
@@ -212,7 +217,8 @@ TEST_P(X11TopLevelWindowsTest, ANewProgramWithTheWindowNumberOfTheLastOneIsAnoth
   const xcb_window_t number = earlier->window();
   ASSERT_TRUE(iterateUntil([&] { return isListed(number); }));
   earlier->program().kill();
-  ASSERT_TRUE(iterateUntil([&] { return !driver().exists(number); }) && iterateUntil([&] { return !isListed(number); }));
+  ASSERT_TRUE(iterateUntil([&] { return !driver().exists(number); }) &&
+              iterateUntil([&] { return !isListed(number); }));
   earlier.reset();
   const auto later = otherClient({"--class", "new", "New", "--window"});
   ASSERT_EQ(later->window(), number) << "the server has changed its habits, and this test must too";

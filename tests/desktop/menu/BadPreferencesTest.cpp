@@ -67,14 +67,6 @@ const std::vector<BadFile>& badFiles() {
   return files;
 }
 
-std::vector<std::filesystem::path> neighbours(const std::filesystem::path& file, const std::string& prefix) {
-  std::vector<std::filesystem::path> found;
-  for (const auto& entry : std::filesystem::directory_iterator(file.parent_path())) {
-    if (entry.path().filename().string().starts_with(prefix)) found.push_back(entry.path());
-  }
-  return found;
-}
-
 class PreferencesTest : public MenuFixture {
 protected:
   // Without the shortcut, as the settings of a desktop would call it.
@@ -93,7 +85,7 @@ TEST_P(BadPreferencesTest, AreKeptAsideAndTheMenuStartsAfresh) {
   m_session.preferences().writeBytes(bad);
   startAgentAlone();
   EXPECT_TRUE(waitForLog("cannot be read"));
-  const auto aside = neighbours(file(), "preferences.plist.unreadable-");
+  const auto aside = filesBeside(file(), "preferences.plist.unreadable-");
   ASSERT_EQ(aside.size(), 1U);
   EXPECT_EQ(readFile(aside.front()), bad);
 
@@ -136,7 +128,7 @@ TEST_F(PreferencesTest, AFileThatGoesBadUnderTheRunningProgramLosesNothing) {
       waitFor([&] { return m_session.preferences().bytes() != "nonsense"; }, "the file is good again"));
   EXPECT_EQ(m_session.preferences().menuItems(), std::vector{StoredItem::core("Mail")});
   EXPECT_EQ(m_session.preferences().shortcut(), kControlAltSpace);
-  EXPECT_EQ(neighbours(file(), "preferences.plist.unreadable-").size(), 1U);
+  EXPECT_EQ(filesBeside(file(), "preferences.plist.unreadable-").size(), 1U);
   EXPECT_TRUE(summonAt(kPlace));
 }
 
@@ -148,7 +140,7 @@ TEST_F(PreferencesTest, ItemsThatCannotBeReadAreDroppedOnlyAfterACopyOfTheFileIs
   const std::vector expected{StoredItem::core("Mail"), StoredItem::core("Safari")};
   EXPECT_TRUE(
       waitFor([&] { return m_session.preferences().menuItems() == expected; }, "the list is rewritten"));
-  const auto copies = neighbours(file(), "preferences-");
+  const auto copies = filesBeside(file(), "preferences-");
   ASSERT_EQ(copies.size(), 1U);
   EXPECT_EQ(readFile(copies.front()), before);
 }
@@ -159,6 +151,7 @@ protected:
   void SetUp() override {
     std::filesystem::create_directories(file().parent_path());
     if (::geteuid() != 0) return;
+    m_executable = OrbelAgent::executable();
     const auto wrapper = m_session.home() / "unprivileged";
     writeFile(wrapper, "#!/bin/sh\nexec setpriv --bounding-set=-dac_override,-dac_read_search '" +
                            OrbelAgent::executable() + "'\n");
@@ -168,7 +161,11 @@ protected:
   void TearDown() override {
     std::filesystem::permissions(file().parent_path(), std::filesystem::perms::owner_all);
     PreferencesTest::TearDown();
+    if (m_executable) ::setenv("ORBELMENU_EXECUTABLE", m_executable->c_str(), 1);
   }
+
+private:
+  std::optional<std::string> m_executable;
 };
 
 TEST_F(PermissionTest, AFileThatMayNotBeReadIsLeftAloneAndReadOnceItMay) {

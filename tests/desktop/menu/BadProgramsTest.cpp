@@ -67,18 +67,26 @@ TEST_F(BadProgramsTest, AMissingProgramIsReportedOnAClick) {
   expectClickToLog("/nowhere/program");
 }
 
-TEST_F(BadProgramsTest, AnEntryThatVanishesWhileTheMenuIsOpenIsReportedAndStaysInTheList) {
+TEST_F(BadProgramsTest, AnEntryThatVanishesWhileTheMenuIsOpenIsReportedAndDroppedAfterACopyIsKept) {
   const InstalledProgram letters = installProgram("letters", {.title = "Letters"}, kOrange);
-  const std::vector items{letters.item(), StoredItem::core("Mail")};
-  startAgent(items);
+  startAgent({letters.item(), StoredItem::core("Mail")});
+  const std::string before = m_session.preferences().bytes();
   ASSERT_TRUE(summonAt(kPlace));
   m_session.entries().remove("letters");
   clickItem(0, 2);
   EXPECT_TRUE(waitForLog(letters.entry.string()));
   ASSERT_TRUE(waitUntilMenuHidden());
   EXPECT_EQ(letters.startCount(), 0);
+  EXPECT_EQ(m_session.preferences().bytes(), before);
+
+  // The next time the item cannot be found any more.
   ASSERT_TRUE(summonAt(kPlace));
-  EXPECT_EQ(m_session.preferences().menuItems(), items);
+  EXPECT_TRUE(
+      waitFor([&] { return m_session.preferences().menuItems() == std::vector{StoredItem::core("Mail")}; },
+              "the list is rewritten"));
+  const auto copies = filesBeside(m_session.preferences().path(), "preferences-");
+  ASSERT_EQ(copies.size(), 1U);
+  EXPECT_EQ(readFile(copies.front()), before);
 }
 
 TEST_F(BadProgramsTest, ABuiltInNameThatNothingPlaysIsReportedOnAClick) {

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <csignal>
 #include <numbers>
+#include <set>
 
 namespace orbel::desktop {
 
@@ -49,6 +50,19 @@ ScreenPoint itemCenter(const ScreenRect& menu, int index, int count) {
 
 double itemSideAtRest(const ScreenRect& menu, int count) {
   return std::min(radius(menu, count) * 2 * std::numbers::pi / count / kArcToSide, menu.width * kLargestItem);
+}
+
+int InstalledProgram::startCount() const {
+  const auto lines = log.linesOf("mapped");
+  return static_cast<int>(std::set<std::string>(lines.begin(), lines.end()).size());
+}
+
+std::vector<std::filesystem::path> filesBeside(const std::filesystem::path& file, const std::string& prefix) {
+  std::vector<std::filesystem::path> found;
+  for (const auto& entry : std::filesystem::directory_iterator(file.parent_path())) {
+    if (entry.path().filename().string().starts_with(prefix)) found.push_back(entry.path());
+  }
+  return found;
 }
 
 MenuFixture::MenuFixture(const DesktopSessionOptions& options) : m_session(options) {}

@@ -41,8 +41,12 @@ struct InstalledProgram {
   ClientLog log;
 
   StoredItem item() const { return StoredItem::application(title, entry.string()); }
-  int startCount() const { return log.count("mapped"); }
+  // A window manager that restarts maps a window anew; another start has another window.
+  int startCount() const;
 };
+
+// The files in the same folder whose names begin so.
+std::vector<std::filesystem::path> filesBeside(const std::filesystem::path& file, const std::string& prefix);
 
 class MenuFixture : public testing::Test {
 protected:

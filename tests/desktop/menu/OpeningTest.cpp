@@ -23,15 +23,17 @@ protected:
 };
 
 TEST_P(ProgramItemTest, AClickStartsTheProgramAndASecondOneBringsItsWindowForward) {
+  constexpr int kItems = 4;
   const InstalledProgram letters = installProgram("letters", {.title = "Letters", .frame = kCorner}, kOrange);
   startAgent({StoredItem::core("Mail"), letters.item(), StoredItem::core("Finder")});
+  // It runs, too, and so is the fourth.
   const TestWindow cover(m_session, {.title = "Cover", .frame = {20, 60, 250, 250}, .color = {40, 80, 220}});
   ASSERT_TRUE(waitUntilActive(cover));
 
   ASSERT_TRUE(summonAt(kPlace));
-  pointAtItem(1, 3);
-  EXPECT_TRUE(
-      waitFor([&] { return hasColor(itemCenter(menuFrame().value(), 1, 3), kOrange); }, "its icon is seen"));
+  pointAtItem(1, kItems);
+  EXPECT_TRUE(waitFor([&] { return hasColor(itemCenter(menuFrame().value(), 1, kItems), kOrange); },
+                      "its icon is seen"));
   savePicture("pointed at");
   m_input.click();
   EXPECT_TRUE(waitFor([&] { return letters.startCount() == 1; }, "the program has started"));
@@ -48,7 +50,7 @@ TEST_P(ProgramItemTest, AClickStartsTheProgramAndASecondOneBringsItsWindowForwar
   m_windows.activate(cover.id());
   ASSERT_TRUE(waitUntilActive(cover));
   ASSERT_TRUE(summonAt(kPlace));
-  clickItem(1, 3);
+  clickItem(1, kItems);
   ASSERT_TRUE(waitUntilMenuHidden());
   EXPECT_TRUE(waitFor([&] { return isActive(*window) && m_windows.isAbove(*window, cover.id()); },
                       "its window is in front"));

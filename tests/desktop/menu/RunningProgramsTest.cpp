@@ -73,8 +73,11 @@ TEST_F(RunningProgramsTest, APinnedProgramHasADotWhileItRunsAndIsListedOnce) {
   ASSERT_TRUE(summonAt(kPlace));
   EXPECT_TRUE(waitForIcon(1, 3, kOrange));
   EXPECT_FALSE(hasDot(1, 3));
+  pressShortcut();
+  ASSERT_TRUE(waitUntilMenuHidden());
 
   const auto process = run(letters, kLettersWindow);
+  ASSERT_TRUE(summonAt(kPlace));
   EXPECT_TRUE(waitFor([&] { return hasDot(1, 3); }, "it has a dot"));
   EXPECT_TRUE(waitForIcon(1, 3, kOrange)); // three items as before, and in colour
   EXPECT_FALSE(hasDot(0, 3));

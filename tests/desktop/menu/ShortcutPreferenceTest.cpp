@@ -41,14 +41,14 @@ TEST_F(ShortcutPreferenceTest, AShortcutWrittenFromOutsideWorksAtOnceAndRemovedI
   pressShortcut();
   ASSERT_TRUE(waitUntilMenuHidden());
 
-  m_session.preferences().setShortcut({kF5KeyCode, kControlFlag | kOptionFlag});
+  m_session.preferences().setShortcut({kLetterJKeyCode, kControlFlag | kOptionFlag});
   EXPECT_TRUE(waitUntilFree(XK_space));
-  ASSERT_TRUE(pressUntilMenuShown({XK_Control_L, XK_Alt_L, XK_F5}));
+  ASSERT_TRUE(pressUntilMenuShown({XK_Control_L, XK_Alt_L, XK_j}));
   m_input.typeKey(XK_Escape);
   ASSERT_TRUE(waitUntilMenuHidden());
 
   m_session.preferences().remove("GlobalShortcut");
-  EXPECT_TRUE(waitUntilFree(XK_F5));
+  EXPECT_TRUE(waitUntilFree(XK_j));
 }
 
 TEST_F(ShortcutPreferenceTest, AFileWrittenOverInPlaceAndInTheBinaryFormIsNoticedToo) {
@@ -73,8 +73,8 @@ TEST_F(ShortcutPreferenceTest, AShortcutThatAnotherProgramHoldsIsReportedAndTake
   holder.reset();
 
   m_session.preferences().remove("GlobalShortcut");
-  m_session.preferences().setShortcut({kF5KeyCode, kControlFlag | kOptionFlag});
-  ASSERT_TRUE(pressUntilMenuShown({XK_Control_L, XK_Alt_L, XK_F5}));
+  m_session.preferences().setShortcut({kLetterJKeyCode, kControlFlag | kOptionFlag});
+  ASSERT_TRUE(pressUntilMenuShown({XK_Control_L, XK_Alt_L, XK_j}));
   m_input.typeKey(XK_Escape);
   ASSERT_TRUE(waitUntilMenuHidden());
   m_session.preferences().setShortcut(kControlAltSpace);

@@ -24,6 +24,7 @@ protected:
     constexpr int kUnlikeWallpaper = 24;
     for (int distance = kFar; distance > 0; --distance) {
       const ScreenPoint point{place.x + direction.x * distance, place.y + direction.y * distance};
+      if (!m_session.screen().bounds().contains(point)) continue;
       if (difference(m_session.screen().pixel(point), Wallpaper::colorAt(point)) > kUnlikeWallpaper)
         return distance;
     }

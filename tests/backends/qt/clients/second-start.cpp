@@ -9,8 +9,14 @@ int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
   orbel::SingleInstance instance({});
   switch (instance.start()) {
-  case orbel::SingleInstance::Role::first: std::puts("first"); break;
-  case orbel::SingleInstance::Role::second: std::puts("second"); break;
-  case orbel::SingleInstance::Role::alone: std::puts("alone"); break;
+  case orbel::SingleInstance::Role::first:
+    std::puts("first");
+    break;
+  case orbel::SingleInstance::Role::second:
+    std::puts("second");
+    break;
+  case orbel::SingleInstance::Role::alone:
+    std::puts("alone");
+    break;
   }
 }

@@ -8,7 +8,9 @@ namespace orbel::test {
 
 namespace {
 constexpr int kXKeyCodeOffset = 8;
-std::uint8_t keyCode(std::uint16_t evdevCode) { return static_cast<std::uint8_t>(evdevCode + kXKeyCodeOffset); }
+std::uint8_t keyCode(std::uint16_t evdevCode) {
+  return static_cast<std::uint8_t>(evdevCode + kXKeyCodeOffset);
+}
 } // namespace
 
 Driver::Driver(const std::string& display) : m_connection(xcb_connect(display.c_str(), nullptr)) {
@@ -16,7 +18,9 @@ Driver::Driver(const std::string& display) : m_connection(xcb_connect(display.c_
   m_screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
 }
 
-Driver::~Driver() { xcb_disconnect(m_connection); }
+Driver::~Driver() {
+  xcb_disconnect(m_connection);
+}
 
 void Driver::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::int16_t y) {
   xcb_test_fake_input(m_connection, type, detail, XCB_CURRENT_TIME, XCB_NONE, x, y, 0);
@@ -27,18 +31,30 @@ void Driver::sync() {
   ownReply(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }
 
-void Driver::pressKey(std::uint16_t evdevCode) { fake(XCB_KEY_PRESS, keyCode(evdevCode)); }
-void Driver::releaseKey(std::uint16_t evdevCode) { fake(XCB_KEY_RELEASE, keyCode(evdevCode)); }
-
-void Driver::tapKey(std::uint16_t evdevCode) { tapKeys({evdevCode}); }
-
-void Driver::tapKeys(const std::vector<std::uint16_t>& evdevCodes) {
-  for (const std::uint16_t code : evdevCodes) pressKey(code);
-  for (auto code = evdevCodes.rbegin(); code != evdevCodes.rend(); ++code) releaseKey(*code);
+void Driver::pressKey(std::uint16_t evdevCode) {
+  fake(XCB_KEY_PRESS, keyCode(evdevCode));
+}
+void Driver::releaseKey(std::uint16_t evdevCode) {
+  fake(XCB_KEY_RELEASE, keyCode(evdevCode));
 }
 
-void Driver::pressButton(std::uint8_t button) { fake(XCB_BUTTON_PRESS, button); }
-void Driver::releaseButton(std::uint8_t button) { fake(XCB_BUTTON_RELEASE, button); }
+void Driver::tapKey(std::uint16_t evdevCode) {
+  tapKeys({evdevCode});
+}
+
+void Driver::tapKeys(const std::vector<std::uint16_t>& evdevCodes) {
+  for (const std::uint16_t code : evdevCodes)
+    pressKey(code);
+  for (auto code = evdevCodes.rbegin(); code != evdevCodes.rend(); ++code)
+    releaseKey(*code);
+}
+
+void Driver::pressButton(std::uint8_t button) {
+  fake(XCB_BUTTON_PRESS, button);
+}
+void Driver::releaseButton(std::uint8_t button) {
+  fake(XCB_BUTTON_RELEASE, button);
+}
 
 void Driver::click(std::uint8_t button) {
   pressButton(button);
@@ -85,7 +101,8 @@ void Driver::setNumbers(xcb_window_t window, const char* property, const char* t
 }
 
 std::vector<std::uint32_t> Driver::numbers(xcb_window_t window, const char* property) {
-  const auto cookie = xcb_get_property(m_connection, 0, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
+  const auto cookie =
+      xcb_get_property(m_connection, 0, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
   const auto reply = ownReply(xcb_get_property_reply(m_connection, cookie, nullptr));
   if (!reply || reply->format != 32) return {};
   const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
@@ -106,12 +123,13 @@ void Driver::askManager(xcb_window_t window, const char* type, const std::vector
 }
 
 bool Driver::exists(xcb_window_t window) {
-  return ownReply(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr)) != nullptr;
+  return ownReply(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr)) !=
+         nullptr;
 }
 
 bool Driver::isViewable(xcb_window_t window) {
-  const auto attributes = ownReply(
-      xcb_get_window_attributes_reply(m_connection, xcb_get_window_attributes(m_connection, window), nullptr));
+  const auto attributes = ownReply(xcb_get_window_attributes_reply(
+      m_connection, xcb_get_window_attributes(m_connection, window), nullptr));
   return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
@@ -129,7 +147,8 @@ int Driver::stackingPlace(xcb_window_t window) {
     if (tree->parent == root()) break;
     window = tree->parent;
   }
-  const auto tree = ownReply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, root()), nullptr));
+  const auto tree =
+      ownReply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, root()), nullptr));
   const xcb_window_t* first = xcb_query_tree_children(tree.get());
   const xcb_window_t* last = first + xcb_query_tree_children_length(tree.get());
   return static_cast<int>(std::find(first, last, window) - first);

@@ -5,13 +5,13 @@
 namespace orbel::test {
 
 namespace {
-constexpr gint64 kPatience = 15 * G_USEC_PER_SEC;
 constexpr guint kLookAgain = 2; // milliseconds: a condition may depend on another process
 } // namespace
 
-bool iterateUntil(const std::function<bool()>& condition) {
-  const gint64 deadline = g_get_monotonic_time() + kPatience;
-  const guint wake = g_timeout_add(kLookAgain, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
+bool iterateUntil(const std::function<bool()>& condition, std::chrono::seconds patience) {
+  const gint64 deadline = g_get_monotonic_time() + patience.count() * G_USEC_PER_SEC;
+  const guint wake = g_timeout_add(
+      kLookAgain, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
   bool holds = condition();
   while (!holds && g_get_monotonic_time() < deadline) {
     g_main_context_iteration(nullptr, TRUE);

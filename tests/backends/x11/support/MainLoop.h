@@ -1,12 +1,17 @@
 // Runs the GLib main loop until something has happened; a test never waits for time to pass.
 #pragma once
 
+#include <chrono>
 #include <functional>
 
 namespace orbel::test {
 
-// True as soon as the condition holds, false when it has not come to hold within 15 seconds.
-[[nodiscard]] bool iterateUntil(const std::function<bool()>& condition);
+// Far beyond what anything here takes, so that a busy machine fails no test.
+inline constexpr std::chrono::seconds kPatience{30};
+
+// True as soon as the condition holds, false when it has not come to hold by then.
+[[nodiscard]] bool iterateUntil(const std::function<bool()>& condition,
+                                std::chrono::seconds patience = kPatience);
 // Runs the loop until nothing is left to do at once.
 void iterateWhatIsPending();
 

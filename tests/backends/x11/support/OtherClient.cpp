@@ -9,7 +9,8 @@ namespace orbel::test {
 namespace {
 std::vector<std::string> commandFor(const std::vector<std::string>& options) {
   std::vector<std::string> command = {ORBEL_TEST_CLIENT};
-  for (const std::string& option : options) command.push_back(option);
+  for (const std::string& option : options)
+    command.push_back(option);
   return command;
 }
 } // namespace
@@ -20,7 +21,8 @@ OtherClient::OtherClient(const std::string& display, const std::vector<std::stri
       !m_program.hasWritten("ready"))
     throw std::runtime_error("the test client does not start");
   for (const std::string& line : m_program.lines())
-    if (line.starts_with("window ")) m_windows.push_back(static_cast<xcb_window_t>(std::stoul(line.substr(7))));
+    if (line.starts_with("window "))
+      m_windows.push_back(static_cast<xcb_window_t>(std::stoul(line.substr(7))));
 }
 
 } // namespace orbel::test

@@ -22,9 +22,11 @@ Program::Program(std::vector<std::string> command, const std::map<std::string, s
     prctl(PR_SET_PDEATHSIG, SIGKILL);
     dup2(output[1], STDOUT_FILENO);
     dup2(input[0], STDIN_FILENO);
-    for (const auto& [name, value] : environment) setenv(name.c_str(), value.c_str(), 1);
+    for (const auto& [name, value] : environment)
+      setenv(name.c_str(), value.c_str(), 1);
     std::vector<char*> words;
-    for (std::string& word : command) words.push_back(word.data());
+    for (std::string& word : command)
+      words.push_back(word.data());
     words.push_back(nullptr);
     execvp(words.front(), words.data());
     _exit(127);
@@ -83,6 +85,8 @@ const std::vector<std::string>& Program::lines() {
   return m_lines;
 }
 
-bool Program::hasWritten(const std::string& line) { return std::ranges::find(lines(), line) != lines().end(); }
+bool Program::hasWritten(const std::string& line) {
+  return std::ranges::find(lines(), line) != lines().end();
+}
 
 } // namespace orbel::test

@@ -1,5 +1,5 @@
-// A program that a test runs. It leads a process group of its own, dies with the test, and its standard output is read
-// line by line. Main thread only.
+// A program that a test runs. It leads a process group of its own, dies with the test, and its standard
+// output is read line by line. Main thread only.
 #pragma once
 
 #include <map>

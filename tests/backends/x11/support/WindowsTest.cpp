@@ -28,7 +28,8 @@ void WindowsTest::makeWindows() {
 
 std::vector<std::uint64_t> WindowsTest::ids() {
   std::vector<std::uint64_t> all;
-  for (const TopLevelWindow& one : windows().windows()) all.push_back(one.id);
+  for (const TopLevelWindow& one : windows().windows())
+    all.push_back(one.id);
   return all;
 }
 
@@ -39,8 +40,8 @@ std::optional<TopLevelWindow> WindowsTest::window(std::uint64_t id) {
 }
 
 std::unique_ptr<OtherClient> WindowsTest::programAt(int x, int y) {
-  auto program = otherClient({"--title", "program", "--class", "program", "Program", "--at", std::to_string(x),
-                              std::to_string(y), "--window"});
+  auto program = otherClient({"--title", "program", "--class", "program", "Program", "--at",
+                              std::to_string(x), std::to_string(y), "--window"});
   EXPECT_TRUE(iterateUntil([&] { return isListed(program->window()); }));
   return program;
 }

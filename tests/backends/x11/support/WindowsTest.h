@@ -28,7 +28,8 @@ protected:
   std::optional<TopLevelWindow> window(std::uint64_t id);
   bool isListed(std::uint64_t id) { return window(id).has_value(); }
   bool isActive(std::uint64_t id) { return windows().activeWindow() == id; }
-  // A program with one window of 200 by 150 pixels there, which is listed, and active where a window manager does that.
+  // A program with one window of 200 by 150 pixels there, which is listed, and active where a window manager
+  // does that.
   std::unique_ptr<OtherClient> programAt(int x, int y);
   // The window takes the focus as if its own program had asked for it.
   void raiseItself(xcb_window_t window);

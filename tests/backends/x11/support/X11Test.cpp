@@ -10,7 +10,8 @@ namespace orbel::test {
 
 namespace {
 
-// Focusing and raising on a click exist only as bindings; the keys of the default settings would take combinations.
+// Focusing and raising on a click exist only as bindings; the keys of the default settings would take
+// combinations.
 constexpr const char* kOpenboxSettings = R"(<?xml version="1.0" encoding="UTF-8"?>
 <openbox_config xmlns="http://openbox.org/3.4/rc">
   <focus><focusNew>yes</focusNew><focusLast>yes</focusLast></focus>
@@ -25,12 +26,14 @@ constexpr const char* kOpenboxSettings = R"(<?xml version="1.0" encoding="UTF-8"
 } // namespace
 
 void X11Test::SetUp() {
-  m_earlierSink = Log::setSink([this](Log::Severity, const std::string& message) { m_log.push_back(message); });
+  m_earlierSink =
+      Log::setSink([this](Log::Severity, const std::string& message) { m_log.push_back(message); });
   m_folder = makeFolder();
-  // TCP so that a program can be one of another machine; -noreset, or the server forgets all with its last client.
-  m_server = std::make_unique<Program>(
-      std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0", "1000x800x24", "-noreset", "-listen", "tcp"},
-      std::map<std::string, std::string>{});
+  // TCP so that a program can be one of another machine; -noreset, or the server forgets all with its last
+  // client.
+  m_server = std::make_unique<Program>(std::vector<std::string>{"Xvfb", "-displayfd", "1", "-screen", "0",
+                                                                "1000x800x24", "-noreset", "-listen", "tcp"},
+                                       std::map<std::string, std::string>{});
   ASSERT_TRUE(iterateUntil([this] { return !m_server->lines().empty() || !m_server->isRunning(); }));
   ASSERT_FALSE(m_server->lines().empty()) << "Xvfb does not start";
   m_display = ":" + m_server->lines().front();
@@ -72,25 +75,38 @@ void X11Test::startWindowManager(const std::string& name) {
   }
   if (name == "xfwm4") command = {"dbus-run-session", "--", "xfwm4", "--compositor=off"};
   if (name == "kwin_x11") command = {"dbus-run-session", "--", "kwin_x11"};
-  m_windowManager = std::make_unique<Program>(std::move(command),
-                                              std::map<std::string, std::string>{{"DISPLAY", m_display},
-                                                                                 {"HOME", m_folder},
-                                                                                 {"XDG_CONFIG_HOME", m_folder},
-                                                                                 {"XDG_CACHE_HOME", m_folder},
-                                                                                 {"XDG_RUNTIME_DIR", m_folder}});
-  // Announcing itself is not yet serving: a window that is framed and listed tells.
-  const OtherClient probe(m_display, {"--title", "probe", "--window"});
-  ASSERT_TRUE(iterateUntil([&] {
-    const auto listed = m_driver->numbers(m_driver->root(), "_NET_CLIENT_LIST");
-    return std::ranges::find(listed, probe.window()) != listed.end();
-  })) << name
-      << " does not manage windows";
+  m_windowManager = std::make_unique<Program>(
+      std::move(command), std::map<std::string, std::string>{{"DISPLAY", m_display},
+                                                             {"HOME", m_folder},
+                                                             {"XDG_CONFIG_HOME", m_folder},
+                                                             {"XDG_CACHE_HOME", m_folder},
+                                                             {"XDG_RUNTIME_DIR", m_folder}});
+  // Announcing itself is not yet serving: a window manager that is still starting forgets windows that come
+  // meanwhile.
+  const auto isAnnounced = [this] {
+    const auto named = m_driver->numbers(m_driver->root(), "_NET_SUPPORTING_WM_CHECK");
+    return named.size() == 1 && m_driver->numbers(named[0], "_NET_SUPPORTING_WM_CHECK") == named;
+  };
+  ASSERT_TRUE(iterateUntil(isAnnounced)) << name << " does not start";
+  bool isServing = false;
+  for (int attempt = 0; attempt < 10 && !isServing; ++attempt) {
+    const OtherClient probe(m_display, {"--title", "probe", "--window"});
+    const auto isListed = [&] {
+      const auto listed = m_driver->numbers(m_driver->root(), "_NET_CLIENT_LIST");
+      return std::ranges::find(listed, probe.window()) != listed.end();
+    };
+    isServing = iterateUntil(isListed, std::chrono::seconds(3));
+  }
+  ASSERT_TRUE(isServing) << name << " does not manage windows";
 }
 
-void X11Test::stopWindowManager() { m_windowManager.reset(); }
+void X11Test::stopWindowManager() {
+  m_windowManager.reset();
+}
 
 bool X11Test::hasLogged(const std::string& part) const {
-  return std::ranges::any_of(m_log, [&](const std::string& line) { return line.find(part) != std::string::npos; });
+  return std::ranges::any_of(m_log,
+                             [&](const std::string& line) { return line.find(part) != std::string::npos; });
 }
 
 } // namespace orbel::test

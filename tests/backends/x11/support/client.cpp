@@ -1,10 +1,12 @@
-// Another program, for tests: makes windows as it is told on the command line, says on standard output what happens to
-// them, and stays until its windows are closed or it is ended.
+// Another program, for tests: makes windows as it is told on the command line, says on standard output what
+// happens to them, and stays until its windows are closed or it is ended.
 //
-//   --title TEXT  --class INSTANCE CLASS  --at X Y  --stated-pid N  --machine NAME  --type ATOM  --transient-for ID
+//   --title TEXT  --class INSTANCE CLASS  --at X Y  --stated-pid N  --machine NAME  --type ATOM
+//   --transient-for ID
 //   --skip-taskbar  --override-redirect  --ignores-close  --no-input  --unmapped    describe the next window
 //   --window                                                                        makes it
-//   --grab-pointer  --grab-keyboard                                                 once the windows are there
+//   --grab-pointer  --grab-keyboard                                                 once the windows are
+//   there
 //   --commands   reads lines: "map ID", "unmap ID", "destroy ID"
 #include <cstdint>
 #include <cstdio>
@@ -76,11 +78,14 @@ private:
   }
   static void say(const std::string& line) { std::cout << line << std::endl; }
 
-  void sync() { std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr)); }
+  void sync() {
+    std::free(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+  }
 
   xcb_atom_t atom(const std::string& name) {
     auto* reply = xcb_intern_atom_reply(
-        m_connection, xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()), nullptr);
+        m_connection, xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str()),
+        nullptr);
     const xcb_atom_t result = reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
     std::free(reply);
     return result;
@@ -90,7 +95,8 @@ private:
                         static_cast<std::uint32_t>(text.size()), text.data());
   }
   void setNumber(xcb_window_t window, const char* property, const char* type, std::uint32_t value) {
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, atom(property), atom(type), 32, 1, &value);
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, atom(property), atom(type), 32, 1,
+                        &value);
   }
 
   void makeWindow(const Description& description) {
@@ -98,13 +104,13 @@ private:
     const std::uint32_t values[] = {m_screen->white_pixel, description.overridesRedirect ? 1U : 0U,
                                     XCB_EVENT_MASK_KEY_PRESS | XCB_EVENT_MASK_BUTTON_PRESS |
                                         XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_FOCUS_CHANGE};
-    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_screen->root, description.x, description.y, 200,
-                      150, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
+    xcb_create_window(m_connection, XCB_COPY_FROM_PARENT, window, m_screen->root, description.x,
+                      description.y, 200, 150, 0, XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT,
                       XCB_CW_BACK_PIXEL | XCB_CW_OVERRIDE_REDIRECT | XCB_CW_EVENT_MASK, values);
     // The place was chosen by the user, so that no window manager chooses another.
     const std::uint32_t placed[18] = {1, 0, 0, 0, 0};
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS,
-                        32, 18, placed);
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_NORMAL_HINTS,
+                        XCB_ATOM_WM_SIZE_HINTS, 32, 18, placed);
     if (!description.title.empty()) setText(window, "_NET_WM_NAME", "UTF8_STRING", description.title);
     if (!description.className.empty())
       setText(window, "WM_CLASS", "STRING",
@@ -112,13 +118,14 @@ private:
     if (!description.machine.empty()) setText(window, "WM_CLIENT_MACHINE", "STRING", description.machine);
     if (description.statedPid != 0) setNumber(window, "_NET_WM_PID", "CARDINAL", description.statedPid);
     if (!description.type.empty()) setNumber(window, "_NET_WM_WINDOW_TYPE", "ATOM", atom(description.type));
-    if (description.transientFor != 0) setNumber(window, "WM_TRANSIENT_FOR", "WINDOW", description.transientFor);
+    if (description.transientFor != 0)
+      setNumber(window, "WM_TRANSIENT_FOR", "WINDOW", description.transientFor);
     if (description.skipsTaskbar)
       setNumber(window, "_NET_WM_STATE", "ATOM", atom("_NET_WM_STATE_SKIP_TASKBAR"));
     if (description.takesClose) setNumber(window, "WM_PROTOCOLS", "ATOM", atom("WM_DELETE_WINDOW"));
     const std::uint32_t hints[9] = {1, description.takesInput ? 1U : 0U};
-    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, 32, 9,
-                        hints);
+    xcb_change_property(m_connection, XCB_PROP_MODE_REPLACE, window, XCB_ATOM_WM_HINTS, XCB_ATOM_WM_HINTS, 32,
+                        9, hints);
     if (description.isMapped) xcb_map_window(m_connection, window);
     m_windows.insert(window);
     say("window " + std::to_string(window));
@@ -127,8 +134,9 @@ private:
   void grabPointer() {
     auto* reply = xcb_grab_pointer_reply(
         m_connection,
-        xcb_grab_pointer(m_connection, 0, m_screen->root, XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE,
-                         XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
+        xcb_grab_pointer(m_connection, 0, m_screen->root,
+                         XCB_EVENT_MASK_BUTTON_PRESS | XCB_EVENT_MASK_BUTTON_RELEASE, XCB_GRAB_MODE_ASYNC,
+                         XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME),
         nullptr);
     say(reply && reply->status == XCB_GRAB_STATUS_SUCCESS ? "pointer grabbed" : "pointer not grabbed");
     std::free(reply);
@@ -177,7 +185,8 @@ private:
     case XCB_FOCUS_IN:
       say("focus " + std::to_string(reinterpret_cast<const xcb_focus_in_event_t&>(event).event));
       return;
-    default: return;
+    default:
+      return;
     }
   }
 
@@ -209,4 +218,6 @@ private:
 
 } // namespace
 
-int main(int count, char** words) { return Client().run(count, words); }
+int main(int count, char** words) {
+  return Client().run(count, words);
+}

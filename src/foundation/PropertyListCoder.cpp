@@ -47,31 +47,31 @@ Encoded listOfOne(Node node) {
   return encoded(list.get(), &plist_to_bin);
 }
 
-// The marker and the eight last bytes of an integer or a date as the binary form writes them. The library's
-// own accessors tell neither an integer beyond 63 bits from a negative one nor the sign of a date's fraction.
-struct WrittenScalar {
-  std::uint8_t marker = 0;
-  std::uint64_t bits = 0;
-};
-WrittenScalar written(plist_t scalar) {
-  constexpr std::size_t kScalar = 10; // behind the header and the two bytes of a list of one
-  const auto [bytes, length] = listOfOne(Node(plist_copy(scalar)));
-  WrittenScalar result;
-  if (length <= kScalar) return result;
-  result.marker = static_cast<std::uint8_t>(bytes.get()[kScalar]);
-  const std::size_t size = std::size_t{1} << (result.marker & 0x0F);
-  for (std::size_t index = 1; index <= size && kScalar + index < length; ++index) {
-    result.bits = result.bits << 8 | static_cast<std::uint8_t>(bytes.get()[kScalar + index]);
-  }
-  return result;
+// The library hands out the same 64 bits for a negative integer and for one beyond 63 bits, but compares how
+// many bytes they came in: 16 for the latter, 8 for every other and for a new one.
+bool isBeyondSigned(plist_t integer, std::uint64_t bits) {
+  if (bits >> 63 == 0) return false;
+  const Node ordinary(plist_new_uint(bits));
+  return plist_compare_node_value(integer, ordinary.get()) == 0;
 }
 
 PropertyList integerFrom(plist_t node) {
   std::uint64_t bits = 0;
   plist_get_uint_val(node, &bits);
-  constexpr std::uint8_t kSixteenBytes = 0x14; // how integers beyond 63 bits are written
-  if (bits >> 63 != 0 && written(node).marker == kSixteenBytes) return static_cast<double>(bits);
+  if (isBeyondSigned(node, bits)) return static_cast<double>(bits);
   return static_cast<std::int64_t>(bits);
+}
+
+// Taken from the binary form: the library's own accessor loses the sign of a fraction and all beyond 32 bits.
+PropertyList::Date dateFrom(plist_t node) {
+  constexpr std::size_t kDate = 11; // behind the header, the two bytes of a list of one and the date's marker
+  const auto [bytes, length] = listOfOne(Node(plist_copy(node)));
+  if (length < kDate + 8) return {};
+  std::uint64_t bits = 0;
+  for (std::size_t index = kDate; index < kDate + 8; ++index) {
+    bits = bits << 8 | static_cast<std::uint8_t>(bytes.get()[index]);
+  }
+  return {std::bit_cast<double>(bits)};
 }
 
 PropertyList uid(std::uint64_t number) {
@@ -139,7 +139,7 @@ PropertyList propertyListFrom(plist_t node) {
     return data;
   }
   case PLIST_DATE:
-    return PropertyList::Date{std::bit_cast<double>(written(node).bits)};
+    return dateFrom(node);
   case PLIST_UID:
     plist_get_uid_val(node, &length);
     return uid(length);

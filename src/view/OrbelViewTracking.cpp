@@ -47,8 +47,8 @@ void OrbelView::rest() {
 }
 
 OrbelView::TitleAnswer OrbelView::updateTitles(Point pointer) {
-  // The question may open the item at once; that may reload the view, and reloading tracks the pointer. To
-  // ask again from in there would open without end.
+  // The question may open the item at once, and that may bring up a dialog under which the pointer goes on
+  // moving. To ask again from in there would open again and again.
   if (m_askingForTitle) return TitleAnswer::itemsStand;
 
   const std::uint64_t reloads = m_reloads;
@@ -63,7 +63,7 @@ OrbelView::TitleAnswer OrbelView::updateTitles(Point pointer) {
       m_askingForTitle = true;
       const bool display = m_dataSource && m_dataSource->shouldDisplayTitle({section, position});
       m_askingForTitle = false;
-      // The reload has laid out the new items for the pointer already.
+      // A reload has laid out the new items for the pointer already.
       if (m_reloads != reloads) return TitleAnswer::itemsReplaced;
       display ? asked->showTitle() : asked->closeTitle();
     }

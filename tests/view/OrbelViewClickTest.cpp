@@ -57,6 +57,19 @@ TEST_F(OrbelViewClickTest, AReleaseSomewhereElseWithoutADragIsStillAClick) {
   EXPECT_EQ(controller.reports, Reports{"click 0-1"});
 }
 
+TEST_F(OrbelViewClickTest, APressAfterADragIsAClickAgain) {
+  fill({4});
+  press(centerOf(0, 1));
+  movePointer(onCircle(degrees(5)));
+  release();
+  controller.takeReports();
+  view->reloadData();
+  press(centerOf(0, 1));
+  EXPECT_FALSE(view->didDrag());
+  release();
+  EXPECT_EQ(controller.reports, Reports{"click 0-1"});
+}
+
 TEST_F(OrbelViewClickTest, AfterAClickTheCircleIsMagnifiedAgain) {
   view->setMagnifyItemsOnMouseOver(true);
   fill({8});

@@ -124,6 +124,11 @@ TEST_F(RestartTest, TheOpenMenuLosesNothingWhenTheCompositorEnds) {
   ASSERT_TRUE(summonAt(kPlace));
   m_session.windowManager().stop();
   ASSERT_FALSE(m_windows.hasCompositor());
+  // The square around the disc would be black now.
+  const auto menu = menuFrame().value();
+  const ScreenPoint corner{menu.x + 20, menu.y + 20};
+  EXPECT_TRUE(waitForResult([&] { return hasColor(corner, Wallpaper::colorAt(corner)); }, kPatience,
+                            "the corner is free"));
   EXPECT_TRUE(waitUntilMenuShown(kPlace));
   savePicture("after the compositor");
   m_input.typeKey(XK_Escape);

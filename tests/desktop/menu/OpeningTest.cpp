@@ -34,6 +34,8 @@ TEST_P(ProgramItemTest, AClickStartsTheProgramAndASecondOneBringsItsWindowForwar
   pointAtItem(1, kItems);
   EXPECT_TRUE(waitFor([&] { return hasColor(itemCenter(menuFrame().value(), 1, kItems), kOrange); },
                       "its icon is seen"));
+  // The menu and the title.
+  EXPECT_TRUE(waitFor([&] { return agent().menuWindows().size() == 2; }, "its title is seen"));
   savePicture("pointed at");
   m_input.click();
   EXPECT_TRUE(waitFor([&] { return letters.startCount() == 1; }, "the program has started"));

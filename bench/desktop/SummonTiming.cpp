@@ -14,10 +14,14 @@ constexpr int kReach = 190; // on both sides of the middle: inside every disc
 constexpr auto kPatienceForPicture = std::chrono::seconds(5);
 constexpr int kSettledPictures = 12; // equal ones in a row
 
-int changedPixels(const Picture& before, const Picture& after) {
+constexpr int kVisible = 8; // of 255: smaller differences are no change
+
+// Of the pixels that the window changes, those that are as they will stay.
+int finalPixels(const Picture& before, const Picture& now, const Picture& final) {
   int count = 0;
   for (int x = 0; x < before.width(); ++x) {
-    if (difference(before.at({x, 0}), after.at({x, 0})) > 8) ++count;
+    const bool changes = difference(before.at({x, 0}), final.at({x, 0})) > kVisible;
+    if (changes && difference(now.at({x, 0}), final.at({x, 0})) <= kVisible) ++count;
   }
   return count;
 }
@@ -77,10 +81,11 @@ double SummonTiming::halfPicture() {
   }
   release();
 
-  const int all = changedPixels(m_before, seen.back().second);
+  const Picture& final = seen.back().second;
+  const int all = finalPixels(m_before, final, final);
   double result = 0;
   for (const auto& [time, picture] : seen) {
-    if (2 * changedPixels(m_before, picture) < all) continue;
+    if (2 * finalPixels(m_before, picture, final) < all) continue;
     result = std::chrono::duration<double, std::milli>(time - start).count();
     break;
   }

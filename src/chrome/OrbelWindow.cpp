@@ -3,6 +3,8 @@
 #include "platform/Platform.h"
 #include "scene/Animation.h"
 
+#include <string>
+
 namespace orbel {
 
 namespace {
@@ -31,6 +33,13 @@ std::unique_ptr<Surface> makeSurface(SurfaceLevel level) {
 Color discColor(const Color& tint, bool blurred) {
   if (isWhite(tint)) return blurred ? Color::clear() : Color::white(1, kTintAlphaWithoutBlur);
   return tint.withAlpha(blurred ? kTintAlphaOverBlur : kTintAlphaWithoutBlur);
+}
+std::string rimKey(Size size, const Color& fill) {
+  std::string key = "rim";
+  for (const double value : {size.width, size.height, fill.red, fill.green, fill.blue, fill.alpha}) {
+    key += ' ' + std::to_string(value);
+  }
+  return key;
 }
 } // namespace
 
@@ -81,8 +90,10 @@ void OrbelWindow::setTintColor(const Color& color) {
 void OrbelWindow::updateMask() {
   const Size size = frame().size;
   const Rect disc = Rect({}, size).insetBy(kRimInset, kRimInset);
-  m_strokeView->setImage(Platform::current().graphics.drawnImage(
-      size, [disc, fill = discColor(m_tintColor, m_backgroundBlurred)](Canvas& canvas) {
+  const Color fill = discColor(m_tintColor, m_backgroundBlurred);
+  // An anti-aliased ring costs more than all icons.
+  m_strokeView->setImage(
+      Platform::current().graphics.keptImage(rimKey(size, fill), size, [disc, fill](Canvas& canvas) {
         canvas.fillEllipse(disc, fill);
         canvas.strokeEllipse(disc, Color::white(1), kRimWidth);
       }));

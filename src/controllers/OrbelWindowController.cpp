@@ -81,6 +81,8 @@ void OrbelWindowController::hideWindow(bool activateLastApp, bool force) {
     if (!force) return;
     closeCollection();
   }
+  // Hiding already: to begin the fade anew would only draw it out, click after click.
+  if (window().isFadingOut()) return;
   // The titles are windows of their own and would outlast the fade.
   orbelView().closeAllTitles();
   window().animateAlphaValue(0, [self = shared_from_this()] {

@@ -120,12 +120,14 @@ private:
   MenuItemPointer menuItem(ItemPath path) const; // empty for a place that does not exist
   std::optional<std::size_t> indexOf(const MenuItemPointer& item) const;
   std::size_t insertionIndex(std::int64_t position) const;
+  bool dotsHaveChanged() const;
   void openCollection(const std::shared_ptr<CollectionMenuItem>& collection);
   std::shared_ptr<RunningAppMenuItem> targetRunningApp() const;
   std::vector<MenuEntry> itemMenuEntries();
   std::function<void()> weakly(void (OrbelWindowController::*operation)());
 
   MenuItemList m_menuItems;
+  std::vector<bool> m_shownDots; // by position, as the view was last told
   StoredMenuItems m_store;
   RadialMenuWindow m_menuWindow;
   RunningApplicationPointer m_lastFrontmostApp;

@@ -77,7 +77,15 @@ void OrbelWindowController::reconcileRunningApplications() {
     if (application->activationPolicy() != ActivationPolicy::regular || !showsRunningApps) continue;
     m_menuItems.push_back(RunningAppMenuItem::withRunningApplication(application));
   }
-  if (removed > 0 || !fresh.empty()) orbelView().reloadData();
+  if (removed > 0 || !fresh.empty() || dotsHaveChanged()) orbelView().reloadData();
+}
+
+// A pinned program that starts or ends changes no entry, only its dot.
+bool OrbelWindowController::dotsHaveChanged() const {
+  for (std::size_t index = 0; index < m_shownDots.size() && index < m_menuItems.size(); ++index) {
+    if (m_shownDots[index] != m_menuItems[index]->isRunning()) return true;
+  }
+  return false;
 }
 
 void OrbelWindowController::persistItems() {
@@ -105,6 +113,8 @@ std::shared_ptr<OrbelItem> OrbelWindowController::item(ItemPath path) {
   auto view = std::make_shared<OrbelItem>(menuItem->image(), menuItem->name());
   view->setHighlighted(menuItem->isRunning());
   view->setHighlightColor(highlightColorOnTint(AppSettings::sharedInstance().windowTintColor()));
+  m_shownDots.resize(m_menuItems.size());
+  m_shownDots[static_cast<std::size_t>(path.position)] = view->highlighted();
   return view;
 }
 

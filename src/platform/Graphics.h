@@ -4,7 +4,11 @@
 #include "scene/Canvas.h"
 #include "scene/Image.h"
 
+#include <cstddef>
 #include <functional>
+#include <string>
+#include <utility>
+#include <vector>
 
 namespace orbel {
 
@@ -18,6 +22,14 @@ public:
 
   // An image whose content the drawing produces whenever pixels of a new size are needed.
   ImagePointer drawnImage(Size pointSize, std::function<void(Canvas&)> drawing);
+
+  // The same, kept under a key that names everything the drawing depends on, so that a window which is made
+  // anew for every show does not draw its decoration anew. The few that were made last are kept.
+  ImagePointer keptImage(const std::string& key, Size pointSize, std::function<void(Canvas&)> drawing);
+
+private:
+  static constexpr std::size_t kKeptImages = 4;
+  std::vector<std::pair<std::string, ImagePointer>> m_kept; // oldest first
 };
 
 } // namespace orbel

@@ -137,6 +137,14 @@ TEST_F(OrbelWindowControllerTest, AfterTheFadeOutTheWindowIsOrderedOutAndTheDisa
   EXPECT_EQ(announced, 1);
 }
 
+TEST_F(OrbelWindowControllerTest, HidingAgainDuringTheFadeOutDoesNotDrawItOut) {
+  shown().hideWindow(true);
+  platform.runLoop.advance(0.1);
+  controller().hideWindow(true);
+  platform.runLoop.advance(0.07);
+  EXPECT_FALSE(surface().shown);
+}
+
 TEST_F(OrbelWindowControllerTest, AShowDuringTheFadeOutTakesTheMenuBack) {
   int announced = 0;
   const auto observation = NotificationCenter::defaultCenter().observe(
@@ -194,6 +202,17 @@ TEST_F(OrbelWindowControllerTest, AProgramThatStartsOrEndsWhileTheMenuIsOpenCome
   platform.workspace.terminate(7);
   EXPECT_EQ(names(), (Names{"Mail", "Terminal"}));
   EXPECT_EQ(storedNames(), Names{"Mail"});
+}
+
+TEST_F(OrbelWindowControllerTest, APinnedProgramThatStartsOrEndsWhileTheMenuIsOpenGetsAndLosesItsDot) {
+  store({storedApp("/apps/editor.desktop", "Editor"), storedCore("Mail")});
+  shown();
+  const auto dot = [&] { return controller().orbelView().sections().item(at(0))->highlighted(); };
+  EXPECT_FALSE(dot());
+  platform.workspace.launch(7, "Editor", "/apps/editor.desktop");
+  EXPECT_TRUE(dot());
+  platform.workspace.terminate(7);
+  EXPECT_FALSE(dot());
 }
 
 TEST_F(OrbelWindowControllerTest, AProgramWithoutAnOrdinaryWindowNeverAppears) {

@@ -83,7 +83,10 @@ bool FileIcons::hasIcon(const DesktopEntry& entry) const {
 }
 
 ImagePointer FileIcons::imageNamed(const std::string& name) {
-  return m_loader.hasOwnPicture(name) ? image({"", {}, name}) : nullptr;
+  const auto kept = m_ownPictures.find(name);
+  if (kept != m_ownPictures.end()) return kept->second;
+  if (!m_loader.hasOwnPicture(name)) return nullptr;
+  return m_ownPictures[name] = image({"", {}, name});
 }
 
 ImagePointer FileIcons::image(Source source) {

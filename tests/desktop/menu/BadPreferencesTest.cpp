@@ -6,6 +6,7 @@
 
 #include <cstdlib>
 #include <functional>
+#include <ostream>
 #include <unistd.h>
 
 using namespace orbel::desktop;
@@ -17,6 +18,8 @@ constexpr ScreenPoint kPlace{640, 500};
 struct BadFile {
   std::string name;
   std::function<std::string()> bytes;
+
+  friend std::ostream& operator<<(std::ostream& stream, const BadFile& file) { return stream << file.name; }
 };
 
 std::string goodFile() {

@@ -52,8 +52,8 @@ struct OrbelWindow::Fade {
 };
 
 OrbelWindow::OrbelWindow(SurfaceLevel level)
-    : m_surface(makeSurface(level)),
-      m_tree(*this, Platform::current().runLoop, Platform::current().windows.prefersReducedMotion()),
+    : m_surface(makeSurface(level)), m_reducedMotion(Platform::current().windows.prefersReducedMotion()),
+      m_tree(*this, Platform::current().runLoop, m_reducedMotion),
       m_strokeView(std::make_shared<BezelView>(Rect({}, kInitialFrame.size))),
       m_backgroundBlurred(m_surface->supportsBackdropBlur()) {
   m_strokeView->setAutoresizing(Autoresizing::fillsSuperview);
@@ -108,7 +108,7 @@ void OrbelWindow::animateAlphaValue(double alpha, std::function<void()> completi
   RunLoop& runLoop = Platform::current().runLoop;
   m_fade =
       std::make_shared<Fade>(Fade{alphaValue(), alpha, runLoop.clock().now(), std::move(completion), {}});
-  if (Platform::current().windows.prefersReducedMotion()) {
+  if (m_reducedMotion) {
     m_surface->setAlpha(alpha);
     runLoop.after(0, [this, fade = std::weak_ptr(m_fade)] {
       if (fade.lock()) stepFade();

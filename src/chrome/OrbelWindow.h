@@ -78,6 +78,7 @@ private:
   struct Fade;
 
   std::unique_ptr<Surface> m_surface;
+  bool m_reducedMotion; // the user's wish when the window was made; a window lives for one show
   ViewTree m_tree;
   std::shared_ptr<BezelView> m_strokeView;
   bool m_backgroundBlurred;

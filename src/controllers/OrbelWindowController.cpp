@@ -19,7 +19,8 @@ OrbelWindowController::~OrbelWindowController() {
 
 std::shared_ptr<OrbelWindowController> OrbelWindowController::create() {
   std::shared_ptr<OrbelWindowController> controller(new OrbelWindowController());
-  CompanionToolkit::start();
+  // Ahead of its use, but not ahead of the menu: starting a program would delay the picture.
+  Platform::current().runLoop.after(0, [] { CompanionToolkit::start(); });
   controller->connect();
   return controller;
 }

@@ -20,9 +20,11 @@ TEST_F(OrbelWindowControllerTest, IsMadeTransparentAndOffTheScreenWithoutItems) 
 
 TEST_F(OrbelWindowControllerTest, TheCompanionIsStartedAheadOnlyWhereSomethingOpensItsUrls) {
   controller();
+  platform.runLoop.runDue();
   EXPECT_TRUE(platform.workspace.actions.empty());
   platform.workspace.urlHandlers["orbelmenu-toolkit"] = "/toolkit.desktop";
   const auto other = OrbelWindowController::create();
+  platform.runLoop.runDue();
   EXPECT_EQ(platform.workspace.actions, Names{"openUrl orbelmenu-toolkit:"});
   EXPECT_TRUE(other->toolkitAvailable());
 }

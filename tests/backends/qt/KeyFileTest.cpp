@@ -26,7 +26,7 @@ TEST_F(KeyFileTest, ReadsValuesOfTheirGroupWithoutBlanksAndQuotes) {
   EXPECT_EQ(file.value("Other", "Name"), QString());
 }
 
-TEST_F(KeyFileTest, KeepsGroupsWhosNamesHaveSlashesApart) {
+TEST_F(KeyFileTest, KeepsGroupsWhoseNamesHaveSlashesApart) {
   const KeyFile file = read("[16x16/apps]\nSize=16\n[16x16@2/apps]\nSize=17\n");
   EXPECT_EQ(file.value("16x16/apps", "Size"), "16");
   EXPECT_EQ(file.value("16x16@2/apps", "Size"), "17");

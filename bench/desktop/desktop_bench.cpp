@@ -114,7 +114,9 @@ void magnifying(const char* name, const char* scale, double limit) {
   timing.halfPicture(); // loads the icons
   session.input().typeCombination(kShortcut);
   const ScreenPoint middle = session.screen().bounds().center();
-  const ScreenRect watched{middle.x - 250, middle.y - 250, 500, 500};
+  // All of the menu that lies on the screen.
+  const int reach = 300 * std::stoi(scale);
+  const ScreenRect watched{middle.x - reach, middle.y - reach, 2 * reach, 2 * reach};
   Picture last = session.screen().capture(watched);
   const ProcessCost before = ProcessCost::of(agent.pid());
   for (int step = 0; step < kSteps; ++step) {

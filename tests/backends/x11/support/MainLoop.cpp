@@ -8,8 +8,8 @@ namespace {
 constexpr guint kLookAgain = 2; // milliseconds: a condition may depend on another process
 } // namespace
 
-bool iterateUntil(const std::function<bool()>& condition, std::chrono::seconds patience) {
-  const gint64 deadline = g_get_monotonic_time() + patience.count() * G_USEC_PER_SEC;
+bool iterateUntil(const std::function<bool()>& condition, std::chrono::milliseconds patience) {
+  const gint64 deadline = g_get_monotonic_time() + patience.count() * 1000;
   const guint wake = g_timeout_add(
       kLookAgain, [](gpointer) -> gboolean { return G_SOURCE_CONTINUE; }, nullptr);
   bool holds = condition();

@@ -7,11 +7,11 @@
 namespace orbel::test {
 
 // Far beyond what anything here takes, so that a busy machine fails no test.
-inline constexpr std::chrono::seconds kPatience{30};
+inline constexpr std::chrono::milliseconds kPatience{30000};
 
 // True as soon as the condition holds, false when it has not come to hold by then.
 [[nodiscard]] bool iterateUntil(const std::function<bool()>& condition,
-                                std::chrono::seconds patience = kPatience);
+                                std::chrono::milliseconds patience = kPatience);
 // Runs the loop until nothing is left to do at once.
 void iterateWhatIsPending();
 

@@ -46,25 +46,31 @@ Program::~Program() {
 }
 
 bool Program::isRunning() {
-  reap(WNOHANG);
+  lookForEnd(WNOHANG);
   return !m_hasEnded;
 }
 
 std::optional<int> Program::exitStatus() {
-  reap(WNOHANG);
+  lookForEnd(WNOHANG);
   return m_exitStatus;
 }
 
 void Program::kill() {
+  if (m_isBuried) return;
   ::kill(-m_process, SIGKILL); // also what it left behind
-  reap(0);
+  lookForEnd(0);
+  waitpid(m_process, nullptr, 0);
+  m_isBuried = true;
 }
 
-void Program::reap(int options) {
-  int status = 0;
-  if (m_hasEnded || waitpid(m_process, &status, options) != m_process) return;
+// Leaves the ended process unburied: its number, which is the group's, then goes to no other process.
+void Program::lookForEnd(int options) {
+  siginfo_t end{};
+  if (m_hasEnded || waitid(P_PID, static_cast<id_t>(m_process), &end, WEXITED | WNOWAIT | options) != 0)
+    return;
+  if (end.si_pid != m_process) return; // still running
   m_hasEnded = true;
-  if (WIFEXITED(status)) m_exitStatus = WEXITSTATUS(status);
+  if (end.si_code == CLD_EXITED) m_exitStatus = end.si_status;
 }
 
 void Program::writeLine(const std::string& line) {

@@ -29,12 +29,13 @@ public:
   bool hasWritten(const std::string& line);
 
 private:
-  void reap(int options);
+  void lookForEnd(int options);
 
   pid_t m_process = -1;
   int m_output = -1;
   int m_input = -1;
   bool m_hasEnded = false;
+  bool m_isBuried = false;
   std::optional<int> m_exitStatus;
   std::string m_rest;
   std::vector<std::string> m_lines;

@@ -89,13 +89,13 @@ void X11Test::startWindowManager(const std::string& name) {
   };
   ASSERT_TRUE(iterateUntil(isAnnounced)) << name << " does not start";
   bool isServing = false;
-  for (int attempt = 0; attempt < 10 && !isServing; ++attempt) {
+  for (int attempt = 0; attempt < 100 && !isServing; ++attempt) {
     const OtherClient probe(m_display, {"--title", "probe", "--window"});
     const auto isListed = [&] {
       const auto listed = m_driver->numbers(m_driver->root(), "_NET_CLIENT_LIST");
       return std::ranges::find(listed, probe.window()) != listed.end();
     };
-    isServing = iterateUntil(isListed, std::chrono::seconds(3));
+    isServing = iterateUntil(isListed, std::chrono::milliseconds(300));
   }
   ASSERT_TRUE(isServing) << name << " does not manage windows";
 }

@@ -10,8 +10,8 @@ PREFIX ?= /usr/local
 DESTDIR ?=
 # One job a core; memory is no limit for this project.
 JOBS ?= $(shell nproc)
-# Desktop tests run real window managers, which have races of their own: what fails is run once more, and ctest says so.
-REPEAT ?= --repeat until-pass:2
+# Desktop tests run real window managers, which have races of their own: what fails is run again, twice at the most, and ctest says so.
+REPEAT ?= --repeat until-pass:3
 
 .PHONY: run test build bench install format format-check tidy asan core clean
 run: build

@@ -5,31 +5,40 @@
 namespace orbel::test {
 namespace {
 
-class ActiveWindowTest : public WindowsTest {};
-
-TEST_F(ActiveWindowTest, NoneThatPassesIsNotNoticedAndNoneThatLastsIs) {
-  startWindowManager("openbox");
-  const auto program = programAt(50, 100);
-  ASSERT_TRUE(iterateUntil([&] { return isActive(program->window()); }));
-  const auto say = [&](xcb_window_t window) {
+class ActiveWindowTest : public WindowsTest {
+protected:
+  // What a window manager says, with no other program saying anything else meanwhile.
+  void beManager() {
+    const xcb_window_t own = xcb_generate_id(driver().xcb());
+    xcb_create_window(driver().xcb(), XCB_COPY_FROM_PARENT, own, driver().root(), -1, -1, 1, 1, 0,
+                      XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);
+    driver().setNumbers(own, "_NET_SUPPORTING_WM_CHECK", "WINDOW", {own});
+    driver().setNumbers(driver().root(), "_NET_SUPPORTING_WM_CHECK", "WINDOW", {own});
+  }
+  void sayActive(xcb_window_t window) {
     driver().setNumbers(driver().root(), "_NET_ACTIVE_WINDOW", "WINDOW", {window});
     connection().drain();
-  };
-  say(XCB_NONE);
+  }
+};
+
+TEST_F(ActiveWindowTest, NoneThatPassesIsNotNoticedAndNoneThatLastsIs) {
+  const auto program = programAt(50, 100);
+  beManager();
+  sayActive(program->window());
   EXPECT_TRUE(isActive(program->window()));
-  say(program->window());
+  sayActive(XCB_NONE);
   EXPECT_TRUE(isActive(program->window()));
-  say(XCB_NONE);
+  sayActive(program->window());
+  EXPECT_TRUE(isActive(program->window()));
+  sayActive(XCB_NONE);
   EXPECT_TRUE(iterateUntil([&] { return !windows().activeWindow(); }));
-  say(program->window());
+  sayActive(program->window());
   EXPECT_TRUE(isActive(program->window()));
 }
 
 TEST_F(ActiveWindowTest, AWindowThatIsGoneIsNotActiveThoughTheWindowManagerNamesIt) {
-  startWindowManager("openbox");
-  const auto program = programAt(50, 100);
-  ASSERT_TRUE(iterateUntil([&] { return isActive(program->window()); }));
-  driver().setNumbers(driver().root(), "_NET_ACTIVE_WINDOW", "WINDOW", {0x7FFFFFF});
+  beManager();
+  sayActive(0x7FFFFFF);
   EXPECT_EQ(windows().activeWindow(), std::nullopt);
 }
 

@@ -47,6 +47,9 @@ void OrbelView::rest() {
 }
 
 OrbelView::TitleAnswer OrbelView::updateTitles(Point pointer) {
+  // A click may have brought a menu up over this view and disabled it; the tracking that ends the click must
+  // not put a title on top of that menu.
+  if (!m_enabled) return TitleAnswer::itemsStand;
   // The question may open the item at once, and that may bring up a dialog under which the pointer goes on
   // moving. To ask again from in there would open again and again.
   if (m_askingForTitle) return TitleAnswer::itemsStand;

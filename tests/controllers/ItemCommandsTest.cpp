@@ -55,6 +55,14 @@ TEST_F(ItemCommandsTest, AClickOnACollectionOpensItsMenuAtThePointerAndDisablesT
   EXPECT_FALSE(controller().window().isFadingOut());
 }
 
+TEST_F(ItemCommandsTest, TheTitleOfAClickedCollectionDoesNotStandOverItsMenu) {
+  store({storedCollection("Work", {}), storedCore("Mail")});
+  shown();
+  platform.windows.click({500 + 122, 500});
+  EXPECT_NE(controller().collectionController(), nullptr);
+  EXPECT_TRUE(platform.windows.shownBubbles.empty());
+}
+
 TEST_F(ItemCommandsTest, InSwiftModeReachingACollectionOpensItsMenu) {
   store({storedCollection("Work", {storedCore("Mail")}), storedCore("Mail")});
   AppSettings::sharedInstance().setSwiftMode(true);

@@ -35,8 +35,7 @@ protected:
     const auto arrived = [&] {
       return std::ranges::count(m_other->program().lines(), "release 1") == m_clicks;
     };
-    while (!arrived())
-      driver().sync();
+    EXPECT_TRUE(waitUntil(arrived)) << testing::PrintToString(m_other->program().lines());
   }
 
   std::unique_ptr<OtherClient> m_earlier, m_other;

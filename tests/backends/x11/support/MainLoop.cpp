@@ -21,6 +21,15 @@ bool iterateUntil(const std::function<bool()>& condition, std::chrono::milliseco
   return holds;
 }
 
+bool waitUntil(const std::function<bool()>& condition) {
+  const gint64 deadline = g_get_monotonic_time() + std::chrono::microseconds(kPatience).count();
+  while (!condition()) {
+    if (g_get_monotonic_time() >= deadline) return false;
+    g_usleep(500);
+  }
+  return true;
+}
+
 void iterateWhatIsPending() {
   while (g_main_context_iteration(nullptr, FALSE)) {
   }

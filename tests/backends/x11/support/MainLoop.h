@@ -12,6 +12,8 @@ inline constexpr std::chrono::milliseconds kPatience{30000};
 // True as soon as the condition holds, false when it has not come to hold by then.
 [[nodiscard]] bool iterateUntil(const std::function<bool()>& condition,
                                 std::chrono::milliseconds patience = kPatience);
+// The same for what other programs do, with the loop standing still: nothing is dispatched meanwhile.
+[[nodiscard]] bool waitUntil(const std::function<bool()>& condition);
 // Runs the loop until nothing is left to do at once.
 void iterateWhatIsPending();
 

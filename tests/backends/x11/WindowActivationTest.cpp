@@ -105,7 +105,9 @@ TEST_P(WindowActivationTest, AClickBeforeTheMarkDoesNotCount) {
   windows().summonMark();
   clickOnOther();
   iterateWhatIsPending();
+  ASSERT_TRUE(iterateUntil([&] { return GetParam()[0] == '\0' || isActive(m_other->window()); }));
   raiseItself(m_earlier->window());
+  ASSERT_TRUE(iterateUntil([&] { return isActive(m_earlier->window()); }));
   const xcb_timestamp_t clicked = connection().serverTime();
   ASSERT_TRUE(iterateUntil([&] { return Connection::isLaterTime(connection().serverTime(), clicked); }));
   const std::uint64_t mark = windows().summonMark();

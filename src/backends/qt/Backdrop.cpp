@@ -15,7 +15,7 @@ QImage wrap(const std::uint32_t* pixels, int width, int height, QImage::Format f
 } // namespace
 
 Backdrop::Backdrop(DisplayServer* display) : m_display(display) {
-  if (display) m_snapshot = std::make_unique<RootSnapshot>(display->connection());
+  if (display) m_snapshot = std::make_unique<RootSnapshot>(display->connection(), display->sharedPixels());
 }
 
 void Backdrop::setRound(BackdropMaterial material, double inset) {
@@ -43,7 +43,7 @@ void Backdrop::prepare(const DeviceRect& frame, double scale,
     m_snapshot->release();
   } else {
     // Own windows are removed with the help of the old snapshot, so that one lives until then.
-    auto fresh = std::make_unique<RootSnapshot>(m_display->connection());
+    auto fresh = std::make_unique<RootSnapshot>(m_display->connection(), m_display->sharedPixels());
     if (fresh->capture(frame)) removeOwnWindows(*fresh);
     m_snapshot = std::move(fresh);
   }

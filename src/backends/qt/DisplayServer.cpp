@@ -33,8 +33,8 @@ DisplayServer::DisplayServer(const X11Parts& parts, xcb_connection_t* windowConn
                              std::function<void()> compositorChanged)
     : m_connection(parts.connection), m_pointer(parts.pointer), m_windowConnection(windowConnection),
       m_blur(parts.connection, windowConnection), m_shape(windowConnection),
-      m_stack(parts.connection, windowConnection), m_settings(parts.connection),
-      m_compositor(parts.connection, std::move(compositorChanged)) {}
+      m_stack(parts.connection, windowConnection), m_sharedPixels(parts.connection),
+      m_settings(parts.connection), m_compositor(parts.connection, std::move(compositorChanged)) {}
 
 std::optional<QPoint> DisplayServer::pointerLocation() const {
   const auto reply = ownReply(xcb_query_pointer_reply(

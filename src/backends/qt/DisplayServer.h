@@ -7,6 +7,7 @@
 #include "backends/x11/CompositorWatch.h"
 #include "backends/x11/DesktopSettings.h"
 #include "backends/x11/PointerWatch.h"
+#include "backends/x11/SharedPixels.h"
 #include "backends/x11/WindowShape.h"
 #include "backends/x11/WindowStack.h"
 
@@ -49,6 +50,7 @@ public:
 
   BlurRegion& blur() { return m_blur; }
   WindowShape& shape() { return m_shape; }
+  SharedPixelsStore& sharedPixels() { return m_sharedPixels; }
   WindowStack& stack() { return m_stack; }
   const DesktopSettings& settings() const { return m_settings; }
 
@@ -62,6 +64,7 @@ private:
   BlurRegion m_blur;
   WindowShape m_shape;
   WindowStack m_stack;
+  SharedPixelsStore m_sharedPixels;
   DesktopSettings m_settings;
   CompositorWatch m_compositor;
 };

@@ -1,12 +1,13 @@
 #include "backends/x11/RootSnapshot.h"
 
 #include "backends/x11/Connection.h"
+#include "backends/x11/SharedPixels.h"
 #include "foundation/Log.h"
 
 #include <algorithm>
 #include <bit>
-#include <sys/ipc.h>
-#include <sys/shm.h>
+#include <utility>
+#include <xcb/shm.h>
 
 namespace orbel {
 
@@ -32,7 +33,8 @@ void spread(const std::uint32_t* packed, const DeviceRect& part, std::uint32_t* 
 }
 } // namespace
 
-RootSnapshot::RootSnapshot(Connection& connection) : m_connection(connection) {}
+RootSnapshot::RootSnapshot(Connection& connection, SharedPixelsStore& sharedPixels)
+    : m_connection(connection), m_sharedPixels(sharedPixels) {}
 
 RootSnapshot::~RootSnapshot() {
   release();
@@ -52,8 +54,9 @@ bool RootSnapshot::capture(const DeviceRect& rect) {
   const std::size_t total = area(rect) + (part == rect ? 0 : area(part));
   const std::size_t offset = part == rect ? 0 : area(rect);
   std::uint32_t* memory = nullptr;
-  if (attach(total) && readShared(part, offset)) {
-    memory = m_shared;
+  m_shared = m_sharedPixels.take(total);
+  if (m_shared && readShared(part, offset)) {
+    memory = m_shared->pixels();
   } else {
     release();
     m_copied = std::make_unique<std::uint32_t[]>(total);
@@ -84,12 +87,7 @@ void RootSnapshot::patchFrom(const RootSnapshot& older) {
 }
 
 void RootSnapshot::release() {
-  if (m_shared) {
-    xcb_shm_detach(m_connection.xcb(), m_segment);
-    m_connection.flush();
-    shmdt(m_shared);
-    m_shared = nullptr;
-  }
+  m_sharedPixels.giveBack(std::move(m_shared));
   m_copied.reset();
   m_pixels = nullptr;
 }
@@ -112,37 +110,13 @@ bool RootSnapshot::hasKnownPixels() const {
   return false;
 }
 
-bool RootSnapshot::attach(std::size_t pixelCount) {
-  xcb_connection_t* xcb = m_connection.xcb();
-  const auto* extension = xcb_get_extension_data(xcb, &xcb_shm_id);
-  if (!extension || !extension->present) return false;
-  const int identifier = shmget(IPC_PRIVATE, pixelCount * sizeof(std::uint32_t), IPC_CREAT | 0600);
-  if (identifier < 0) return false;
-  void* memory = shmat(identifier, nullptr, 0);
-  const bool mapped = memory != reinterpret_cast<void*>(-1);
-  bool attached = false;
-  if (mapped) {
-    m_segment = xcb_generate_id(xcb);
-    const auto error = ownReply(xcb_request_check(
-        xcb, xcb_shm_attach_checked(xcb, m_segment, static_cast<std::uint32_t>(identifier), 0)));
-    attached = !error;
-  }
-  // Goes with the last one who has it attached, so that nothing is left behind however the program ends.
-  shmctl(identifier, IPC_RMID, nullptr);
-  if (!attached) {
-    if (mapped) shmdt(memory);
-    return false;
-  }
-  m_shared = static_cast<std::uint32_t*>(memory);
-  return true;
-}
-
 bool RootSnapshot::readShared(const DeviceRect& part, std::size_t offset) {
   xcb_connection_t* xcb = m_connection.xcb();
-  const auto cookie = xcb_shm_get_image(
-      xcb, m_connection.root(), static_cast<std::int16_t>(part.x), static_cast<std::int16_t>(part.y),
-      static_cast<std::uint16_t>(part.width), static_cast<std::uint16_t>(part.height), ~0u,
-      XCB_IMAGE_FORMAT_Z_PIXMAP, m_segment, static_cast<std::uint32_t>(offset * sizeof(std::uint32_t)));
+  const auto cookie =
+      xcb_shm_get_image(xcb, m_connection.root(), static_cast<std::int16_t>(part.x),
+                        static_cast<std::int16_t>(part.y), static_cast<std::uint16_t>(part.width),
+                        static_cast<std::uint16_t>(part.height), ~0u, XCB_IMAGE_FORMAT_Z_PIXMAP,
+                        m_shared->segment(), static_cast<std::uint32_t>(offset * sizeof(std::uint32_t)));
   xcb_generic_error_t* error = nullptr;
   const auto reply = ownReply(xcb_shm_get_image_reply(xcb, cookie, &error));
   const auto owned = ownReply(error);

@@ -7,16 +7,17 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
-#include <xcb/shm.h>
 
 namespace orbel {
 
 class Connection;
+class SharedPixels;
+class SharedPixelsStore;
 
 class RootSnapshot {
 public:
-  // The connection outlives the object.
-  explicit RootSnapshot(Connection& connection);
+  // Both outlive the object.
+  RootSnapshot(Connection& connection, SharedPixelsStore& sharedPixels);
   ~RootSnapshot();
   RootSnapshot(const RootSnapshot&) = delete;
   RootSnapshot& operator=(const RootSnapshot&) = delete;
@@ -37,14 +38,13 @@ public:
 
 private:
   bool hasKnownPixels() const;
-  bool attach(std::size_t pixelCount);
   bool readShared(const DeviceRect& part, std::size_t offset);
   bool readCopied(const DeviceRect& part, std::uint32_t* destination);
 
   Connection& m_connection;
   DeviceRect m_rect;
-  xcb_shm_seg_t m_segment = 0;
-  std::uint32_t* m_shared = nullptr;         // the segment, while the server shares memory with us
+  SharedPixelsStore& m_sharedPixels;
+  std::unique_ptr<SharedPixels> m_shared;    // while the server shares memory with us
   std::unique_ptr<std::uint32_t[]> m_copied; // else
   std::uint32_t* m_pixels = nullptr;
 };

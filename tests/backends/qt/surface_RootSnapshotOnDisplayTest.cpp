@@ -3,10 +3,12 @@
 #include "backends/x11/CompositorWatch.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/RootSnapshot.h"
+#include "backends/x11/SharedPixels.h"
 
 #include <gtest/gtest.h>
 
 #include <QCoreApplication>
+#include <optional>
 
 namespace orbel {
 namespace {
@@ -20,6 +22,7 @@ protected:
     if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
     connection = Connection::open();
     ASSERT_TRUE(connection);
+    sharedPixels.emplace(*connection);
   }
   static Rgb at(const RootSnapshot& snapshot, int x, int y) {
     const DeviceRect& rect = snapshot.rect();
@@ -30,10 +33,11 @@ protected:
   }
 
   std::unique_ptr<Connection> connection;
+  std::optional<SharedPixelsStore> sharedPixels;
 };
 
 TEST_F(RootSnapshotOnDisplay, HoldsTheScreensPixels) {
-  RootSnapshot snapshot(*connection);
+  RootSnapshot snapshot(*connection, *sharedPixels);
   EXPECT_TRUE(snapshot.isEmpty());
   ASSERT_TRUE(snapshot.capture({200, 300, 101, 57}));
   EXPECT_EQ(at(snapshot, 200, 300), Wallpaper::colorAt({200, 300}));
@@ -41,7 +45,7 @@ TEST_F(RootSnapshotOnDisplay, HoldsTheScreensPixels) {
 }
 
 TEST_F(RootSnapshotOnDisplay, BeyondTheScreenTheLastPixelsRepeat) {
-  RootSnapshot snapshot(*connection);
+  RootSnapshot snapshot(*connection, *sharedPixels);
   ASSERT_TRUE(snapshot.capture({-50, 1000, 120, 60}));
   EXPECT_EQ(snapshot.rect(), (DeviceRect{-50, 1000, 120, 60}));
   EXPECT_EQ(at(snapshot, -50, 1000), Wallpaper::colorAt({0, 1000}));
@@ -53,16 +57,16 @@ TEST_F(RootSnapshotOnDisplay, BeyondTheScreenTheLastPixelsRepeat) {
 }
 
 TEST_F(RootSnapshotOnDisplay, WhollyOffTheScreenThereIsNothing) {
-  RootSnapshot snapshot(*connection);
+  RootSnapshot snapshot(*connection, *sharedPixels);
   EXPECT_FALSE(snapshot.capture({-500, 10, 100, 100}));
   EXPECT_TRUE(snapshot.isEmpty());
 }
 
 TEST_F(RootSnapshotOnDisplay, APatchReplacesWhatBothCover) {
-  RootSnapshot older(*connection);
+  RootSnapshot older(*connection, *sharedPixels);
   ASSERT_TRUE(older.capture({100, 100, 50, 50}));
   std::fill_n(older.pixels(), 50 * 50, 0xff00ff00);
-  RootSnapshot newer(*connection);
+  RootSnapshot newer(*connection, *sharedPixels);
   ASSERT_TRUE(newer.capture({120, 130, 60, 60}));
   newer.patchFrom(older);
   EXPECT_EQ(at(newer, 120, 130), (Rgb{0, 255, 0}));
@@ -72,8 +76,8 @@ TEST_F(RootSnapshotOnDisplay, APatchReplacesWhatBothCover) {
 }
 
 TEST_F(RootSnapshotOnDisplay, APatchFromElsewhereOrFromNothingChangesNothing) {
-  RootSnapshot older(*connection);
-  RootSnapshot newer(*connection);
+  RootSnapshot older(*connection, *sharedPixels);
+  RootSnapshot newer(*connection, *sharedPixels);
   ASSERT_TRUE(newer.capture({120, 130, 60, 60}));
   newer.patchFrom(older);
   ASSERT_TRUE(older.capture({500, 500, 10, 10}));
@@ -82,12 +86,49 @@ TEST_F(RootSnapshotOnDisplay, APatchFromElsewhereOrFromNothingChangesNothing) {
 }
 
 TEST_F(RootSnapshotOnDisplay, AReleasedOneIsEmptyAndCanBeUsedAgain) {
-  RootSnapshot snapshot(*connection);
+  RootSnapshot snapshot(*connection, *sharedPixels);
   ASSERT_TRUE(snapshot.capture({0, 0, 10, 10}));
   snapshot.release();
   EXPECT_TRUE(snapshot.isEmpty());
   ASSERT_TRUE(snapshot.capture({600, 600, 10, 10}));
   EXPECT_EQ(at(snapshot, 600, 600), Wallpaper::colorAt({600, 600}));
+}
+
+TEST_F(RootSnapshotOnDisplay, MemoryOfAnEarlierOneShowsNothingOfIt) {
+  RootSnapshot larger(*connection, *sharedPixels);
+  ASSERT_TRUE(larger.capture({0, 0, 100, 100}));
+  std::fill_n(larger.pixels(), 100 * 100, 0xff00ff00);
+  larger.release();
+  RootSnapshot smaller(*connection, *sharedPixels);
+  ASSERT_TRUE(smaller.capture({-10, -10, 60, 60}));
+  EXPECT_EQ(at(smaller, -10, -10), Wallpaper::colorAt({0, 0}));
+  EXPECT_EQ(at(smaller, 49, 49), Wallpaper::colorAt({49, 49}));
+}
+
+class SharedPixelsOnDisplay : public RootSnapshotOnDisplay {};
+
+TEST_F(SharedPixelsOnDisplay, APieceThatWasGivenBackServesTheNextReaderThatItIsLargeEnoughFor) {
+  auto piece = sharedPixels->take(1000);
+  ASSERT_TRUE(piece);
+  const auto segment = piece->segment();
+  sharedPixels->giveBack(std::move(piece));
+  auto smaller = sharedPixels->take(500);
+  ASSERT_TRUE(smaller);
+  EXPECT_EQ(smaller->segment(), segment);
+  auto second = sharedPixels->take(500);
+  ASSERT_TRUE(second);
+  EXPECT_NE(second->segment(), segment);
+  sharedPixels->giveBack(std::move(smaller));
+  EXPECT_GE(sharedPixels->take(1001)->pixelCount(), 1001u);
+}
+
+TEST_F(SharedPixelsOnDisplay, TheLargestOfTheUnusedPiecesIsKept) {
+  auto large = sharedPixels->take(2000);
+  auto small = sharedPixels->take(10);
+  const auto segment = large->segment();
+  sharedPixels->giveBack(std::move(large));
+  sharedPixels->giveBack(std::move(small));
+  EXPECT_EQ(sharedPixels->take(2000)->segment(), segment);
 }
 
 class CompositorWatchOnDisplay : public RootSnapshotOnDisplay {};

@@ -27,6 +27,12 @@ protected:
   bool isInFront(xcb_window_t window, xcb_window_t other) {
     return isActive(window) && driver().stackingPlace(window) > driver().stackingPlace(other);
   }
+  std::string state() {
+    return "earlier " + std::to_string(m_earlier->window()) + ", other " + std::to_string(m_other->window()) +
+           ", active " + testing::PrintToString(driver().numbers(driver().root(), "_NET_ACTIVE_WINDOW")) +
+           ", stack " + testing::PrintToString(driver().numbers(driver().root(), "_NET_CLIENT_LIST_STACKING")) +
+           ", focus " + std::to_string(driver().focus());
+  }
   // A click that hits this window and no other. A window manager holds clicks back until it has looked at
   // them.
   void clickOnOther() {
@@ -70,7 +76,8 @@ TEST_P(WindowActivationTest, RestoringWinsOverAProgramThatHasRaisedItself) {
   raiseItself(m_other->window());
   ASSERT_TRUE(iterateUntil([&] { return isInFront(m_other->window(), m_earlier->window()); }));
   EXPECT_TRUE(windows().restore(m_earlier->window(), mark));
-  EXPECT_TRUE(iterateUntil([&] { return isInFront(m_earlier->window(), m_other->window()); }));
+  EXPECT_TRUE(iterateUntil([&] { return isInFront(m_earlier->window(), m_other->window()); }))
+      << state();
   EXPECT_TRUE(iterateUntil([&] { return driver().focus() == m_earlier->window(); }));
 }
 
@@ -114,7 +121,7 @@ TEST_P(WindowActivationTest, AClickBeforeTheMarkDoesNotCount) {
   raiseItself(m_other->window());
   ASSERT_TRUE(iterateUntil([&] { return isActive(m_other->window()); }));
   EXPECT_TRUE(windows().restore(m_earlier->window(), mark));
-  EXPECT_TRUE(iterateUntil([&] { return isInFront(m_earlier->window(), m_other->window()); }));
+  EXPECT_TRUE(iterateUntil([&] { return isInFront(m_earlier->window(), m_other->window()); })) << state();
 }
 
 TEST_P(WindowActivationTest, AClickOnAWindowOfOursDoesNotCount) {

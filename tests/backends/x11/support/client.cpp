@@ -153,14 +153,16 @@ private:
   int loop(bool readsCommands) {
     const xcb_atom_t closeRequest = atom("WM_DELETE_WINDOW");
     while (!m_windows.empty() || readsCommands) {
-      pollfd sources[] = {{xcb_get_file_descriptor(m_connection), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}};
-      xcb_flush(m_connection);
-      poll(sources, readsCommands ? 2 : 1, -1);
+      // First, since an answer that was waited for may have brought events along, of which poll knows nothing.
       while (auto* event = xcb_poll_for_event(m_connection)) {
         handle(*event, closeRequest);
         std::free(event);
       }
       if (xcb_connection_has_error(m_connection)) return EXIT_FAILURE;
+      if (m_windows.empty() && !readsCommands) break;
+      pollfd sources[] = {{xcb_get_file_descriptor(m_connection), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}};
+      xcb_flush(m_connection);
+      poll(sources, readsCommands ? 2 : 1, -1);
       if (readsCommands && sources[1].revents != 0 && !obey()) return EXIT_SUCCESS;
     }
     return EXIT_SUCCESS;

@@ -1,12 +1,10 @@
 #include "backends/x11/X11TopLevelWindows.h"
 
-#include "backends/x11/ClickWatch.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/WindowIcon.h"
 #include "backends/x11/WindowIdentity.h"
 #include "backends/x11/WindowRegistry.h"
 
-#include <algorithm>
 #include <array>
 #include <cctype>
 #include <unistd.h>
@@ -15,8 +13,9 @@
 namespace orbel {
 
 X11TopLevelWindows::X11TopLevelWindows(Connection& connection, ClickWatch& clicks)
-    : m_connection(connection), m_clicks(clicks), m_clients(connection), m_active(connection, m_clients),
+    : m_connection(connection), m_clients(connection), m_active(connection, m_clients),
       m_activation(connection, m_clients), m_registry(std::make_unique<WindowRegistry>(connection)),
+      m_restoration(clicks, m_clients, m_active, m_activation, *m_registry),
       m_refresh([this] { refresh(); }) {
   WindowIdentity::internAtoms(connection);
   m_events = connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); });
@@ -40,22 +39,16 @@ std::optional<std::uint64_t> X11TopLevelWindows::activeWindow() const {
 }
 
 bool X11TopLevelWindows::activate(std::uint64_t window) {
+  m_restoration.forget();
   return m_activation.activate(static_cast<xcb_window_t>(window));
 }
 
-bool X11TopLevelWindows::restore(std::uint64_t windowId, std::uint64_t summon) {
-  const auto window = static_cast<xcb_window_t>(windowId);
-  if (m_clicks.hasClickedElsewhereSince(static_cast<xcb_timestamp_t>(summon))) return false;
-  // Window managers without an active window give the focus back when ours goes; asking again would only
-  // raise.
-  if (m_active.window() == window && !isCoveredSinceSummon(window)) return true;
-  if (!m_activation.isOnShownDesktop(window)) return false;
-  return m_activation.activate(window);
+bool X11TopLevelWindows::restore(std::uint64_t window, std::uint64_t summon) {
+  return m_restoration.restore(static_cast<xcb_window_t>(window), static_cast<xcb_timestamp_t>(summon));
 }
 
 std::uint64_t X11TopLevelWindows::summonMark() {
-  m_stackAtSummon = m_clients.stackingOrder();
-  return m_clicks.mark();
+  return m_restoration.mark();
 }
 
 Bitmap X11TopLevelWindows::icon(std::uint64_t window, int pixelSize) const {
@@ -135,21 +128,6 @@ void X11TopLevelWindows::followWindowManager() {
 
 void X11TopLevelWindows::refresh() {
   if (m_registry->update(m_clients.windows())) m_observers.notify();
-}
-
-// A program that raises its window need not take the focus; the earlier window belongs in front of it all the
-// same.
-bool X11TopLevelWindows::isCoveredSinceSummon(xcb_window_t window) const {
-  const auto windowsAbove = [window](const std::vector<xcb_window_t>& stack) {
-    const auto place = std::ranges::find(stack, window);
-    return place == stack.end() ? stack : std::vector<xcb_window_t>(place + 1, stack.end());
-  };
-  const auto before = windowsAbove(m_stackAtSummon);
-  const auto ofPrograms = m_registry->windows();
-  return std::ranges::any_of(windowsAbove(m_clients.stackingOrder()), [&](xcb_window_t above) {
-    const bool isNew = std::ranges::find(before, above) == before.end();
-    return isNew && std::ranges::any_of(ofPrograms, [&](const auto& one) { return one.id == above; });
-  });
 }
 
 } // namespace orbel

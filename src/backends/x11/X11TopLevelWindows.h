@@ -9,6 +9,7 @@
 #include "backends/x11/DelayedCall.h"
 #include "backends/x11/EventObservers.h"
 #include "backends/x11/WindowActivation.h"
+#include "backends/x11/WindowRestoration.h"
 
 #include <memory>
 #include <vector>
@@ -31,8 +32,6 @@ public:
   // Our own windows too.
   std::optional<std::uint64_t> activeWindow() const override;
   bool activate(std::uint64_t window) override;
-  // False when the window is gone, the user has clicked elsewhere since, or has gone to another desktop. Left
-  // alone when it is active and nothing has come to cover it since the latest mark.
   bool restore(std::uint64_t window, std::uint64_t summon) override;
   // Milliseconds of the server's clock.
   std::uint64_t summonMark() override;
@@ -44,16 +43,14 @@ private:
   void handleProperty(const xcb_property_notify_event_t& notification);
   void followWindowManager();
   void refresh();
-  bool isCoveredSinceSummon(xcb_window_t window) const;
 
   Connection& m_connection;
-  ClickWatch& m_clicks;
   ClientList m_clients;
   ActiveWindow m_active;
   WindowActivation m_activation;
   std::unique_ptr<WindowRegistry> m_registry;
-  xcb_window_t m_windowManager = XCB_NONE;   // the window that names itself the window manager's
-  std::vector<xcb_window_t> m_stackAtSummon; // from bottom to top
+  WindowRestoration m_restoration;
+  xcb_window_t m_windowManager = XCB_NONE; // the window that names itself the window manager's
   EventObservers<> m_observers;
   DelayedCall m_refresh;
   Registration m_events;

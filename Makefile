@@ -57,6 +57,7 @@ format-check:
 	@git ls-files '*.cpp' '*.h' | xargs clang-format-14 --dry-run -Werror
 
 tidy:
+	@tools/install-packages build test tidy
 	@tools/tidy
 
 clean:

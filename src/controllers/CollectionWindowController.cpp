@@ -4,6 +4,7 @@
 #include "app/settings/Notifications.h"
 #include "controllers/CompanionToolkit.h"
 #include "controllers/DroppedFiles.h"
+#include "controllers/ItemLookup.h"
 #include "controllers/MenuColors.h"
 #include "controllers/MenuSizes.h"
 #include "foundation/NotificationCenter.h"
@@ -194,8 +195,10 @@ void CollectionWindowController::quitAppClicked() {
 }
 
 void CollectionWindowController::removeClicked() {
-  if (!m_targetMenuItem) return;
-  m_collectionItem->removeSubitem(m_targetMenuItem);
+  const MenuItemList subitems = m_collectionItem->subitems().value_or(MenuItemList());
+  const auto index = indexOfItem(subitems, m_targetMenuItem);
+  if (!index) return;
+  m_collectionItem->removeSubitem(subitems[*index]);
   persistItems();
   orbelView().reloadData();
 }

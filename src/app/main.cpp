@@ -61,7 +61,11 @@ public:
         m_workspace(m_topLevelWindows, m_icons, std::move(privateVariables)) {
     Platform::setCurrent(&m_platform);
   }
-  ~Desktop() { Platform::setCurrent(nullptr); }
+  ~Desktop() {
+    // A menu that was to be reloaded in a moment still has its window.
+    m_runLoop.dropPending();
+    Platform::setCurrent(nullptr);
+  }
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
 

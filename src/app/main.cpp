@@ -99,7 +99,7 @@ private:
   LinuxWorkspace m_workspace;
   QtTextServices m_text;
   QtGraphics m_graphics;
-  PopUpRegistry m_popUps;
+  PopUpRegistry m_popUps{[this] { m_eventTaps.drain(); }};
   QtWindowSystem m_windows{X11Parts{*m_connection, m_rawPointer, m_keyGrabs},
                            WindowSystemHooks{
                                .drainTaps = [this] { m_eventTaps.drain(); },

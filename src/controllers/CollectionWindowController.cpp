@@ -213,11 +213,9 @@ void CollectionWindowController::didMoveItem(ItemPath from, ItemPath to) {
 
 bool CollectionWindowController::didReceiveDrag(const DragInfo& drag, ItemPath inFrontOf) {
   if (const auto paths = drag.filePaths()) {
-    const auto index = static_cast<std::size_t>(std::max<std::int64_t>(inFrontOf.position, 0));
-    // From the last to the first, each at the same place, so that they end up in the drag's order.
-    for (auto path = paths->rbegin(); path != paths->rend(); ++path) {
-      m_collectionItem->insertSubitem(menuItemForDroppedPath(*path), index);
-    }
+    auto index = static_cast<std::size_t>(std::max<std::int64_t>(inFrontOf.position, 0));
+    for (const MenuItemPointer& item : menuItemsForDroppedPaths(*paths))
+      m_collectionItem->insertSubitem(item, index++);
   }
   persistItems();
   orbelView().reloadData();

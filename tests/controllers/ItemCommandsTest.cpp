@@ -499,6 +499,21 @@ TEST_F(ItemCommandsTest, FilesDroppedOntoACollectionBecomeItsMembers) {
   EXPECT_FALSE(controller().window().isFadingOut());
 }
 
+TEST_F(ItemCommandsTest, DroppedFilesThatHaveGoneAreLeftOutWithAWordInTheLog) {
+  store({storedCore("Finder"), storedCollection("Work", {})});
+  platform.workspace.files["/gone.txt"] = Workspace::FileKind::missing;
+  platform.workspace.files["/gone.app"] = Workspace::FileKind::missing;
+  EXPECT_TRUE(shown().didReceiveDrag(FakeDrag(Names{"/gone.txt", "/a.txt", "/gone.app"}), at(1)));
+  EXPECT_EQ(names(), (Names{"Finder", "a.txt", "Work"}));
+  EXPECT_EQ(storedNames(), names());
+  EXPECT_EQ(platform.logged.size(), 2u);
+
+  EXPECT_TRUE(controller().didDrop(FakeDrag(Names{"/gone.txt", "/b.txt"}), at(2)));
+  EXPECT_EQ(names(*controller().menuItems().at(2)->subitems()), Names{"b.txt"});
+  EXPECT_FALSE(controller().didDrop(FakeDrag(Names{"/gone.txt"}), at(2)));
+  EXPECT_EQ(names(*controller().menuItems().at(2)->subitems()), Names{"b.txt"});
+}
+
 TEST_F(ItemCommandsTest, AFileItemTakesNoFiles) {
   store({storedFile("/x.txt", "x")});
   shown();

@@ -61,7 +61,11 @@ public:
         m_workspace(m_topLevelWindows, m_icons, std::move(privateVariables)) {
     Platform::setCurrent(&m_platform);
   }
-  ~Desktop() { Platform::setCurrent(nullptr); }
+  ~Desktop() {
+    // A menu that was to be reloaded in a moment still has its window.
+    m_runLoop.dropPending();
+    Platform::setCurrent(nullptr);
+  }
   Desktop(const Desktop&) = delete;
   Desktop& operator=(const Desktop&) = delete;
 
@@ -95,7 +99,7 @@ private:
   LinuxWorkspace m_workspace;
   QtTextServices m_text;
   QtGraphics m_graphics;
-  PopUpRegistry m_popUps;
+  PopUpRegistry m_popUps{[this] { m_eventTaps.drain(); }};
   QtWindowSystem m_windows{X11Parts{*m_connection, m_rawPointer, m_keyGrabs},
                            WindowSystemHooks{
                                .drainTaps = [this] { m_eventTaps.drain(); },

@@ -4,6 +4,7 @@
 #include "app/settings/Notifications.h"
 #include "controllers/CompanionToolkit.h"
 #include "controllers/DroppedFiles.h"
+#include "controllers/ItemLookup.h"
 #include "controllers/MenuColors.h"
 #include "controllers/MenuSizes.h"
 #include "foundation/NotificationCenter.h"
@@ -194,8 +195,10 @@ void CollectionWindowController::quitAppClicked() {
 }
 
 void CollectionWindowController::removeClicked() {
-  if (!m_targetMenuItem) return;
-  m_collectionItem->removeSubitem(m_targetMenuItem);
+  const MenuItemList subitems = m_collectionItem->subitems().value_or(MenuItemList());
+  const auto index = indexOfItem(subitems, m_targetMenuItem);
+  if (!index) return;
+  m_collectionItem->removeSubitem(subitems[*index]);
   persistItems();
   orbelView().reloadData();
 }
@@ -210,11 +213,9 @@ void CollectionWindowController::didMoveItem(ItemPath from, ItemPath to) {
 
 bool CollectionWindowController::didReceiveDrag(const DragInfo& drag, ItemPath inFrontOf) {
   if (const auto paths = drag.filePaths()) {
-    const auto index = static_cast<std::size_t>(std::max<std::int64_t>(inFrontOf.position, 0));
-    // From the last to the first, each at the same place, so that they end up in the drag's order.
-    for (auto path = paths->rbegin(); path != paths->rend(); ++path) {
-      m_collectionItem->insertSubitem(menuItemForDroppedPath(*path), index);
-    }
+    auto index = static_cast<std::size_t>(std::max<std::int64_t>(inFrontOf.position, 0));
+    for (const MenuItemPointer& item : menuItemsForDroppedPaths(*paths))
+      m_collectionItem->insertSubitem(item, index++);
   }
   persistItems();
   orbelView().reloadData();

@@ -4,11 +4,15 @@
 #include "model/MenuItem.h"
 
 #include <string>
+#include <vector>
 
 namespace orbel {
 
 // An application for a path that holds ".app" anywhere, or that is an application bundle of the desktop; else
-// a file.
+// a file. Empty, with a line in the log, for a path that leads nowhere any more.
 MenuItemPointer menuItemForDroppedPath(const std::string& path);
+
+// One item for each path that leads somewhere, in their order.
+MenuItemList menuItemsForDroppedPaths(const std::vector<std::string>& paths);
 
 } // namespace orbel

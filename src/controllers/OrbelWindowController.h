@@ -115,10 +115,10 @@ private:
   void connect();
   void cancel();
   void closeCollection();
+  void followOpenCollection();
   void menuSizeSettingsChanged();
 
   MenuItemPointer menuItem(ItemPath path) const; // empty for a place that does not exist
-  std::optional<std::size_t> indexOf(const MenuItemPointer& item) const;
   std::size_t insertionIndex(std::int64_t position) const;
   bool dotsHaveChanged() const;
   void openCollection(const std::shared_ptr<CollectionMenuItem>& collection);

@@ -83,11 +83,9 @@ void OrbelWindowController::didDropItem(ItemPath draggedPath, ItemPath targetPat
 
 bool OrbelWindowController::didReceiveDrag(const DragInfo& drag, ItemPath inFrontOf) {
   if (const auto paths = drag.filePaths()) {
+    const MenuItemList items = menuItemsForDroppedPaths(*paths);
     const auto index = static_cast<std::ptrdiff_t>(insertionIndex(inFrontOf.position));
-    // From the last to the first, each at the same place, so that they end up in the drag's order.
-    for (auto path = paths->rbegin(); path != paths->rend(); ++path) {
-      m_menuItems.insert(m_menuItems.begin() + index, menuItemForDroppedPath(*path));
-    }
+    m_menuItems.insert(m_menuItems.begin() + index, items.begin(), items.end());
   }
   persistItems();
   orbelView().reloadData();
@@ -112,8 +110,9 @@ bool OrbelWindowController::didDrop(const DragInfo& drag, ItemPath targetPath) {
   bool opened = false;
   for (const std::string& path : *paths) {
     if (target->canHoldSubitems()) {
-      target->addSubitem(menuItemForDroppedPath(path));
-      added = true;
+      const MenuItemPointer item = menuItemForDroppedPath(path);
+      target->addSubitem(item);
+      added = added || item;
     } else if (target->canOpenPath(path)) {
       target->openPath(path);
       opened = true;

@@ -1,6 +1,7 @@
 #include "controllers/OrbelWindowController.h"
 
 #include "app/settings/AppSettings.h"
+#include "controllers/ItemLookup.h"
 #include "controllers/MenuColors.h"
 #include "model/AppMenuItem.h"
 #include "model/CollectionMenuItem.h"
@@ -47,21 +48,34 @@ void OrbelWindowController::refreshItems() {
   } else {
     m_menuItems.clear();
   }
-  if (m_collectionController) {
-    // An open collection's menu goes on with the object that was just loaded, or its changes would be saved
-    // nowhere.
-    const std::string openIdentity = m_collectionController->collectionItem()->identity();
-    for (const MenuItemPointer& item : m_menuItems) {
-      if (!item->canHoldSubitems() || item->identity() != openIdentity) continue;
-      if (auto collection = std::dynamic_pointer_cast<CollectionMenuItem>(item)) {
-        m_collectionController->setCollectionItem(std::move(collection));
-      }
-    }
-  }
+  if (m_collectionController) followOpenCollection();
   if (m_menuItems.empty()) m_menuItems = defaultItems();
   orbelView().reloadData();
   reconcileRunningApplications();
   if (storeNeedsRewriting) persistItems();
+}
+
+// An open collection's menu goes on with the object that was just loaded, or its changes would be saved
+// nowhere.
+void OrbelWindowController::followOpenCollection() {
+  const auto shown = m_collectionController->collectionItem();
+  const auto hand = [this](const MenuItemPointer& item) {
+    auto collection = std::dynamic_pointer_cast<CollectionMenuItem>(item);
+    if (!collection) return false;
+    m_collectionController->setCollectionItem(std::move(collection));
+    return true;
+  };
+  // Two collections with the same members are told apart by their names.
+  if (const auto index = indexOfItem(m_menuItems, shown)) {
+    hand(m_menuItems[*index]);
+    return;
+  }
+  const std::string openIdentity = shown->identity();
+  bool found = false;
+  for (const MenuItemPointer& item : m_menuItems) {
+    if (item->canHoldSubitems() && item->identity() == openIdentity) found = hand(item) || found;
+  }
+  if (!found) closeCollection();
 }
 
 void OrbelWindowController::reconcileRunningApplications() {
@@ -95,12 +109,6 @@ void OrbelWindowController::persistItems() {
 MenuItemPointer OrbelWindowController::menuItem(ItemPath path) const {
   if (path.position < 0 || path.position >= static_cast<std::int64_t>(m_menuItems.size())) return nullptr;
   return m_menuItems[static_cast<std::size_t>(path.position)];
-}
-
-std::optional<std::size_t> OrbelWindowController::indexOf(const MenuItemPointer& item) const {
-  const auto found = std::find(m_menuItems.begin(), m_menuItems.end(), item);
-  if (!item || found == m_menuItems.end()) return std::nullopt;
-  return static_cast<std::size_t>(found - m_menuItems.begin());
 }
 
 std::size_t OrbelWindowController::insertionIndex(std::int64_t position) const {

@@ -1,5 +1,6 @@
 #include "controllers/OrbelWindowController.h"
 
+#include "controllers/ItemLookup.h"
 #include "model/AppMenuItem.h"
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
@@ -89,8 +90,10 @@ void OrbelWindowController::renameCollectionClicked() {
   const TextPrompt prompt{localized("Rename Collection"), localized("Rename"), target->name().value_or("")};
   Platform::current().dialogs.runTextPrompt(
       prompt, [self = shared_from_this(), target](const std::optional<std::string>& text) {
-        if (text && !text->empty()) {
-          target->rename(*text);
+        // The list may have been loaded anew under the prompt.
+        const auto index = indexOfItem(self->m_menuItems, target);
+        if (index && text && !text->empty()) {
+          self->m_menuItems[*index]->rename(*text);
           self->persistItems();
           self->orbelView().reloadData();
         }
@@ -105,7 +108,7 @@ void OrbelWindowController::newCollectionClicked() {
       prompt, [self = shared_from_this(), target = m_targetMenuItem](const std::optional<std::string>& text) {
         if (text && !text->empty()) {
           // At the end where the place has no item, or has lost it since.
-          const std::size_t index = self->indexOf(target).value_or(self->m_menuItems.size());
+          const std::size_t index = indexOfItem(self->m_menuItems, target).value_or(self->m_menuItems.size());
           self->m_menuItems.insert(self->m_menuItems.begin() + static_cast<std::ptrdiff_t>(index),
                                    CollectionMenuItem::withName(*text));
           self->persistItems();
@@ -116,9 +119,9 @@ void OrbelWindowController::newCollectionClicked() {
 }
 
 void OrbelWindowController::ungroupCollectionClicked() {
-  const auto index = indexOf(m_targetMenuItem);
-  const auto subitems = m_targetMenuItem ? m_targetMenuItem->subitems() : std::nullopt;
-  if (!index || !subitems || subitems->empty()) return;
+  const auto index = indexOfItem(m_menuItems, m_targetMenuItem);
+  const auto subitems = index ? m_menuItems[*index]->subitems() : std::nullopt;
+  if (!subitems || subitems->empty()) return;
   const auto place = m_menuItems.erase(m_menuItems.begin() + static_cast<std::ptrdiff_t>(*index));
   m_menuItems.insert(place, subitems->begin(), subitems->end());
   persistItems();
@@ -126,7 +129,7 @@ void OrbelWindowController::ungroupCollectionClicked() {
 }
 
 void OrbelWindowController::removeClicked() {
-  const auto index = indexOf(m_targetMenuItem);
+  const auto index = indexOfItem(m_menuItems, m_targetMenuItem);
   if (!index) return;
   // A running program that is no longer pinned comes back among the running ones: the reload from the store
   // finds it.
@@ -156,7 +159,7 @@ void OrbelWindowController::keepAppClicked() {
   };
   Platform::current().dialogs.runOpenPanel(
       panel, [self = shared_from_this(), target, bundle = *bundle](const std::optional<std::string>& chosen) {
-        const auto index = self->indexOf(target);
+        const auto index = indexOfItem(self->m_menuItems, target);
         if (index && chosen && withTrailingSlash(*chosen) == withTrailingSlash(bundle)) {
           // Without the slash, which a desktop entry, being a file, cannot have.
           self->m_menuItems[*index] = AppMenuItem::withPath(bundle);

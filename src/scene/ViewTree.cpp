@@ -14,6 +14,18 @@ public:
   using View::View;
 };
 
+// The topmost view at the point that takes files. Others are no obstacle: a button over such a view gets
+// clicks, not drags.
+View* fileDragDestination(View& view, Point pointInSuperview) {
+  if (view.isHidden() || !view.frame().contains(pointInSuperview)) return nullptr;
+  const Point inside{pointInSuperview.x - view.frame().minX(), pointInSuperview.y - view.frame().minY()};
+  const auto& subviews = view.subviews();
+  for (auto subview = subviews.rbegin(); subview != subviews.rend(); ++subview) {
+    if (View* destination = fileDragDestination(**subview, inside)) return destination;
+  }
+  return view.acceptsFileDrags() && view.hitTest(pointInSuperview) ? &view : nullptr;
+}
+
 bool isWithin(const View& view, const View& ancestor) {
   for (const View* current = &view; current; current = current->superview()) {
     if (current == &ancestor) return true;
@@ -107,9 +119,7 @@ void ViewTree::pointerReleased(PointerButton button, const MouseEvent& event) {
 }
 
 DragOperation ViewTree::dragMoved(const DragInfo& drag) {
-  View* hit = m_contentView->hitTest(drag.locationInWindow());
-  while (hit && !hit->acceptsFileDrags())
-    hit = hit->superview();
+  View* const hit = fileDragDestination(*m_contentView, drag.locationInWindow());
   if (hit != m_dragDestination) {
     if (m_dragDestination) std::exchange(m_dragDestination, nullptr)->draggingExited();
     m_dragDestination = hit;

@@ -222,6 +222,35 @@ TEST_F(RenameTest, ANameOfTenThousandCharactersIsKeptWhole) {
   EXPECT_EQ(storedNames(), Names{name});
 }
 
+TEST_F(RenameTest, AListLoadedAnewUnderThePromptGetsTheNewNameToo) {
+  ask();
+  controller().refreshItems();
+  platform.dialogs.answerPrompt("Arbeit");
+  EXPECT_EQ(names(), Names{"Arbeit"});
+  EXPECT_EQ(storedNames(), Names{"Arbeit"});
+}
+
+TEST_F(RenameTest, ACollectionThatWentUnderThePromptIsNotBroughtBackAndNothingElseIsRenamed) {
+  ask();
+  store({storedCore("Mail"), storedCollection("Play", {})});
+  controller().refreshItems();
+  platform.dialogs.answerPrompt("Arbeit");
+  EXPECT_EQ(names(), (Names{"Mail", "Play"}));
+  EXPECT_EQ(platform.preferences.writes, 0);
+  EXPECT_TRUE(controller().canClose());
+}
+
+TEST_F(RenameTest, SpacesLineBreaksAndRightToLeftTextAreNamesAsTheyAre) {
+  for (const char* name : {"   ", "two\nlines", "\xd7\xa9\xd7\x9c\xd7\x95\xd7\x9d"}) {
+    store({storedCollection("Work", {storedCore("Mail")})});
+    shown();
+    platform.runLoop.advance(1);
+    ASSERT_TRUE(choose(0, "Rename Collection"));
+    platform.dialogs.answerPrompt(name);
+    EXPECT_EQ(storedNames(), Names{name});
+  }
+}
+
 // ---- New collection ----
 
 TEST_F(ItemCommandsTest, ANewCollectionStandsBeforeTheItemInWhoseDirectionTheClickWas) {
@@ -253,6 +282,15 @@ TEST_F(ItemCommandsTest, ANewCollectionIsAppendedWhenItsPlaceWentWhileThePromptW
   controller().refreshItems();
   platform.dialogs.answerPrompt("Work");
   EXPECT_EQ(names(), (Names{"Mail", "Work"}));
+}
+
+TEST_F(ItemCommandsTest, ANewCollectionKeepsItsPlaceWhenTheListWasLoadedAnewUnderThePrompt) {
+  store({storedCore("Finder"), storedCore("Mail")});
+  shown().didRightClickOutsideOfItem(at(1));
+  platform.contextMenus.choose("New Collection");
+  controller().refreshItems();
+  platform.dialogs.answerPrompt("Work");
+  EXPECT_EQ(names(), (Names{"Finder", "Work", "Mail"}));
 }
 
 TEST_F(ItemCommandsTest, TheMenuBetweenItemsLeavesTheFlagOfTheItemMenuAlone) {
@@ -312,6 +350,30 @@ TEST_F(ItemCommandsTest, AnItemThatWentWhileItsMenuWasOpenIsNotRemovedTwice) {
   controller().refreshItems();
   platform.contextMenus.choose("Remove from Orbel Menu");
   EXPECT_EQ(storedNames(), Names{"Mail"});
+}
+
+TEST_F(ItemCommandsTest, EntriesStillActOnTheirItemWhenTheListWasLoadedAnewUnderTheMenu) {
+  store({storedCore("Safari"), storedCollection("Work", {storedCore("A"), storedCore("B")}),
+         storedCore("Mail")});
+  shown().didRightClickItem(at(1));
+  controller().refreshItems();
+  platform.contextMenus.choose("Ungroup Collection");
+  EXPECT_EQ(storedNames(), (Names{"Safari", "A", "B", "Mail"}));
+  platform.runLoop.advance(1);
+  controller().didRightClickItem(at(3));
+  controller().refreshItems();
+  platform.contextMenus.choose("Remove from Orbel Menu");
+  EXPECT_EQ(storedNames(), (Names{"Safari", "A", "B"}));
+}
+
+TEST_F(ItemCommandsTest, ACollectionThatWasEmptiedWhileItsMenuWasOpenIsNotUngrouped) {
+  store({storedCollection("Work", {storedCore("A")}), storedCore("Mail")});
+  shown().didRightClickItem(at(0));
+  store({storedCollection("Work", {}), storedCore("Mail")});
+  controller().refreshItems();
+  platform.contextMenus.choose("Ungroup Collection");
+  EXPECT_EQ(names(), (Names{"Work", "Mail"}));
+  EXPECT_EQ(platform.preferences.writes, 0);
 }
 
 class KeepTest : public ItemCommandsTest {
@@ -437,6 +499,21 @@ TEST_F(ItemCommandsTest, FilesDroppedOntoACollectionBecomeItsMembers) {
   EXPECT_FALSE(controller().window().isFadingOut());
 }
 
+TEST_F(ItemCommandsTest, DroppedFilesThatHaveGoneAreLeftOutWithAWordInTheLog) {
+  store({storedCore("Finder"), storedCollection("Work", {})});
+  platform.workspace.files["/gone.txt"] = Workspace::FileKind::missing;
+  platform.workspace.files["/gone.app"] = Workspace::FileKind::missing;
+  EXPECT_TRUE(shown().didReceiveDrag(FakeDrag(Names{"/gone.txt", "/a.txt", "/gone.app"}), at(1)));
+  EXPECT_EQ(names(), (Names{"Finder", "a.txt", "Work"}));
+  EXPECT_EQ(storedNames(), names());
+  EXPECT_EQ(platform.logged.size(), 2u);
+
+  EXPECT_TRUE(controller().didDrop(FakeDrag(Names{"/gone.txt", "/b.txt"}), at(2)));
+  EXPECT_EQ(names(*controller().menuItems().at(2)->subitems()), Names{"b.txt"});
+  EXPECT_FALSE(controller().didDrop(FakeDrag(Names{"/gone.txt"}), at(2)));
+  EXPECT_EQ(names(*controller().menuItems().at(2)->subitems()), Names{"b.txt"});
+}
+
 TEST_F(ItemCommandsTest, AFileItemTakesNoFiles) {
   store({storedFile("/x.txt", "x")});
   shown();
@@ -542,6 +619,42 @@ TEST_F(OpenCollectionTest, AReloadHandsTheFreshObjectToTheOpenMenu) {
   EXPECT_NE(controller().collectionController()->collectionItem(), before);
   EXPECT_EQ(MenuItemPointer(controller().collectionController()->collectionItem()),
             controller().menuItems().at(0));
+}
+
+// Several collections may hold the same, new ones above all.
+TEST_F(OpenCollectionTest, AReloadTellsTwoEmptyCollectionsApart) {
+  store({storedCollection("First", {}), storedCollection("Second", {})});
+  shown().didClickItem(at(0));
+  controller().refreshItems();
+  EXPECT_EQ(MenuItemPointer(controller().collectionController()->collectionItem()),
+            controller().menuItems().at(0));
+}
+
+TEST_F(OpenCollectionTest, ARenamedCollectionIsFoundByWhatItHolds) {
+  openCollection();
+  store({storedCore("iTunes"), storedCollection("Play", {storedCore("Mail"), storedCore("Safari")})});
+  controller().refreshItems();
+  ASSERT_TRUE(controller().collectionController());
+  EXPECT_EQ(MenuItemPointer(controller().collectionController()->collectionItem()),
+            controller().menuItems().at(1));
+}
+
+// Its changes would be saved nowhere.
+TEST_F(OpenCollectionTest, TheMenuOfACollectionThatHasGoneIsClosed) {
+  openCollection();
+  store({storedCore("iTunes")});
+  controller().refreshItems();
+  EXPECT_EQ(controller().collectionController(), nullptr);
+  EXPECT_TRUE(controller().orbelView().enabled());
+  EXPECT_EQ(names(), Names{"iTunes"});
+}
+
+TEST_F(OpenCollectionTest, AMemberIsRemovedAlsoWhenTheListWasLoadedAnewUnderItsMenu) {
+  openCollection();
+  controller().collectionController()->didRightClickItem(at(0));
+  controller().refreshItems();
+  platform.contextMenus.choose("Remove from Orbel Menu");
+  EXPECT_EQ(names(*controller().menuItems().at(0)->subitems()), Names{"Safari"});
 }
 
 } // namespace

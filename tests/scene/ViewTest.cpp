@@ -308,5 +308,20 @@ TEST_F(DragTest, ADropThatIsNotPreparedCleansUpAndIsNotTaken) {
   EXPECT_EQ(box->events, "entered updated prepare exited ");
 }
 
+// As the button in the centre of the menu.
+TEST_F(DragTest, AViewThatTakesNoFilesIsNoObstacleForADrag) {
+  tree.contentView().addSubview(std::make_shared<Box>(Rect(140, 140, 20, 20)));
+  box->addSubview(std::make_shared<Box>(Rect(10, 10, 20, 20)));
+  EXPECT_EQ(tree.dragMoved(Drag({150, 150})), DragOperation::link);
+  EXPECT_EQ(tree.dragMoved(Drag({115, 115})), DragOperation::link);
+  EXPECT_EQ(tree.dragMoved(Drag({190, 150})), DragOperation::link);
+  EXPECT_EQ(box->events, "entered updated updated updated ");
+}
+
+TEST_F(DragTest, AHiddenViewTakesNoFiles) {
+  box->setHidden(true);
+  EXPECT_EQ(tree.dragMoved(Drag({150, 150})), DragOperation::none);
+}
+
 } // namespace
 } // namespace orbel

@@ -116,6 +116,10 @@ GlibRunLoop::GlibRunLoop()
       m_frames(std::make_shared<Frames>()) {}
 
 GlibRunLoop::~GlibRunLoop() {
+  dropPending();
+}
+
+void GlibRunLoop::dropPending() {
   for (GSource* source : std::exchange(m_delays->pending, {}))
     g_source_destroy(source);
 }

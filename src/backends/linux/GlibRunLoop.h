@@ -25,6 +25,10 @@ public:
   // late is left out. They also run in a nested loop that a frame's own block has started.
   Registration onEveryFrame(std::function<void()> block) override;
 
+  // Destroys all blocks that still wait for their time. What they hold may need the desktop, so main calls
+  // this while the rest of it is still there.
+  void dropPending();
+
 private:
   struct Delays;
   struct Frames;

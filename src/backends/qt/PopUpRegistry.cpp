@@ -2,12 +2,37 @@
 
 #include <QApplication>
 #include <QCursor>
+#include <QEvent>
 
 #include <algorithm>
+#include <utility>
 
 namespace orbel {
 
+// At the application, because the toolkit hands a click to the control under the pointer and not to the
+// window.
+class PopUpRegistry::EventWatch : public QObject {
+public:
+  explicit EventWatch(const PopUpRegistry& registry) : m_registry(registry) {
+    qApp->installEventFilter(this);
+  }
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    const bool endsClick = event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::Close;
+    if (endsClick && watched->isWindowType() && !m_registry.m_popUps->empty()) m_registry.m_drainTaps();
+    return false;
+  }
+
+private:
+  const PopUpRegistry& m_registry;
+};
+
+PopUpRegistry::PopUpRegistry(std::function<void()> drainTaps) : m_drainTaps(std::move(drainTaps)) {}
+
+PopUpRegistry::~PopUpRegistry() = default;
+
 Registration PopUpRegistry::add(QWidget& popUp) {
+  if (m_drainTaps && !m_eventWatch) m_eventWatch = std::make_unique<EventWatch>(*this);
   m_popUps->push_back(&popUp);
   // A pop-up may outlive the registry at the end of the program.
   return Registration([popUps = std::weak_ptr<PopUps>(m_popUps), pointer = QPointer<QWidget>(&popUp)] {

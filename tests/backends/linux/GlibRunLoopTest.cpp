@@ -79,6 +79,18 @@ TEST(GlibRunLoop, DropsPendingBlocksWhenItEnds) {
   EXPECT_EQ(held.use_count(), 1);
 }
 
+TEST(GlibRunLoop, DropsPendingBlocksWhenToldToAndTakesNewOnes) {
+  GlibRunLoop loop;
+  auto held = std::make_shared<int>();
+  const std::weak_ptr<int> watched = held;
+  loop.after(0.01, [held = std::move(held)] { ADD_FAILURE() << "a dropped block runs"; });
+  loop.dropPending();
+  EXPECT_TRUE(watched.expired());
+  bool ran = false;
+  loop.after(0.02, [&] { ran = true; });
+  EXPECT_TRUE(waitUntil([&] { return ran; }));
+}
+
 TEST(GlibRunLoop, MayEndInsideABlock) {
   auto loop = std::make_unique<GlibRunLoop>();
   bool hasRunLater = false;

@@ -1,8 +1,12 @@
 #include "backends/qt/PopUpRegistry.h"
 
+#include <QCloseEvent>
 #include <QCursor>
 #include <QMenu>
+#include <QMouseEvent>
+#include <QPushButton>
 #include <QWidget>
+#include <QWindow>
 
 #include <gtest/gtest.h>
 
@@ -42,6 +46,34 @@ TEST_F(PopUpRegistryTest, CountsWhatHangsOnAPopUp) {
   EXPECT_TRUE(m_registry.contains(submenu.geometry().center()));
   submenu.close();
   EXPECT_FALSE(m_registry.contains(submenu.geometry().center()));
+}
+
+// A click on a pop-up closes it; asked only then, the taps would take it for a click elsewhere.
+TEST_F(PopUpRegistryTest, DrainsTheTapsBeforeAPopUpHearsOfAReleaseOrItsClosing) {
+  int drained = 0;
+  PopUpRegistry registry([&] { ++drained; });
+  QPushButton button(&m_window);
+  bool wasDrained = false;
+  QObject::connect(&button, &QPushButton::clicked, [&] { wasDrained = drained > 0; });
+  const auto send = [&](QEvent::Type type, Qt::MouseButtons held) {
+    const QPoint place = button.geometry().center();
+    QMouseEvent event(type, place, m_window.mapToGlobal(place), Qt::LeftButton, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(m_window.windowHandle(), &event);
+  };
+  m_window.show();
+  send(QEvent::MouseButtonPress, Qt::LeftButton);
+  send(QEvent::MouseButtonRelease, Qt::NoButton);
+  EXPECT_EQ(drained, 0);
+
+  const Registration registration = registry.add(m_window);
+  send(QEvent::MouseButtonPress, Qt::LeftButton);
+  EXPECT_EQ(drained, 0);
+  send(QEvent::MouseButtonRelease, Qt::NoButton);
+  EXPECT_EQ(drained, 1);
+  EXPECT_TRUE(wasDrained);
+  QCloseEvent closing;
+  QCoreApplication::sendEvent(m_window.windowHandle(), &closing);
+  EXPECT_EQ(drained, 2);
 }
 
 TEST_F(PopUpRegistryTest, ForgetsAWindowThatWentFirst) {

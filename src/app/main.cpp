@@ -1,6 +1,8 @@
 // Puts the backends of an X11 desktop together and runs the program.
 #include "app/AppDelegate.h"
 #include "app/settings/AppSettings.h"
+#include "backends/evdev/TouchpadAccess.h"
+#include "backends/evdev/TouchpadTap.h"
 #include "backends/linux/GlibRunLoop.h"
 #include "backends/linux/LinuxWorkspace.h"
 #include "backends/linux/PreferencesFile.h"
@@ -93,7 +95,13 @@ private:
   ClickWatch m_clicks{*m_connection, m_rawPointer};
   X11HotKeys m_hotKeys{m_keyGrabs};
   X11KeyboardLayout m_keyboardLayout{*m_connection};
-  X11EventTaps m_eventTaps{m_rawPointer};
+  X11EventTaps m_eventTaps{m_rawPointer, TouchSource{
+                                             .makeTap =
+                                                 [](TouchHandlers handlers) {
+                                                   return std::make_unique<TouchpadTap>(std::move(handlers));
+                                                 },
+                                             .unreadableTouchpad = TouchpadAccess::unreadable,
+                                         }};
   X11TopLevelWindows m_topLevelWindows{*m_connection, m_clicks};
   QtIconLoader m_icons;
   LinuxWorkspace m_workspace;

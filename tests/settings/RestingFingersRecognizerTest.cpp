@@ -87,6 +87,16 @@ TEST_F(RestingFingersRecognizerTest, AFourthFingerDuringTheWaitSpoilsTheRestOfTh
   EXPECT_FALSE(m_recognizer.isRest(*start));
 }
 
+TEST_F(RestingFingersRecognizerTest, AFourthFingerThatIsLiftedDuringTheWaitSpoilsTheRestAllTheSame) {
+  const auto start = putDown(3, 3);
+  m_recognizer.touchesChanged(fingers(4), 3);
+  m_recognizer.touchesChanged(fingers(3), 3);
+  EXPECT_FALSE(m_recognizer.isRest(*start)) << "four fingers that become three are no rest of three";
+  const auto next = putDown(3, 3);
+  ASSERT_TRUE(next);
+  EXPECT_TRUE(m_recognizer.isRest(*next));
+}
+
 TEST_F(RestingFingersRecognizerTest, FourFingersRestWhereFourAreWanted) {
   const auto start = putDown(4, 4);
   ASSERT_TRUE(start);

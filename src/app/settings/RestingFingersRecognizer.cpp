@@ -17,9 +17,13 @@ RestingFingersRecognizer::touchesChanged(const Touches& touches, std::int64_t fi
   m_currentTouches = touches;
   if (m_touchCount == fingerCount && m_nFingerRestPossible) {
     m_nFingerRestPossible = false;
+    m_wereTooMany = false;
     return touches;
   }
-  if (m_touchCount > fingerCount) m_nFingerRestPossible = false;
+  if (m_touchCount > fingerCount) {
+    m_nFingerRestPossible = false;
+    m_wereTooMany = true;
+  }
   if (m_touchCount == 0) m_nFingerRestPossible = true;
   return std::nullopt;
 }
@@ -33,7 +37,9 @@ bool RestingFingersRecognizer::isRest(const Touches& startTouches) const {
   const auto hasAllFingers = [this](const Touches& touches) {
     return static_cast<std::int64_t>(touches.size()) == m_touchCount;
   };
-  if (startTouches.empty() || !hasAllFingers(startTouches) || !hasAllFingers(m_currentTouches)) return false;
+  if (m_wereTooMany || startTouches.empty() || !hasAllFingers(startTouches) ||
+      !hasAllFingers(m_currentTouches))
+    return false;
 
   float movement = 0;
   for (const Touch& start : startTouches) {

@@ -26,7 +26,8 @@ public:
   std::optional<Touches> touchesChanged(const Touches& touches, std::int64_t fingerCount);
   // A pinch spoils the rest that is being waited for.
   void magnified();
-  // Whether the touches that began the rest are still there and have hardly moved.
+  // Whether the touches that began the rest are still there, have hardly moved, and were never joined by
+  // another.
   bool isRest(const Touches& startTouches) const;
 
   std::int64_t touchCount() const { return m_touchCount; }
@@ -41,6 +42,7 @@ private:
   std::int64_t m_touchCount = 0;
   Touches m_currentTouches;
   bool m_nFingerRestPossible = false;
+  bool m_wereTooMany = false; // since the rest began
 };
 
 } // namespace orbel

@@ -42,8 +42,14 @@ std::unique_ptr<EventTap> X11EventTaps::makeTouchTap(TouchHandlers handlers) {
 }
 
 bool X11EventTaps::isTrusted() {
+  const auto touchpad = unreadableTouchpad();
+  if (touchpad) Log::warning("may not read " + *touchpad);
   // Every client of an X server may listen to raw input.
-  return m_pointer.isAvailable() && (!m_touches.isTrusted || m_touches.isTrusted());
+  return m_pointer.isAvailable() && !touchpad;
+}
+
+std::optional<std::string> X11EventTaps::unreadableTouchpad() {
+  return m_touches.unreadableTouchpad ? m_touches.unreadableTouchpad() : std::nullopt;
 }
 
 void X11EventTaps::drain() {

@@ -218,8 +218,12 @@ TEST_F(X11EventTapsTest, ATapMayBeDisabledFromItsOwnCallback) {
 
 TEST_F(X11EventTapsTest, ListeningIsAllowedAndAnUnreadableTouchpadIsNotTrusted) {
   EXPECT_TRUE(m_taps->isTrusted());
-  X11EventTaps unreadable(*m_pointer, {.makeTap = {}, .isTrusted = [] { return false; }});
+  EXPECT_FALSE(m_taps->unreadableTouchpad());
+  X11EventTaps unreadable(*m_pointer,
+                          {.makeTap = {}, .unreadableTouchpad = [] { return std::optional("Pad: locked"); }});
   EXPECT_FALSE(unreadable.isTrusted());
+  EXPECT_EQ(unreadable.unreadableTouchpad(), "Pad: locked");
+  EXPECT_TRUE(hasLogged("Pad: locked"));
 }
 
 TEST_F(X11EventTapsTest, WithoutASourceOfTouchesTheTapSaysSoWhenItIsEnabled) {
@@ -238,7 +242,7 @@ TEST_F(X11EventTapsTest, TouchesComeFromTheGivenSource) {
                                        return m_pointer ? X11EventTaps(*m_pointer).makeMouseUpTap({})
                                                         : nullptr;
                                      },
-                                 .isTrusted = {}});
+                                 .unreadableTouchpad = {}});
   int magnified = 0;
   const auto tap = taps.makeTouchTap({.touchesChanged = {}, .magnified = [&] { ++magnified; }});
   ASSERT_TRUE(tap);

@@ -4,6 +4,8 @@
 
 #include <X11/keysym.h>
 #include <algorithm>
+#include <cmath>
+#include <numbers>
 #include <sstream>
 #include <stdexcept>
 #include <xcb/xtest.h>
@@ -18,8 +20,15 @@ constexpr std::uint8_t kRelative = 1;
 constexpr int kDepartureSteps = 5;
 constexpr int kDepartureStepLength = 3;
 constexpr std::chrono::milliseconds kDeparturePace{40};
+constexpr std::chrono::milliseconds kHandPace{10};
 
 } // namespace
+
+ScreenPoint CircularWay::at(double share) const {
+  const double angle = (startDegrees + share * sweepDegrees) * std::numbers::pi / 180;
+  return {center.x + static_cast<int>(std::lround(radius * std::sin(angle))),
+          center.y - static_cast<int>(std::lround(radius * std::cos(angle)))};
+}
 
 Input::Input(DisplayConnection& display) : m_display(display) {
   const auto cookie = xcb_test_get_version(display.get(), 2, 2);
@@ -59,6 +68,36 @@ void Input::glidePointer(ScreenPoint to, int steps, std::chrono::milliseconds be
   for (int step = 1; step <= steps; ++step) {
     move({from.x + (to.x - from.x) * step / steps, from.y + (to.y - from.y) * step / steps}, betweenSteps);
   }
+}
+
+std::chrono::milliseconds Input::circlePointer(const CircularWay& way) {
+  movePointer(way.at(0));
+  return follow(way, [this](ScreenPoint, ScreenPoint to, auto delay) { move(to, delay); });
+}
+
+std::chrono::milliseconds Input::circlePointerRelatively(const CircularWay& way) {
+  return follow(way, [this](ScreenPoint from, ScreenPoint to, auto delay) {
+    fake(XCB_MOTION_NOTIFY, kRelative, {to.x - from.x, to.y - from.y}, delay);
+  });
+}
+
+std::chrono::milliseconds Input::follow(
+    const CircularWay& way,
+    const std::function<void(ScreenPoint from, ScreenPoint to, std::chrono::milliseconds delay)>& step) {
+  using Clock = std::chrono::steady_clock;
+  const auto start = Clock::now();
+  const auto elapsed = [start] {
+    return std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - start);
+  };
+  const auto count = way.duration / kHandPace;
+  const auto place = [&](std::int64_t index) {
+    return way.at(static_cast<double>(index) / static_cast<double>(count));
+  };
+  for (std::int64_t index = 1; index <= count; ++index) {
+    const auto early = index * kHandPace - elapsed();
+    step(place(index - 1), place(index), std::max(early, std::chrono::milliseconds(0)));
+  }
+  return elapsed();
 }
 
 void Input::press(PointerButton button) {

@@ -8,6 +8,7 @@
 #include "harness/ScreenGeometry.h"
 
 #include <chrono>
+#include <functional>
 #include <string_view>
 #include <vector>
 
@@ -24,6 +25,18 @@ struct DragPace {
   std::chrono::milliseconds beforeRelease{150};
 };
 
+// A movement around a centre, as a hand draws it: a motion every ten milliseconds, in exactly that time
+// however long the server takes for each.
+struct CircularWay {
+  ScreenPoint center;
+  double radius = 60;
+  double startDegrees = 30;  // clockwise from straight up
+  double sweepDegrees = 360; // negative: counter-clockwise
+  std::chrono::milliseconds duration{800};
+
+  ScreenPoint at(double share) const; // 0 at its start, 1 at its end
+};
+
 class Input {
 public:
   explicit Input(DisplayConnection& display);
@@ -37,6 +50,11 @@ public:
   void movePointerBy(int right, int down);
   // In a straight line, with one motion a step; the last one ends exactly at the place.
   void glidePointer(ScreenPoint to, int steps, std::chrono::milliseconds betweenSteps = {});
+
+  // Jumps to its start first. Yields how long it took, which is more than its duration on a busy machine.
+  std::chrono::milliseconds circlePointer(const CircularWay& way);
+  // From where the pointer is, by the steps of a mouse: the pointer's speed and acceleration apply.
+  std::chrono::milliseconds circlePointerRelatively(const CircularWay& way);
 
   void press(PointerButton button);
   void release(PointerButton button);
@@ -64,6 +82,9 @@ private:
   Key find(xcb_keysym_t key) const;
   void fake(std::uint8_t event, std::uint8_t detail, ScreenPoint place, std::chrono::milliseconds delay);
   void move(ScreenPoint to, std::chrono::milliseconds delay);
+  std::chrono::milliseconds
+  follow(const CircularWay& way,
+         const std::function<void(ScreenPoint from, ScreenPoint to, std::chrono::milliseconds delay)>& step);
 
   DisplayConnection& m_display;
   std::vector<std::uint8_t> m_heldButtons;

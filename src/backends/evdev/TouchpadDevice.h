@@ -1,0 +1,21 @@
+// A touchpad that the kernel has, whether it may be read or not.
+#pragma once
+
+#include <string>
+
+namespace orbel {
+
+struct TouchpadDevice {
+  std::string systemPath; // tells it from all others while it is plugged in
+  std::string node;       // such as /dev/input/event5
+  std::string name;       // the maker's; may be empty
+
+  friend bool operator==(const TouchpadDevice&, const TouchpadDevice&) = default;
+};
+
+// For messages: its name and its node.
+inline std::string description(const TouchpadDevice& device) {
+  return "the touchpad \"" + device.name + "\" (" + device.node + ")";
+}
+
+} // namespace orbel

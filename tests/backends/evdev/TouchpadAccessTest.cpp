@@ -1,0 +1,78 @@
+#include "backends/evdev/TouchpadAccess.h"
+
+#include "backends/evdev/TouchpadTap.h"
+#include "support/TouchpadTest.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace orbel::test {
+namespace {
+
+// While it lives, this process may open no device: permissions bind nobody but other users than root.
+class WithoutAccess {
+public:
+  explicit WithoutAccess(const TestTouchpad& pad) : m_path(pad.path()) {
+    chmod(m_path.c_str(), 0);
+    if (m_user == 0) m_isChanged = seteuid(kNobody) == 0;
+  }
+  ~WithoutAccess() {
+    if (m_isChanged && seteuid(m_user) != 0) std::abort();
+    chmod(m_path.c_str(), S_IRUSR | S_IWUSR);
+  }
+  WithoutAccess(const WithoutAccess&) = delete;
+  WithoutAccess& operator=(const WithoutAccess&) = delete;
+
+private:
+  static constexpr uid_t kNobody = 65534;
+
+  std::string m_path;
+  uid_t m_user = geteuid();
+  bool m_isChanged = false;
+};
+
+class TouchpadAccessTest : public TouchpadTest {};
+
+TEST_F(TouchpadAccessTest, WithoutATouchpadNothingIsMissing) {
+  EXPECT_FALSE(TouchpadAccess::unreadable());
+}
+
+TEST_F(TouchpadAccessTest, ATouchpadThatCanBeReadIsNotNamed) {
+  TestTouchpad pad(testbed());
+  pad.plugIn();
+  EXPECT_FALSE(TouchpadAccess::unreadable());
+}
+
+TEST_F(TouchpadAccessTest, ATouchpadThatMayNotBeReadIsNamedWithTheCause) {
+  TestTouchpad pad(testbed(), {.name = "Locked"});
+  pad.plugIn();
+  openTestbedToOthers();
+  const WithoutAccess none(pad);
+  const auto named = TouchpadAccess::unreadable();
+  ASSERT_TRUE(named);
+  EXPECT_EQ(*named, "the touchpad \"Locked\" (/dev/input/event5): Permission denied");
+}
+
+TEST_F(TouchpadAccessTest, TheTapTriesAgainWhenTheAccessRightsChange) {
+  TestTouchpad pad(testbed(), {.name = "Locked"});
+  pad.plugIn();
+  std::vector<Touch> touches;
+  TouchpadTap tap({[&](const std::vector<Touch>& told) { touches = told; }, [] {}});
+  openTestbedToOthers();
+  {
+    const WithoutAccess none(pad);
+    tap.setEnabled(true);
+    EXPECT_TRUE(hasLogged("\"Locked\" (/dev/input/event5) gives no gestures: Permission denied"));
+  }
+  pad.announceChange();
+  int trackingId = 0;
+  const auto isHeard = [&] {
+    pad.put(0, ++trackingId, 0.5, 0.5);
+    pad.frame();
+    return !touches.empty();
+  };
+  EXPECT_TRUE(iterateUntil(isHeard));
+}
+
+} // namespace
+} // namespace orbel::test

@@ -50,7 +50,10 @@ void AppSettings::destroySharedInstance() {
   sharedPointer().reset();
 }
 
-AppSettings::AppSettings() {
+AppSettings::AppSettings()
+    : m_watch({kGestureSettingsKey, kMagnifySettingsKey, kWindowTintColorKey, kShowRunningAppsKey,
+               kMenuSizeSettingsKey, kLaunchAtLoginKey},
+              [this](const std::string& key) { changedFromOutside(key); }) {
   EventTaps& taps = Platform::current().eventTaps;
   m_touchEventTap = taps.makeTouchTap(
       {[this](const std::vector<Touch>& touches) { touchesChanged(touches); }, [this] { magnified(); }});
@@ -68,7 +71,7 @@ std::int64_t AppSettings::gestureSettings() const {
 }
 
 void AppSettings::setGestureSettings(std::int64_t gesture) {
-  preferences().setObject(kGestureSettingsKey, gesture);
+  m_watch.write(kGestureSettingsKey, gesture);
   stopHandlers();
   startHandlers();
 }
@@ -78,7 +81,7 @@ bool AppSettings::magnifySettings() const {
 }
 
 void AppSettings::setMagnifySettings(bool magnify) {
-  preferences().setObject(kMagnifySettingsKey, magnify);
+  m_watch.write(kMagnifySettingsKey, magnify);
   post(kOrbelMenuMagnifySettingsChangedNotification);
 }
 
@@ -94,7 +97,7 @@ Color AppSettings::windowTintColor() const {
 }
 
 void AppSettings::setWindowTintColor(const Color& color) {
-  preferences().setObject(kWindowTintColorKey, ArchivedColor::archive(color));
+  m_watch.write(kWindowTintColorKey, ArchivedColor::archive(color));
   post(kOrbelMenuWindowTintSettingsChangedNotification);
 }
 
@@ -103,7 +106,7 @@ bool AppSettings::showRunningApps() const {
 }
 
 void AppSettings::setShowRunningApps(bool show) {
-  preferences().setObject(kShowRunningAppsKey, show);
+  m_watch.write(kShowRunningAppsKey, show);
   post(kOrbelMenuShowRunningAppsChangedNotification);
 }
 
@@ -112,7 +115,7 @@ std::int64_t AppSettings::menuSizeSettings() const {
 }
 
 void AppSettings::setMenuSizeSettings(std::int64_t size) {
-  preferences().setObject(kMenuSizeSettingsKey, size);
+  m_watch.write(kMenuSizeSettingsKey, size);
   post(kOrbelMenuMenuSizeSettingsChangedNotification);
 }
 
@@ -121,7 +124,7 @@ bool AppSettings::swiftMode() const {
 }
 
 void AppSettings::setSwiftMode(bool swift) {
-  preferences().setObject(kSwiftModeKey, swift);
+  m_watch.write(kSwiftModeKey, swift);
 }
 
 bool AppSettings::launchAtLogin() const {
@@ -129,7 +132,7 @@ bool AppSettings::launchAtLogin() const {
 }
 
 void AppSettings::setLaunchAtLogin(bool launch) {
-  preferences().setObject(kLaunchAtLoginKey, launch);
+  m_watch.write(kLaunchAtLoginKey, launch);
   updateLaunchSettings();
 }
 
@@ -153,11 +156,22 @@ void AppSettings::stopHandlers() {
 }
 
 void AppSettings::reset() {
-  preferences().setObject(kGestureSettingsKey, kFirstGesture);
-  preferences().setObject(kMagnifySettingsKey, true);
+  m_watch.write(kGestureSettingsKey, kFirstGesture);
+  m_watch.write(kMagnifySettingsKey, true);
 }
 
 void AppSettings::updateLaunchSettings() {}
+
+// As if the setter had been called, but for the writing.
+void AppSettings::changedFromOutside(const std::string& key) {
+  if (key == kMagnifySettingsKey) post(kOrbelMenuMagnifySettingsChangedNotification);
+  if (key == kWindowTintColorKey) post(kOrbelMenuWindowTintSettingsChangedNotification);
+  if (key == kShowRunningAppsKey) post(kOrbelMenuShowRunningAppsChangedNotification);
+  if (key == kMenuSizeSettingsKey) post(kOrbelMenuMenuSizeSettingsChangedNotification);
+  if (key == kLaunchAtLoginKey) updateLaunchSettings();
+  // Handlers that are stopped stay stopped.
+  if (key == kGestureSettingsKey && m_mouseUpEventTap->isEnabled()) startHandlers();
+}
 
 void AppSettings::mouseUp() {
   post(kOrbelMenuShouldHideNotification);

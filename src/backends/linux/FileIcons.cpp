@@ -35,7 +35,7 @@ std::string withoutPictureSuffix(const std::string& name) {
 std::string pixmapFile(const std::string& name) {
   for (const char* const* folder = g_get_system_data_dirs(); *folder; ++folder) {
     for (const char* suffix : {"", ".svg", ".png", ".xpm"}) {
-      const std::string path = std::string(*folder) + "/pixmaps/" + name + suffix;
+      std::string path = std::string(*folder) + "/pixmaps/" + name + suffix;
       struct stat status {};
       if (::stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) return path;
     }
@@ -89,7 +89,7 @@ ImagePointer FileIcons::imageNamed(const std::string& name) {
   return m_ownPictures[name] = image({"", {}, name});
 }
 
-ImagePointer FileIcons::image(Source source) {
+ImagePointer FileIcons::image(const Source& source) {
   std::weak_ptr<const Image>& kept = m_images[source];
   if (auto present = kept.lock()) return present;
   auto made = std::make_shared<const Image>(kIconSize, [&loader = m_loader, source](int width, int height) {

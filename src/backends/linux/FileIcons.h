@@ -37,7 +37,7 @@ private:
     std::string fallback;
     bool operator<(const Source& other) const;
   };
-  ImagePointer image(Source source);
+  ImagePointer image(const Source& source);
   Source sourceForFile(const std::string& path) const;
   Source sourceForEntry(const DesktopEntry& entry) const;
 

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <array>
+#include <ranges>
 #include <variant>
 
 namespace orbel {
@@ -81,8 +82,8 @@ GObjectPointer<GAppLaunchContext> makeContext(const std::vector<std::string>& pr
 
 struct Texts { // a list as GLib takes it, borrowed from the vector
   explicit Texts(const std::vector<std::string>& texts) {
-    for (auto text = texts.rbegin(); text != texts.rend(); ++text) {
-      list = g_list_prepend(list, const_cast<char*>(text->c_str()));
+    for (const std::string& text : texts | std::views::reverse) {
+      list = g_list_prepend(list, const_cast<char*>(text.c_str()));
     }
   }
   ~Texts() { g_list_free(list); }

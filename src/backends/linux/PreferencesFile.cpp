@@ -33,7 +33,7 @@ PreferencesFile::PreferencesFile(std::string path, RunLoop& runLoop)
 
 PreferencesFile::~PreferencesFile() {
   m_observers = {};
-  synchronize();
+  PreferencesFile::synchronize();
 }
 
 void PreferencesFile::start() {

@@ -81,6 +81,7 @@ void RunningApplicationList::update() {
   using Look = std::tuple<Record, std::string, std::optional<std::string>>;
   const auto looks = [](const std::vector<Record>& records) {
     std::vector<Look> result;
+    result.reserve(records.size());
     for (const auto& record : records) {
       result.emplace_back(record, record->localizedName(), record->bundlePath());
     }

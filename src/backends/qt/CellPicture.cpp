@@ -189,7 +189,7 @@ void CellPicture::blur(int radius) {
 }
 
 void CellPicture::blurLine(Component* line, int count, int step, int radius, std::vector<Component>& copy) {
-  const auto window = static_cast<std::size_t>(2 * radius + 1);
+  const std::size_t window = 2 * static_cast<std::size_t>(radius) + 1;
   // Dividing by multiplying: exact for every sum of sixteen-bit numbers here.
   const std::uint64_t reciprocal = (std::uint64_t{1} << 32) / window + 1;
   for (int c = 0; c < 3; ++c) {

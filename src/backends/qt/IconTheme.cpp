@@ -36,7 +36,8 @@ std::optional<QString> fileIn(const QString& folder, const QString& icon, const 
 struct Unfitness {
   int rank;
   int distance;
-  friend auto operator<=>(const Unfitness&, const Unfitness&) = default;
+  friend auto operator<=>(const Unfitness&, const Unfitness&) =
+      default; // NOLINT(modernize-use-nullptr): clang-tidy 14 means the generated comparison with 0
 };
 
 Unfitness unfitness(bool fits, bool drawing, int size, int pixelSize) {

@@ -61,7 +61,7 @@ QString IconThemeChoice::configured(const QString& configurationFolder, const Ic
   std::stable_partition(files.begin(), files.end(),
                         [](const SettingsFile& settings) { return isCurrentDesktop(settings.desktop); });
   for (const SettingsFile& settings : files) {
-    const QString theme = themeIn(configurationFolder, settings);
+    QString theme = themeIn(configurationFolder, settings);
     if (IconTheme::isInstalled(theme, folders)) return theme;
   }
   return {};
@@ -81,10 +81,10 @@ QString IconThemeChoice::current(const IconTheme::Folders& folders) {
   // With no theme set by us the toolkit tells the one it learnt from the desktop; "hicolor" means that it
   // learnt none.
   QIcon::setThemeName(QString());
-  const QString learnt = QIcon::themeName();
+  QString learnt = QIcon::themeName();
   if (learnt != QLatin1String("hicolor") && IconTheme::isInstalled(learnt, folders)) return learnt;
   for (const QString& folder : QStandardPaths::standardLocations(QStandardPaths::GenericConfigLocation)) {
-    const QString theme = configured(folder, folders);
+    QString theme = configured(folder, folders);
     if (!theme.isEmpty()) return theme;
   }
   const QString complete = fallback(folders);

@@ -21,6 +21,8 @@ constexpr std::uint32_t kEvents = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MA
                                   XCB_EVENT_MASK_BUTTON_RELEASE | XCB_EVENT_MASK_KEY_PRESS |
                                   XCB_EVENT_MASK_KEY_RELEASE | XCB_EVENT_MASK_PROPERTY_CHANGE;
 constexpr std::uint32_t kSourceApplication = 1;
+constexpr std::uint16_t kQuestionWidth = 260; // pixels
+constexpr std::uint16_t kQuestionHeight = 90;
 constexpr const char* kTimeProperty = "_TEST_CLIENT_TIME";
 
 const char* modeName(std::uint8_t mode) {
@@ -181,11 +183,32 @@ void ClientWindow::handleProtocol(const xcb_client_message_event_t& message) {
   const xcb_atom_t protocol = message.data.data32[0];
   if (protocol == m_display.atom("WM_DELETE_WINDOW")) {
     m_log.write("delete-window");
-    m_isClosed = !m_options.asksBeforeClosing;
+    if (m_options.asksBeforeClosing) {
+      askBeforeClosing();
+    } else {
+      m_isClosed = true;
+    }
   } else if (protocol == m_display.atom("WM_TAKE_FOCUS")) {
     m_log.write("take-focus");
     xcb_set_input_focus(m_display.get(), XCB_INPUT_FOCUS_PARENT, m_window, message.data.data32[1]);
   }
+}
+
+void ClientWindow::askBeforeClosing() {
+  if (m_question != XCB_NONE) return;
+  xcb_connection_t* xcb = m_display.get();
+  m_question = xcb_generate_id(xcb);
+  const xcb_screen_t& screen = m_display.screen();
+  xcb_create_window(xcb, XCB_COPY_FROM_PARENT, m_question, screen.root, 0, 0, kQuestionWidth, kQuestionHeight,
+                    0, XCB_WINDOW_CLASS_INPUT_OUTPUT, screen.root_visual, XCB_CW_BACK_PIXEL,
+                    &screen.white_pixel);
+  const std::string title = "Save the changes?";
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_question, XCB_ATOM_WM_NAME, XCB_ATOM_STRING, 8,
+                      static_cast<std::uint32_t>(title.size()), title.data());
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_question, XCB_ATOM_WM_TRANSIENT_FOR, XCB_ATOM_WINDOW, 32,
+                      1, &m_window);
+  xcb_map_window(xcb, m_question);
+  m_log.write("asks " + hexadecimal(m_question));
 }
 
 void ClientWindow::raiseItself() {

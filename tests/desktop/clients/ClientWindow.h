@@ -5,9 +5,10 @@
 //   button-press <n> <x> <y>   button-release <n> <x> <y>
 //   key-press 0x<keysym>       key-release 0x<keysym>
 //   delete-window              take-focus                 raise-itself
+//   asks 0x<window>
 //
-// SIGUSR1 makes it raise and activate itself. It ends when it is closed politely, unless it asks before
-// closing.
+// SIGUSR1 makes it raise and activate itself. It ends when it is closed politely. One that asks before
+// closing shows a dialog instead, like a program with an unsaved document.
 #pragma once
 
 #include "clients/ClientOptions.h"
@@ -34,6 +35,7 @@ private:
   void handleWaitingEvents();
   void handle(const xcb_generic_event_t& event);
   void handleProtocol(const xcb_client_message_event_t& message);
+  void askBeforeClosing();
   void raiseItself();
   xcb_timestamp_t currentTime();
   void setText(const char* property, xcb_atom_t type, const std::string& text);
@@ -44,6 +46,7 @@ private:
   DisplayConnection m_display;
   Keymap m_keymap;
   xcb_window_t m_window = XCB_NONE;
+  xcb_window_t m_question = XCB_NONE; // the dialog
   int m_signals = -1;
   bool m_isClosed = false;
 };

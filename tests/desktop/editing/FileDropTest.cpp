@@ -195,6 +195,11 @@ TEST_P(FileDropCasesTest, ADragWhoseProgramDiesLeavesTheMenuAsItWas) {
   ASSERT_TRUE(source.process().waitForExit(kPatience));
   m_input.release(PointerButton::left);
   EXPECT_TRUE(holdsFor([&] { return isMenuShown(kPlace); }, 200ms, "the menu stays"));
+  m_input.movePointer(kPlace);
+  // The member in the collection's icon is as bright as it was.
+  const ScreenPoint icon = item(kBoxIndex, kKept);
+  const int down = static_cast<int>(0.3 * itemSideAtRest(menuFrame().value(), kKept));
+  EXPECT_TRUE(waitForIconAt({icon.x, icon.y + down}, kGreen));
   saveSettledPicture("after the death");
   EXPECT_EQ(m_session.preferences().menuItems(), (std::vector{m_red->item(), box(), m_orange}));
   // The next one is taken as if nothing had been.

@@ -21,7 +21,7 @@ struct TestWindowOptions {
   bool hasProcessId = true;       // _NET_WM_PID
   bool acceptsInput = true;       // the input hint of WM_HINTS
   bool takesFocus = false;        // WM_TAKE_FOCUS
-  bool asksBeforeClosing = false; // a polite close is written down, and the window stays
+  bool asksBeforeClosing = false; // at a polite close a dialog comes up, and the window stays
   bool skipsTaskbar = false;
   bool isFullscreen = false;
 };

@@ -29,6 +29,14 @@ protected:
     X11Test::TearDown();
   }
 
+  // Moves the pointer until a movement is told; some are left out after another.
+  bool moveUntilTold() {
+    const int before = m_movements;
+    return iterateUntil([&] {
+      driver().moveTo(400 + ++m_steps % 100, 300);
+      return m_movements > before;
+    });
+  }
   // What is done from here on happens after the server has taken it over.
   void setEnabled(EventTap& tap, bool enabled) {
     tap.setEnabled(enabled);
@@ -40,7 +48,7 @@ protected:
   std::unique_ptr<X11EventTaps> m_taps;
   std::unique_ptr<EventTap> m_up, m_moved;
   Registration m_counting;
-  int m_events = 0, m_releases = 0, m_movements = 0;
+  int m_events = 0, m_releases = 0, m_movements = 0, m_steps = 0;
 };
 
 TEST_F(X11EventTapsTest, NothingComesFromTheServerWhileNoTapIsEnabled) {
@@ -129,22 +137,42 @@ TEST_F(X11EventTapsTest, EventsComeDuringAnotherProgramsGrabOfThePointer) {
   EXPECT_GE(m_movements, 1);
 }
 
-TEST_F(X11EventTapsTest, EveryMovementIsTold) {
+TEST_F(X11EventTapsTest, MovementsAreToldAsLongAsTheyGoOn) {
   setEnabled(*m_moved, true);
-  for (int step = 1; step <= 5; ++step)
-    driver().moveTo(100 + step * 10, 100);
-  EXPECT_TRUE(iterateUntil([&] { return m_movements == 5; }));
+  for (int told = 1; told <= 5; ++told) {
+    ASSERT_TRUE(moveUntilTold());
+    EXPECT_EQ(m_movements, told);
+  }
+}
+
+TEST_F(X11EventTapsTest, MovementsThatFollowAnotherAtOnceWakeNobody) {
+  setEnabled(*m_moved, true);
+  driver().moveTo(100, 100);
+  m_taps->drain(); // the first is told, and no more are asked for
+  m_taps->drain(); // and the server knows
+  EXPECT_EQ(m_movements, 1);
+  m_events = 0;
+  for (int step = 1; step <= 500; ++step)
+    driver().moveTo(100 + step, 100);
+  m_taps->drain();
+  EXPECT_EQ(m_events, 0);
+  EXPECT_EQ(m_movements, 1);
+  EXPECT_TRUE(moveUntilTold()) << "after a moment they are told again";
 }
 
 TEST_F(X11EventTapsTest, MovementsWithAButtonHeldAreADragAndLeftOut) {
-  setEnabled(*m_moved, true);
   for (const std::uint8_t button : {kPrimary, kMiddle, kSecondary, kBack}) {
+    setEnabled(*m_moved, true);
     driver().pressButton(button);
+    m_events = 0;
     driver().moveTo(100 + button, 100);
     m_taps->drain();
+    EXPECT_EQ(m_events, 2) << "the press and the movement were seen";
     EXPECT_EQ(m_movements, 0) << int{button};
     driver().releaseButton(button);
+    setEnabled(*m_moved, false);
   }
+  setEnabled(*m_moved, true);
   driver().moveTo(300, 300);
   m_taps->drain();
   EXPECT_EQ(m_movements, 1);
@@ -159,9 +187,7 @@ TEST_F(X11EventTapsTest, OneOfTwoHeldButtonsIsStillADrag) {
   m_taps->drain();
   EXPECT_EQ(m_movements, 0);
   driver().releaseButton(kSecondary);
-  driver().moveTo(320, 300);
-  m_taps->drain();
-  EXPECT_EQ(m_movements, 1);
+  EXPECT_TRUE(moveUntilTold());
 }
 
 TEST_F(X11EventTapsTest, AButtonThatWasHeldBeforeTheTapWasEnabledIsADragToo) {
@@ -171,9 +197,7 @@ TEST_F(X11EventTapsTest, AButtonThatWasHeldBeforeTheTapWasEnabledIsADragToo) {
   m_taps->drain();
   EXPECT_EQ(m_movements, 0);
   driver().releaseButton(kSecondary);
-  driver().moveTo(320, 300);
-  m_taps->drain();
-  EXPECT_EQ(m_movements, 1);
+  EXPECT_TRUE(moveUntilTold());
 }
 
 TEST_F(X11EventTapsTest, TurningTheWheelIsNoDrag) {
@@ -183,6 +207,24 @@ TEST_F(X11EventTapsTest, TurningTheWheelIsNoDrag) {
   driver().releaseButton(kWheelUp);
   m_taps->drain();
   EXPECT_EQ(m_movements, 1);
+}
+
+TEST_F(X11EventTapsTest, TheTapMayBeDisabledByAMovementAndEnabledAgainDuringThePause) {
+  std::unique_ptr<EventTap> tap;
+  int movements = 0;
+  tap = m_taps->makeMouseMovedTap([&] {
+    ++movements;
+    tap->setEnabled(false);
+  });
+  setEnabled(*tap, true);
+  driver().moveTo(100, 100);
+  m_taps->drain();
+  EXPECT_EQ(movements, 1);
+  EXPECT_FALSE(tap->isEnabled());
+  setEnabled(*tap, true);
+  driver().moveTo(200, 100);
+  m_taps->drain();
+  EXPECT_EQ(movements, 2);
 }
 
 TEST_F(X11EventTapsTest, DrainingLetsTheTapHandleAReleaseThatHasHappened) {

@@ -8,8 +8,11 @@
 namespace orbel {
 
 namespace {
-constexpr std::chrono::milliseconds kPause{static_cast<int>(EventTaps::kMovementPause * 1000)};
-}
+constexpr std::chrono::duration<double> kInterval{EventTaps::kMovementInterval};
+// A little less: the first movement after the interval must not be missed while the server is being asked.
+constexpr std::chrono::milliseconds kPause{45};
+static_assert(kPause < kInterval);
+} // namespace
 
 MouseMovedTap::MouseMovedTap(RawPointer& pointer, std::function<void()> mouseMoved)
     : m_pointer(pointer), m_mouseMoved(std::move(mouseMoved)), m_endOfPause([this] { listen(); }) {}
@@ -22,6 +25,7 @@ void MouseMovedTap::setEnabled(bool enabled) {
     m_releases.reset();
     m_motion.reset();
     m_endOfPause.cancel();
+    m_lastPause = {};
     return;
   }
   m_presses =
@@ -40,10 +44,18 @@ void MouseMovedTap::listen() {
 }
 
 void MouseMovedTap::moved() {
-  // Before the block, which may disable the tap.
+  pauseOnceAnInterval(); // before the block, which may disable the tap
+  if (m_held.none()) m_mouseMoved();
+}
+
+// The movements between the end of the pause and that of the interval begin no pause of their own: the next
+// one that matters is only a moment away.
+void MouseMovedTap::pauseOnceAnInterval() {
+  const auto now = std::chrono::steady_clock::now();
+  if (now - m_lastPause < kInterval) return;
+  m_lastPause = now;
   m_motion.reset();
   m_endOfPause.schedule(kPause);
-  if (m_held.none()) m_mouseMoved();
 }
 
 void MouseMovedTap::setHeld(std::uint32_t button, bool held) {

@@ -1,7 +1,7 @@
 // The pointer's movements with no button held; with one held it is a drag. Presses and releases are listened
 // to as well while it is enabled, to know which of the two a movement is without asking the server at each.
-// After each movement the server is asked for no more of them for the pause that the tap may make: a pointer
-// that moves costs some twenty wake-ups a second however often the mouse reports, one that rests none.
+// For most of the interval in which the tap may leave movements out, the server is asked for none: a pointer
+// that moves costs little however often the mouse reports, one that rests nothing.
 #pragma once
 
 #include "backends/x11/DelayedCall.h"
@@ -9,6 +9,7 @@
 #include "platform/EventTaps.h"
 
 #include <bitset>
+#include <chrono>
 #include <cstdint>
 #include <functional>
 
@@ -26,6 +27,7 @@ private:
   void setHeld(std::uint32_t button, bool held);
   void listen();
   void moved();
+  void pauseOnceAnInterval();
 
   RawPointer& m_pointer;
   std::function<void()> m_mouseMoved;
@@ -34,6 +36,7 @@ private:
   Registration m_presses;
   Registration m_releases;
   Registration m_motion; // none during a pause
+  std::chrono::steady_clock::time_point m_lastPause;
   DelayedCall m_endOfPause;
 };
 

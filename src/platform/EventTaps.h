@@ -33,10 +33,15 @@ struct TouchHandlers {
 
 class EventTaps {
 public:
+  // Seconds.
+  static constexpr double kMovementInterval = 0.05;
+
   virtual ~EventTaps() = default;
   // Every release of the primary button anywhere, before our own windows act on it.
   virtual std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> mouseUp) = 0;
-  // Every pointer movement with no button held. The position is asked of the window system.
+  // The pointer's movements with no button held. Of those that follow another within kMovementInterval any
+  // may be left out, so that a mouse with a thousand reports a second does not wake the process for each. The
+  // position is asked of the window system.
   virtual std::unique_ptr<EventTap> makeMouseMovedTap(std::function<void()> mouseMoved) = 0;
   virtual std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) = 0;
 

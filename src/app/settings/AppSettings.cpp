@@ -20,6 +20,9 @@ constexpr auto kLastGesture = static_cast<std::int64_t>(Gesture::pointerCircle);
 constexpr std::int64_t kFirstMenuSize = 1;
 constexpr std::int64_t kLastMenuSize = 3;
 
+// Every sample that is due must have been told.
+static_assert(EventTaps::kMovementInterval <= PointerCircleRecognizer::kSampleInterval);
+
 PreferencesStore& preferences() {
   return Platform::current().preferences;
 }

@@ -3,6 +3,9 @@
 #include "backends/x11/RawPointer.h"
 #include "support/X11Test.h"
 
+#include <algorithm>
+#include <chrono>
+
 namespace orbel::test {
 namespace {
 
@@ -29,6 +32,14 @@ protected:
     X11Test::TearDown();
   }
 
+  // Moves the pointer until a movement is told; some are left out after another.
+  bool moveUntilTold() {
+    const int before = m_movements;
+    return iterateUntil([&] {
+      driver().moveTo(400 + ++m_steps % 100, 300);
+      return m_movements > before;
+    });
+  }
   // What is done from here on happens after the server has taken it over.
   void setEnabled(EventTap& tap, bool enabled) {
     tap.setEnabled(enabled);
@@ -40,7 +51,7 @@ protected:
   std::unique_ptr<X11EventTaps> m_taps;
   std::unique_ptr<EventTap> m_up, m_moved;
   Registration m_counting;
-  int m_events = 0, m_releases = 0, m_movements = 0;
+  int m_events = 0, m_releases = 0, m_movements = 0, m_steps = 0;
 };
 
 TEST_F(X11EventTapsTest, NothingComesFromTheServerWhileNoTapIsEnabled) {
@@ -129,22 +140,61 @@ TEST_F(X11EventTapsTest, EventsComeDuringAnotherProgramsGrabOfThePointer) {
   EXPECT_GE(m_movements, 1);
 }
 
-TEST_F(X11EventTapsTest, EveryMovementIsTold) {
+TEST_F(X11EventTapsTest, MovementsAreToldAsLongAsTheyGoOn) {
   setEnabled(*m_moved, true);
-  for (int step = 1; step <= 5; ++step)
-    driver().moveTo(100 + step * 10, 100);
-  EXPECT_TRUE(iterateUntil([&] { return m_movements == 5; }));
+  for (int round = 0; round < 5; ++round)
+    ASSERT_TRUE(moveUntilTold()) << round;
+}
+
+TEST_F(X11EventTapsTest, MovementsThatFollowAnotherAtOnceWakeNobody) {
+  setEnabled(*m_moved, true);
+  driver().moveTo(100, 100);
+  m_taps->drain(); // the first is told, and no more are asked for
+  m_taps->drain(); // and the server knows
+  EXPECT_EQ(m_movements, 1);
+  m_events = 0;
+  for (int step = 1; step <= 500; ++step)
+    driver().moveTo(100 + step, 100);
+  m_taps->drain();
+  EXPECT_EQ(m_events, 0);
+  EXPECT_EQ(m_movements, 1);
+  EXPECT_TRUE(moveUntilTold()) << "after a moment they are told again";
+}
+
+// Whoever takes one movement an interval must not have to wait for two.
+TEST_F(X11EventTapsTest, AMovementIsToldSoonAfterEveryInterval) {
+  using Clock = std::chrono::steady_clock;
+  constexpr std::chrono::duration<double> kInterval{EventTaps::kMovementInterval};
+  Clock::time_point last;
+  auto shortest = Clock::duration::max();
+  int taken = 0;
+  const auto tap = m_taps->makeMouseMovedTap([&] {
+    const auto now = Clock::now();
+    if (now - last < kInterval) return;
+    if (taken++ > 0) shortest = std::min(shortest, now - last);
+    last = now;
+  });
+  setEnabled(*tap, true);
+  EXPECT_TRUE(iterateUntil([&] {
+    driver().moveTo(400 + ++m_steps % 100, 300);
+    return taken > 20;
+  }));
+  EXPECT_LT(shortest, 1.5 * kInterval);
 }
 
 TEST_F(X11EventTapsTest, MovementsWithAButtonHeldAreADragAndLeftOut) {
-  setEnabled(*m_moved, true);
   for (const std::uint8_t button : {kPrimary, kMiddle, kSecondary, kBack}) {
+    setEnabled(*m_moved, true);
     driver().pressButton(button);
+    m_events = 0;
     driver().moveTo(100 + button, 100);
     m_taps->drain();
+    EXPECT_EQ(m_events, 2) << "the press and the movement were seen";
     EXPECT_EQ(m_movements, 0) << int{button};
     driver().releaseButton(button);
+    setEnabled(*m_moved, false);
   }
+  setEnabled(*m_moved, true);
   driver().moveTo(300, 300);
   m_taps->drain();
   EXPECT_EQ(m_movements, 1);
@@ -159,9 +209,7 @@ TEST_F(X11EventTapsTest, OneOfTwoHeldButtonsIsStillADrag) {
   m_taps->drain();
   EXPECT_EQ(m_movements, 0);
   driver().releaseButton(kSecondary);
-  driver().moveTo(320, 300);
-  m_taps->drain();
-  EXPECT_EQ(m_movements, 1);
+  EXPECT_TRUE(moveUntilTold());
 }
 
 TEST_F(X11EventTapsTest, AButtonThatWasHeldBeforeTheTapWasEnabledIsADragToo) {
@@ -171,9 +219,7 @@ TEST_F(X11EventTapsTest, AButtonThatWasHeldBeforeTheTapWasEnabledIsADragToo) {
   m_taps->drain();
   EXPECT_EQ(m_movements, 0);
   driver().releaseButton(kSecondary);
-  driver().moveTo(320, 300);
-  m_taps->drain();
-  EXPECT_EQ(m_movements, 1);
+  EXPECT_TRUE(moveUntilTold());
 }
 
 TEST_F(X11EventTapsTest, TurningTheWheelIsNoDrag) {
@@ -183,6 +229,24 @@ TEST_F(X11EventTapsTest, TurningTheWheelIsNoDrag) {
   driver().releaseButton(kWheelUp);
   m_taps->drain();
   EXPECT_EQ(m_movements, 1);
+}
+
+TEST_F(X11EventTapsTest, TheTapMayBeDisabledByAMovementAndEnabledAgainDuringThePause) {
+  std::unique_ptr<EventTap> tap;
+  int movements = 0;
+  tap = m_taps->makeMouseMovedTap([&] {
+    ++movements;
+    tap->setEnabled(false);
+  });
+  setEnabled(*tap, true);
+  driver().moveTo(100, 100);
+  m_taps->drain();
+  EXPECT_EQ(movements, 1);
+  EXPECT_FALSE(tap->isEnabled());
+  setEnabled(*tap, true);
+  driver().moveTo(200, 100);
+  m_taps->drain();
+  EXPECT_EQ(movements, 2);
 }
 
 TEST_F(X11EventTapsTest, DrainingLetsTheTapHandleAReleaseThatHasHappened) {

@@ -22,6 +22,7 @@ AppDelegate::~AppDelegate() = default;
 void AppDelegate::applicationDidFinishLaunching() {
   makeTrustedIfNeccessary();
   AppSettings::sharedInstance().startHandlers();
+  m_settingsWindowController = SettingsWindowController::create(m_terminate);
 
   NotificationCenter& center = NotificationCenter::defaultCenter();
   m_observations.push_back(
@@ -39,12 +40,19 @@ void AppDelegate::applicationWillTerminate() {
     // Ends a fade that is under way, whose completion would keep the controller and its window alive.
     controller->window().setAlphaValue(0);
   }
+  m_settingsWindowController = nullptr;
   Platform::current().preferences.synchronize();
   CompanionToolkit::terminate();
 }
 
 void AppDelegate::makeTrustedIfNeccessary() {
   if (!Platform::current().eventTaps.isTrusted()) Log::warning("we're not trusted");
+}
+
+void AppDelegate::statusItemClicked() {
+  if (!m_settingsWindowController) return;
+  m_settingsWindowController->window().center();
+  m_settingsWindowController->showWindow();
 }
 
 void AppDelegate::orbelMenuShouldShow(const Notification& notification) {

@@ -2,18 +2,22 @@
 // program. Made by main after the platform; lives as long as the program. Main thread only.
 #pragma once
 
+#include "app/SettingsWindowController.h"
 #include "controllers/OrbelWindowController.h"
 #include "foundation/NotificationCenter.h"
 #include "foundation/Registration.h"
 
+#include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace orbel {
 
 class AppDelegate {
 public:
-  AppDelegate() = default;
+  // The block ends the main loop, after which main calls applicationWillTerminate().
+  explicit AppDelegate(std::function<void()> terminate) : m_terminate(std::move(terminate)) {}
   ~AppDelegate();
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;
@@ -23,6 +27,10 @@ public:
   void applicationWillTerminate();
   // Logs when the process may not listen to the user's input.
   void makeTrustedIfNeccessary();
+
+  // The settings window in the middle of the screen, in front and with the keyboard. Also when the desktop
+  // asks for the settings, or the program is started a second time.
+  void statusItemClicked();
 
   void orbelMenuShouldShow(const Notification& notification);
   void orbelMenuShouldHide();
@@ -35,12 +43,18 @@ public:
 
   // The main menu's controller while a menu exists; empty otherwise.
   const std::shared_ptr<OrbelWindowController>& windowController() const { return m_windowController; }
+  // From launch to termination; empty otherwise.
+  const std::shared_ptr<SettingsWindowController>& settingsWindowController() const {
+    return m_settingsWindowController;
+  }
 
 private:
   void summon(bool fromKeyboard);
   void showMenu(Point pointer, bool fromKeyboard);
 
+  std::function<void()> m_terminate;
   std::shared_ptr<OrbelWindowController> m_windowController;
+  std::shared_ptr<SettingsWindowController> m_settingsWindowController;
   std::vector<Registration> m_observations;
 };
 

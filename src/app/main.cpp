@@ -12,6 +12,7 @@
 #include "backends/qt/QtTextServices.h"
 #include "backends/qt/QtWindowSystem.h"
 #include "backends/qt/SingleInstance.h"
+#include "backends/qt/settings/QtSettingsForms.h"
 #include "backends/x11/ClickWatch.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/PassiveKeyGrabs.h"
@@ -51,6 +52,22 @@ std::string preferencesPath() {
   const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
   return (folder + QStringLiteral("/orbelmenu/preferences.plist")).toStdString();
 }
+
+// Nothing takes the keyboard on this desktop yet.
+class NoKeyRecorder : public KeyRecorder {
+public:
+  Registration record(Handlers) override { return {}; }
+};
+
+// Nothing plays videos on this desktop yet.
+class NoVideoPlayers : public VideoPlayers {
+public:
+  std::unique_ptr<VideoPlayer> load(const std::string& resource, const std::string&,
+                                    VideoPlayerHandlers) override {
+    Log::warning("the video " + resource + " cannot be played");
+    return nullptr;
+  }
+};
 
 // Everything of the desktop, in the order in which it depends on each other.
 class Desktop {
@@ -104,8 +121,17 @@ private:
   QtContextMenus m_contextMenus{m_popUps};
   RunningApplicationPointer m_beforeDialogs;
   QtDialogs m_dialogs{m_popUps, m_text, dialogHooks()};
-  Platform m_platform{m_runLoop, m_workspace,      m_preferences, m_windows,      m_graphics, m_text,
-                      m_hotKeys, m_keyboardLayout, m_eventTaps,   m_contextMenus, m_dialogs};
+  NoKeyRecorder m_keyRecorder;
+  QtSettingsForms m_settingsForms{{
+      .display = m_windows.display(),
+      .text = m_text,
+      .runLoop = m_runLoop,
+      .activate = [this](WId window) { m_topLevelWindows.activate(window); },
+  }};
+  NoVideoPlayers m_videoPlayers;
+  Platform m_platform{m_runLoop, m_workspace,   m_preferences,    m_windows,     m_graphics,
+                      m_text,    m_hotKeys,     m_keyboardLayout, m_eventTaps,   m_contextMenus,
+                      m_dialogs, m_keyRecorder, m_settingsForms,  m_videoPlayers};
 };
 
 int quitOnSignal(void*) {
@@ -115,12 +141,12 @@ int quitOnSignal(void*) {
 
 int run(std::vector<std::string> privateVariables) {
   // Found out before anything is set up: a second start only hands over.
-  AppDelegate delegate;
+  AppDelegate delegate([] { QCoreApplication::quit(); });
   SingleInstance instance({
-      .activate = [&] { Log::information("already running"); },
+      .activate = [&] { delegate.statusItemClicked(); },
       .show = [&] { delegate.showMenuAtPointer(); },
       .hide = [&] { delegate.hideMenu(); },
-      .settings = {},
+      .settings = [&] { delegate.statusItemClicked(); },
       .quit = [] { QCoreApplication::quit(); },
   });
   if (instance.start() == SingleInstance::Role::second) return 0;

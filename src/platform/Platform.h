@@ -8,9 +8,12 @@
 #include "platform/EventTaps.h"
 #include "platform/Graphics.h"
 #include "platform/HotKeys.h"
+#include "platform/KeyRecorder.h"
 #include "platform/KeyboardLayout.h"
 #include "platform/PreferencesStore.h"
+#include "platform/SettingsForm.h"
 #include "platform/TextServices.h"
+#include "platform/VideoPlayer.h"
 #include "platform/WindowSystem.h"
 #include "platform/Workspace.h"
 
@@ -28,6 +31,9 @@ struct Platform {
   EventTaps& eventTaps;
   ContextMenus& contextMenus;
   Dialogs& dialogs;
+  KeyRecorder& keyRecorder;
+  SettingsForms& settingsForms;
+  VideoPlayers& videoPlayers;
 
   // The process's platform. Asking before one was set ends the program: nothing works without it.
   static Platform& current();

@@ -62,6 +62,11 @@ void MASShortcutView::setEnabled(bool enabled) {
   setNeedsDisplay();
 }
 
+void MASShortcutView::setColorScheme(ColorScheme scheme) {
+  m_shortcutCell.setColorScheme(scheme);
+  setNeedsDisplay();
+}
+
 void MASShortcutView::setRecording(bool recording) {
   if (recording && currentRecorder != this) {
     if (currentRecorder) currentRecorder->setRecording(false);

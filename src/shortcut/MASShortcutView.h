@@ -60,6 +60,8 @@ public:
   // 0 round-rect, 1 textured rounded, 2 rounded bezel; any other number keeps the bezel.
   std::uint32_t appearance() const { return m_appearance; }
   void setAppearance(std::uint32_t appearance);
+  // Light by default.
+  void setColorScheme(ColorScheme scheme);
   const ShortcutCell& shortcutCell() const { return m_shortcutCell; }
 
   Rect hintArea() const;

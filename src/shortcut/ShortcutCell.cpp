@@ -9,22 +9,33 @@ constexpr double kRoundedRadius = 6;
 // Leaves a right-aligned glyph in the middle of the hint area.
 constexpr double kTitleInset = 6;
 
-constexpr Color kOffFill = Color::white(0.99);
-constexpr Color kOnFill = Color::white(0.82);
-constexpr Color kBorder = Color::white(0.68);
-constexpr Color kTitle = Color::white(0.1);
-constexpr Color kDisabledTitle = Color::white(0.6);
+struct Look {
+  Color offFill;
+  Color onFill;
+  Color border;
+  Color title;
+  Color disabledTitle;
+};
+
+const Look& lookOf(ColorScheme scheme) {
+  static constexpr Look kLight{Color::white(0.99), Color::white(0.82), Color::white(0.68), Color::white(0.1),
+                               Color::white(0.6)};
+  static constexpr Look kDark{Color::white(0.28), Color::white(0.18), Color::white(0.45), Color::white(0.95),
+                              Color::white(0.55)};
+  return scheme == ColorScheme::dark ? kDark : kLight;
+}
 } // namespace
 
 void ShortcutCell::drawInRect(Canvas& canvas, const Rect& rect, const std::string& title,
                               TextAlignment alignment, ButtonState state) const {
+  const Look& look = lookOf(m_colorScheme);
   // Half a line inwards, so that the border stays within the rectangle.
   const Rect bezel = rect.insetBy(kBorderWidth / 2, kBorderWidth / 2);
   const double radius = cornerRadius(bezel);
-  canvas.fillRoundedRect(bezel, radius, state == ButtonState::on ? kOnFill : kOffFill);
-  canvas.strokeRoundedRect(bezel, radius, kBorder, kBorderWidth);
+  canvas.fillRoundedRect(bezel, radius, state == ButtonState::on ? look.onFill : look.offFill);
+  canvas.strokeRoundedRect(bezel, radius, look.border, kBorderWidth);
   canvas.drawText(title, rect.insetBy(kTitleInset, 0),
-                  {kFontSize, m_enabled ? kTitle : kDisabledTitle, alignment});
+                  {kFontSize, m_enabled ? look.title : look.disabledTitle, alignment});
 }
 
 double ShortcutCell::cornerRadius(const Rect& rect) const {

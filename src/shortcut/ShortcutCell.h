@@ -2,6 +2,7 @@
 // points. Used by MASShortcutView.
 #pragma once
 
+#include "platform/ManagedWindow.h"
 #include "scene/Canvas.h"
 
 #include <string>
@@ -19,6 +20,8 @@ public:
   void setBezelStyle(BezelStyle style) { m_bezelStyle = style; }
   // A disabled cell has a pale title.
   void setEnabled(bool enabled) { m_enabled = enabled; }
+  // Light by default.
+  void setColorScheme(ColorScheme scheme) { m_colorScheme = scheme; }
 
   void drawInRect(Canvas& canvas, const Rect& rect, const std::string& title, TextAlignment alignment,
                   ButtonState state) const;
@@ -28,6 +31,7 @@ private:
 
   BezelStyle m_bezelStyle = BezelStyle::roundRect;
   bool m_enabled = true;
+  ColorScheme m_colorScheme = ColorScheme::light;
 };
 
 } // namespace orbel

@@ -38,7 +38,8 @@ protected:
   Rect menuFrame() { return platform.windows.surfaces.at(0)->screenFrame; }
 
   FakePlatform platform;
-  AppDelegate delegate;
+  int terminations = 0;
+  AppDelegate delegate{[this] { ++terminations; }};
 };
 
 TEST_F(AppDelegateTest, NothingIsShownAtTheStart) {
@@ -193,6 +194,38 @@ TEST_F(AppDelegateTest, WhereTheDisplayTellsThePointerLaterTheMenuComesThen) {
   platform.windows.movePointer({600, 600});
   settle();
   EXPECT_EQ(menuFrame(), Rect(400, 400, 400, 400));
+}
+
+TEST_F(AppDelegateTest, TheSettingsWindowsControllerIsMadeAtTheStartAndItsWindowLater) {
+  EXPECT_EQ(delegate.settingsWindowController(), nullptr);
+  start();
+  ASSERT_NE(delegate.settingsWindowController(), nullptr);
+  EXPECT_EQ(platform.settingsForms.loads, 0);
+}
+
+TEST_F(AppDelegateTest, TheStatusItemShowsTheSettingsCentredAndWithTheKeyboard) {
+  start();
+  delegate.statusItemClicked();
+  const auto& window = platform.settingsForms.last->managedWindow;
+  EXPECT_EQ(window.happened, (std::vector<std::string>{"center", "makeKeyAndOrderFront"}));
+  delegate.statusItemClicked();
+  EXPECT_EQ(platform.settingsForms.loads, 1);
+  EXPECT_EQ(window.happened.size(), 4u);
+}
+
+TEST_F(AppDelegateTest, QuitInTheSettingsEndsTheProgram) {
+  start();
+  delegate.statusItemClicked();
+  platform.settingsForms.last->delegate.quitClicked();
+  EXPECT_EQ(terminations, 1);
+}
+
+TEST_F(AppDelegateTest, TheSettingsAreGoneAfterTheEnd) {
+  start();
+  delegate.statusItemClicked();
+  delegate.applicationWillTerminate();
+  EXPECT_EQ(delegate.settingsWindowController(), nullptr);
+  delegate.statusItemClicked();
 }
 
 } // namespace

@@ -1,8 +1,11 @@
 // All doubles together; while one lives it is the process's platform. Make it the first member of a fixture.
 #pragma once
 
+#include "doubles/FakeKeyRecorder.h"
 #include "doubles/FakePreferences.h"
+#include "doubles/FakeSettingsForm.h"
 #include "doubles/FakeSystemServices.h"
+#include "doubles/FakeVideoPlayers.h"
 #include "doubles/FakeWindowSystem.h"
 #include "doubles/FakeWorkspace.h"
 #include "doubles/ManualRunLoop.h"
@@ -39,11 +42,15 @@ public:
   FakeEventTaps eventTaps;
   FakeContextMenus contextMenus;
   FakeDialogs dialogs;
+  FakeKeyRecorder keyRecorder;
+  FakeSettingsForms settingsForms;
+  FakeVideoPlayers videoPlayers;
   std::vector<std::string> logged;
 
 private:
-  Platform m_platform{runLoop, workspace,      preferences, windows,      graphics, text,
-                      hotKeys, keyboardLayout, eventTaps,   contextMenus, dialogs};
+  Platform m_platform{runLoop, workspace,   preferences,    windows,     graphics,
+                      text,    hotKeys,     keyboardLayout, eventTaps,   contextMenus,
+                      dialogs, keyRecorder, settingsForms,  videoPlayers};
   Log::Sink m_earlierSink;
 };
 

@@ -1,7 +1,7 @@
 #include "shortcut/MASShortcutDefaultsObserver.h"
 
+#include "doubles/FakeKeyRecorder.h"
 #include "doubles/FakePlatform.h"
-#include "shortcut/FakeKeyRecorder.h"
 #include "shortcut/MASShortcutView.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 // What the recorder shows in each of its states.
+#include "doubles/FakeKeyRecorder.h"
 #include "doubles/FakePlatform.h"
 #include "scene/ViewTree.h"
-#include "shortcut/FakeKeyRecorder.h"
 #include "shortcut/MASShortcutView.h"
 
 #include <gtest/gtest.h>

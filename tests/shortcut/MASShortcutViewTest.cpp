@@ -1,7 +1,7 @@
 #include "shortcut/MASShortcutView.h"
 
+#include "doubles/FakeKeyRecorder.h"
 #include "doubles/FakePlatform.h"
-#include "shortcut/FakeKeyRecorder.h"
 
 #include <gtest/gtest.h>
 

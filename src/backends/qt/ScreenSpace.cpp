@@ -90,4 +90,9 @@ QRect ScreenSpace::toToolkit(const Rect& rect) {
           rounded(rect.size.height)};
 }
 
+Rect ScreenSpace::fromToolkit(const QRect& rect) {
+  return {static_cast<double>(rect.x()), flip(rect.y() + rect.height()), static_cast<double>(rect.width()),
+          static_cast<double>(rect.height())};
+}
+
 } // namespace orbel

@@ -5,6 +5,7 @@
 
 #include <bit>
 #include <cstddef>
+#include <variant>
 
 namespace orbel {
 
@@ -56,23 +57,11 @@ private:
 };
 
 enum SettingType : std::uint32_t { kInteger = 0, kString = 1, kColor = 2 };
-} // namespace
 
-std::optional<std::int32_t> DesktopSettings::integer(std::string_view name) const {
-  xcb_connection_t* xcb = m_connection.xcb();
-  const xcb_window_t owner =
-      ScreenSelection::owner(m_connection, ScreenSelection::atom(m_connection, "_XSETTINGS_S"));
-  if (owner == XCB_NONE) return std::nullopt;
-  const xcb_atom_t property = m_connection.atom("_XSETTINGS_SETTINGS");
-  const auto reply = ownReply(xcb_get_property_reply(
-      xcb, xcb_get_property(xcb, 0, owner, property, property, 0, kMaximumBytes / 4), nullptr));
-  if (!reply || reply->format != 8) return std::nullopt;
-  const auto* bytes = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
-  return integer({bytes, static_cast<std::size_t>(xcb_get_property_value_length(reply.get()))}, name);
-}
+using Setting = std::variant<std::monostate, std::int32_t, std::string>; // nothing for a colour
 
-std::optional<std::int32_t> DesktopSettings::integer(std::span<const std::uint8_t> bytes,
-                                                     std::string_view name) {
+// None when there is no such setting; broken bytes hold nothing.
+std::optional<Setting> find(std::span<const std::uint8_t> bytes, std::string_view name) {
   Reader reader(bytes);
   reader.setBigEndian(reader.number(1) == 1);
   reader.skip(7); // padding and the serial number of the whole
@@ -83,19 +72,58 @@ std::optional<std::int32_t> DesktopSettings::integer(std::span<const std::uint8_
     const std::size_t nameLength = reader.number(2);
     const std::string_view settingName = reader.text(nameLength);
     reader.skip(4); // the serial number of its last change
+    Setting value;
     if (type == kInteger) {
-      const std::uint32_t value = reader.number(4);
-      if (settingName == name && !reader.isBroken()) return std::bit_cast<std::int32_t>(value);
+      value = std::bit_cast<std::int32_t>(reader.number(4));
     } else if (type == kString) {
       const std::size_t length = reader.number(4);
-      reader.text(length);
+      value = std::string(reader.text(length));
     } else if (type == kColor) {
       reader.skip(8);
     } else {
       return std::nullopt; // of unknown length, so nothing after it can be found
     }
+    if (settingName == name && !reader.isBroken()) return value;
   }
   return std::nullopt;
+}
+
+template <class Value>
+std::optional<Value> findValue(std::span<const std::uint8_t> bytes, std::string_view name) {
+  const auto setting = find(bytes, name);
+  const Value* value = setting ? std::get_if<Value>(&*setting) : nullptr;
+  return value ? std::optional(*value) : std::nullopt;
+}
+} // namespace
+
+std::vector<std::uint8_t> DesktopSettings::published() const {
+  xcb_connection_t* xcb = m_connection.xcb();
+  const xcb_window_t owner =
+      ScreenSelection::owner(m_connection, ScreenSelection::atom(m_connection, "_XSETTINGS_S"));
+  if (owner == XCB_NONE) return {};
+  const xcb_atom_t property = m_connection.atom("_XSETTINGS_SETTINGS");
+  const auto reply = ownReply(xcb_get_property_reply(
+      xcb, xcb_get_property(xcb, 0, owner, property, property, 0, kMaximumBytes / 4), nullptr));
+  if (!reply || reply->format != 8) return {};
+  const auto* bytes = static_cast<const std::uint8_t*>(xcb_get_property_value(reply.get()));
+  return {bytes, bytes + xcb_get_property_value_length(reply.get())};
+}
+
+std::optional<std::int32_t> DesktopSettings::integer(std::string_view name) const {
+  return integer(published(), name);
+}
+
+std::optional<std::string> DesktopSettings::text(std::string_view name) const {
+  return text(published(), name);
+}
+
+std::optional<std::int32_t> DesktopSettings::integer(std::span<const std::uint8_t> bytes,
+                                                     std::string_view name) {
+  return findValue<std::int32_t>(bytes, name);
+}
+
+std::optional<std::string> DesktopSettings::text(std::span<const std::uint8_t> bytes, std::string_view name) {
+  return findValue<std::string>(bytes, name);
 }
 
 } // namespace orbel

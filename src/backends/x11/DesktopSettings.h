@@ -4,7 +4,9 @@
 #include <cstdint>
 #include <optional>
 #include <span>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace orbel {
 
@@ -17,11 +19,14 @@ public:
 
   // Asked of the server now; none when the desktop has no such setting or nobody hands out settings.
   std::optional<std::int32_t> integer(std::string_view name) const;
+  std::optional<std::string> text(std::string_view name) const;
 
   // Looks a setting up in the bytes that a settings manager publishes; broken bytes hold nothing.
   static std::optional<std::int32_t> integer(std::span<const std::uint8_t> bytes, std::string_view name);
+  static std::optional<std::string> text(std::span<const std::uint8_t> bytes, std::string_view name);
 
 private:
+  std::vector<std::uint8_t> published() const; // empty when nobody hands out settings
   Connection& m_connection;
 };
 

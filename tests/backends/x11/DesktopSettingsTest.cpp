@@ -107,5 +107,26 @@ TEST(DesktopSettingsTest, AHugeCountEnds) {
   EXPECT_EQ(DesktopSettings::integer(bytes, "Gtk/EnableAnimations"), std::nullopt);
 }
 
+TEST(DesktopSettingsTest, ATextIsFoundByItsNameAndNothingElseIsOne) {
+  for (const bool bigEndian : {false, true}) {
+    const auto bytes = Settings(bigEndian)
+                           .color("Colour")
+                           .integer("Number", 5)
+                           .string("Net/ThemeName", "Adwaita-dark")
+                           .bytes();
+    EXPECT_EQ(DesktopSettings::text(bytes, "Net/ThemeName"), "Adwaita-dark");
+    EXPECT_EQ(DesktopSettings::text(bytes, "Number"), std::nullopt);
+    EXPECT_EQ(DesktopSettings::text(bytes, "Colour"), std::nullopt);
+    EXPECT_EQ(DesktopSettings::text(bytes, "Missing"), std::nullopt);
+    EXPECT_EQ(DesktopSettings::integer(bytes, "Net/ThemeName"), std::nullopt);
+  }
+}
+
+TEST(DesktopSettingsTest, ATextThatEndsTooEarlyIsNone) {
+  auto bytes = Settings().string("Net/ThemeName", "Adwaita-dark").bytes();
+  bytes.resize(bytes.size() - 4);
+  EXPECT_EQ(DesktopSettings::text(bytes, "Net/ThemeName"), std::nullopt);
+}
+
 } // namespace
 } // namespace orbel

@@ -1,0 +1,285 @@
+#include "app/SettingsWindowController.h"
+
+#include "app/SettingsChoices.h"
+#include "app/settings/AppSettings.h"
+#include "app/settings/SettingsKeys.h"
+#include "platform/Platform.h"
+
+#include <string>
+#include <utility>
+
+namespace orbel {
+
+namespace {
+constexpr double kTintDiscSide = 32;
+constexpr double kTintSwatchSide = 22;
+constexpr double kSwatchBorderWidth = 1;
+constexpr Rect kShortcutFrame{0, 0, 190, 24};
+constexpr Rect kCloseFrame{0, 0, 20, 20};
+
+constexpr const char* kHelpVideo = "ThreeFingerRest";
+constexpr const char* kHelpVideoExtension = "mp4";
+constexpr const char* kWebsite = "https://orbelmenu.org";
+constexpr const char* kShownWebsite = "orbelmenu.org";
+
+std::string localized(std::string_view english) {
+  return Platform::current().text.localized(english);
+}
+
+AppSettings& settings() {
+  return AppSettings::sharedInstance();
+}
+
+void showAlert(std::string message) {
+  Alert alert;
+  alert.message = std::move(message);
+  Platform::current().dialogs.runAlert(alert, {});
+}
+
+std::string toolTipAt(const MASShortcutView& view, Point place) {
+  for (const auto& toolTip : view.toolTips()) {
+    if (toolTip.area.contains(place)) return toolTip.text;
+  }
+  return {};
+}
+} // namespace
+
+SettingsWindowController::SettingsWindowController(std::function<void()> terminate)
+    : m_terminate(std::move(terminate)) {}
+
+SettingsWindowController::~SettingsWindowController() = default;
+
+std::shared_ptr<SettingsWindowController> SettingsWindowController::create(std::function<void()> terminate) {
+  return std::shared_ptr<SettingsWindowController>(new SettingsWindowController(std::move(terminate)));
+}
+
+RoundedEffectsWindow& SettingsWindowController::window() {
+  if (!m_window) loadWindow();
+  return *m_window;
+}
+
+void SettingsWindowController::loadWindow() {
+  m_form = Platform::current().settingsForms.load(formContents(), *this);
+  m_window.emplace(m_form->window());
+  windowDidLoad();
+}
+
+void SettingsWindowController::windowDidLoad() {
+  const auto self = weak_from_this();
+  m_threeFingerRestPopover = m_form->makePopover([self] {
+    const auto controller = self.lock();
+    if (controller) controller->popoverDidClose(*controller->m_threeFingerRestPopover);
+  });
+  m_shortcutView->setAssociatedUserDefaultsKey(kGlobalShortcutKey);
+  m_closeButton->setDefaultColor(Color::darkGray());
+  m_closeButton->setMouseClickBlock([self](const MouseEvent&) {
+    if (const auto controller = self.lock()) controller->window().close();
+  });
+  m_windowTintButtonView->setCornerRadius(m_windowTintButtonView->frame().size.height / 2);
+  m_windowTintButtonView->setBorder(Color::lightGray(), kSwatchBorderWidth);
+  m_window->setColorSchemeChangeBlock(weakly(&SettingsWindowController::applyColorScheme));
+  applyColorScheme();
+  m_storeObservation = Platform::current().preferences.observeChanges([this] {
+    if (m_window->isVisible()) reloadValues();
+  });
+}
+
+SettingsFormContents SettingsWindowController::formContents() {
+  return {.gestures = SettingsChoices::gestures(),
+          .menuSizes = SettingsChoices::menuSizes(),
+          .windowTintButton = windowTintButton(),
+          .shortcutView = shortcutControl(),
+          .closeButton = closeControl(),
+          .version = ORBEL_VERSION,
+          .website = kShownWebsite};
+}
+
+HostedView SettingsWindowController::windowTintButton() {
+  m_windowTintDisc = std::make_shared<RoundVisualEffectView>(Rect(0, 0, kTintDiscSide, kTintDiscSide));
+  m_windowTintButtonView =
+      std::make_shared<SwatchView>(Rect::centeredAt(m_windowTintDisc->bounds().center(), kTintSwatchSide));
+  auto button = std::make_shared<MouseSensitiveView>(m_windowTintDisc->bounds());
+  const auto clicked = weakly(&SettingsWindowController::windowTintClicked);
+  button->setMouseClickBlock([clicked](const MouseEvent&) { clicked(); });
+  m_windowTintDisc->addSubview(m_windowTintButtonView);
+  m_windowTintDisc->addSubview(std::move(button));
+  const auto colorName = [swatch = std::weak_ptr(m_windowTintButtonView)] {
+    const auto view = swatch.lock();
+    return view ? ColorSelectViewController::nameOf(view->fillColor()) : std::string();
+  };
+  return {.view = m_windowTintDisc,
+          .accessibleName = localized("Menu color"),
+          .accessibleValue = colorName,
+          .toolTipAt = [](Point) { return localized("Choose the color of the menu"); },
+          .press = clicked};
+}
+
+HostedView SettingsWindowController::shortcutControl() {
+  m_shortcutView = std::make_shared<MASShortcutView>(kShortcutFrame, Platform::current().keyRecorder);
+  const std::weak_ptr<MASShortcutView> weakView = m_shortcutView;
+  return {.view = m_shortcutView,
+          .accessibleName = localized("Keyboard shortcut"),
+          .accessibleValue =
+              [weakView] {
+                const auto view = weakView.lock();
+                return view && view->shortcutValue() ? view->shortcutValue()->description() : std::string();
+              },
+          .toolTipAt =
+              [weakView](Point place) {
+                const auto view = weakView.lock();
+                return view ? toolTipAt(*view, place) : std::string();
+              },
+          .press =
+              [weakView] {
+                if (const auto view = weakView.lock()) view->setRecording(true);
+              }};
+}
+
+HostedView SettingsWindowController::closeControl() {
+  m_closeButton = std::make_shared<CloseButton>(kCloseFrame);
+  return {.view = m_closeButton, .accessibleName = localized("Close"), .press = [self = weak_from_this()] {
+            if (const auto controller = self.lock()) controller->window().close();
+          }};
+}
+
+void SettingsWindowController::applyColorScheme() {
+  const ColorScheme scheme = m_window->colorScheme();
+  m_windowTintDisc->setColorScheme(scheme);
+  m_shortcutView->setColorScheme(scheme);
+  // Dark grey cannot be seen on dark glass.
+  const bool dark = scheme == ColorScheme::dark;
+  m_closeButton->setDefaultColor(dark ? Color::lightGray() : Color::darkGray());
+  m_closeButton->setHighlightColor(dark ? Color::darkGray() : Color::lightGray());
+}
+
+void SettingsWindowController::showWindow() {
+  window().makeKeyAndOrderFront();
+  reloadValues();
+}
+
+void SettingsWindowController::reloadValues() {
+  if (!m_form) return;
+  const AppSettings& stored = settings();
+  const std::int64_t gesture = stored.gestureSettings();
+  m_form->setValues({.gesture = gesture,
+                     .menuSize = stored.menuSizeSettings(),
+                     .magnify = stored.magnifySettings(),
+                     .showRunningApps = stored.showRunningApps(),
+                     .startOnLogin = stored.launchAtLogin(),
+                     .swiftMode = stored.swiftMode()});
+  m_windowTintButtonView->setFillColor(stored.windowTintColor());
+  updateHelpButton(gesture);
+}
+
+void SettingsWindowController::updateHelpButton(std::int64_t gesture) {
+  m_form->setHelpButtonVisible(gesture == static_cast<std::int64_t>(Gesture::threeFingersResting));
+}
+
+void SettingsWindowController::gesturePopUpClicked(std::int64_t selectedTag) {
+  settings().setGestureSettings(selectedTag);
+  settings().stopHandlers();
+  settings().startHandlers();
+  updateHelpButton(selectedTag);
+}
+
+void SettingsWindowController::magnifyCheckboxClicked(bool on) {
+  settings().setMagnifySettings(on);
+}
+
+void SettingsWindowController::menuSizeClicked(std::int64_t selectedTag) {
+  settings().setMenuSizeSettings(selectedTag);
+}
+
+void SettingsWindowController::showRunningAppsClicked(bool on) {
+  settings().setShowRunningApps(on);
+}
+
+void SettingsWindowController::swiftModeCheckboxClicked(bool on) {
+  settings().setSwiftMode(on);
+}
+
+void SettingsWindowController::startOnLoginCheckboxClicked(bool on) {
+  settings().setLaunchAtLogin(on);
+  reloadValues();
+  if (!on || settings().launchAtLogin()) return;
+  showAlert(localized(
+      "To enable Launch at Login please make sure that the Orbel Menu App Bundle is located in your "
+      "default Applications directory."));
+}
+
+void SettingsWindowController::swiftModeInfoClicked() {
+  showAlert(localized(
+      "When Swift Mode is active, every item in Orbel Menu is opened as soon as you move your mouse cursor "
+      "over it. \n\nThis makes Orbel Menu a super fast App Switcher / Launcher.\n\nNote: To add items to "
+      "Orbel "
+      "Menu via Drag & Drop, please make sure Swift Mode is turned off."));
+}
+
+void SettingsWindowController::websiteClicked() {
+  Platform::current().workspace.openUrl(kWebsite);
+}
+
+void SettingsWindowController::quitClicked() {
+  if (m_terminate) m_terminate();
+}
+
+void SettingsWindowController::windowTintClicked() {
+  m_colorSelection = ColorSelectViewController::withDelegate(this);
+  m_currentPopover = m_form->makePopover([self = weak_from_this()] {
+    const auto controller = self.lock();
+    if (controller && controller->m_currentPopover)
+      controller->popoverDidClose(*controller->m_currentPopover);
+  });
+  m_currentPopover->setContent(m_colorSelection->content(), ColorSelectViewController::kColumns);
+  m_currentPopover->show(SettingsControl::windowTint);
+}
+
+void SettingsWindowController::didSelectColor(const Color& color) {
+  settings().setWindowTintColor(color);
+  reloadValues();
+  if (m_currentPopover) m_currentPopover->close();
+}
+
+void SettingsWindowController::helpClicked() {
+  const auto self = weak_from_this();
+  m_playerView = std::make_shared<BezelView>(Rect({}, kHelpVideoSize));
+  // What is seen until the first frame comes, and where none ever does.
+  m_playerView->setImage(Platform::current().workspace.imageNamed(kHelpVideo));
+  m_threeFingerRestPlayer = Platform::current().videoPlayers.load(
+      kHelpVideo, kHelpVideoExtension,
+      {.frameReady =
+           [view = std::weak_ptr(m_playerView)](ImagePointer frame) {
+             if (const auto playerView = view.lock()) playerView->setImage(std::move(frame));
+           },
+       .didPlayToEnd = weakly(&SettingsWindowController::videoPlayerItemDidReachEnd)});
+  m_threeFingerRestPopover->setContent(
+      {{.view = m_playerView, .accessibleName = localized("How to rest three fingers")}}, 1);
+  if (m_threeFingerRestPlayer) m_threeFingerRestPlayer->seekToStart();
+  m_threeFingerRestPopover->show(SettingsControl::help);
+  if (m_threeFingerRestPlayer) m_threeFingerRestPlayer->play();
+}
+
+void SettingsWindowController::videoPlayerItemDidReachEnd() {
+  if (!m_threeFingerRestPlayer || !m_threeFingerRestPopover->isShown()) return;
+  m_threeFingerRestPlayer->seekToStart();
+  m_threeFingerRestPlayer->play();
+}
+
+void SettingsWindowController::popoverDidClose(const Popover& popover) {
+  if (&popover == m_threeFingerRestPopover.get()) {
+    m_threeFingerRestPopover->setContent({}, 1);
+    m_playerView = nullptr;
+    m_threeFingerRestPlayer = nullptr;
+  } else if (&popover == m_currentPopover.get()) {
+    m_currentPopover = nullptr;
+    m_colorSelection = nullptr;
+  }
+}
+
+std::function<void()> SettingsWindowController::weakly(void (SettingsWindowController::*operation)()) {
+  return [self = weak_from_this(), operation] {
+    if (const auto controller = self.lock()) (controller.get()->*operation)();
+  };
+}
+
+} // namespace orbel

@@ -1,0 +1,98 @@
+// Runs the settings window: every control shows its value from the settings store when the window is shown
+// and writes it back at once when the user changes it; values changed from outside show while the window is
+// open. Made once at launch by the application delegate; the window itself is loaded when it is first wanted.
+// Held by shared_ptr, because popovers, videos and alerts answer later. Main thread only.
+#pragma once
+
+#include "app/ColorSelectViewController.h"
+#include "chrome/BezelView.h"
+#include "chrome/CloseButton.h"
+#include "chrome/RoundVisualEffectView.h"
+#include "chrome/RoundedEffectsWindow.h"
+#include "chrome/SwatchView.h"
+#include "foundation/Registration.h"
+#include "platform/SettingsForm.h"
+#include "platform/VideoPlayer.h"
+#include "shortcut/MASShortcutView.h"
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace orbel {
+
+class SettingsWindowController : public SettingsFormDelegate,
+                                 public ColorSelectViewControllerDelegate,
+                                 public std::enable_shared_from_this<SettingsWindowController> {
+public:
+  // Points, of the help video as it is shown.
+  static constexpr Size kHelpVideoSize{282, 360};
+
+  // The block ends the program in order.
+  static std::shared_ptr<SettingsWindowController> create(std::function<void()> terminate);
+  ~SettingsWindowController() override;
+
+  // Loads it at the first call.
+  RoundedEffectsWindow& window();
+  bool isWindowLoaded() const { return m_window.has_value(); }
+  void windowDidLoad();
+  // In front, with the keyboard, and with the present values.
+  void showWindow();
+  void reloadValues();
+
+  // The window must be loaded.
+  const std::shared_ptr<SwatchView>& windowTintButtonView() const { return m_windowTintButtonView; }
+  const std::shared_ptr<MASShortcutView>& shortcutView() const { return m_shortcutView; }
+  const std::shared_ptr<CloseButton>& closeButton() const { return m_closeButton; }
+  // The open colour popover; null otherwise.
+  Popover* currentPopover() const { return m_currentPopover.get(); }
+  Popover& threeFingerRestPopover() const { return *m_threeFingerRestPopover; }
+  // The player while the help popover is open and the video can be played.
+  const VideoPlayer* threeFingerRestPlayer() const { return m_threeFingerRestPlayer.get(); }
+
+  void gesturePopUpClicked(std::int64_t selectedTag) override;
+  void magnifyCheckboxClicked(bool on) override;
+  void menuSizeClicked(std::int64_t selectedTag) override;
+  void showRunningAppsClicked(bool on) override;
+  void startOnLoginCheckboxClicked(bool on) override;
+  void swiftModeCheckboxClicked(bool on) override;
+  void swiftModeInfoClicked() override;
+  void helpClicked() override;
+  void websiteClicked() override;
+  void quitClicked() override;
+  void windowTintClicked();
+  void didSelectColor(const Color& color) override;
+
+  void videoPlayerItemDidReachEnd();
+  // Of either popover.
+  void popoverDidClose(const Popover& popover);
+
+private:
+  explicit SettingsWindowController(std::function<void()> terminate);
+  void loadWindow();
+  SettingsFormContents formContents();
+  HostedView windowTintButton();
+  HostedView shortcutControl();
+  HostedView closeControl();
+  void applyColorScheme();
+  void updateHelpButton(std::int64_t gesture);
+  // A block that does nothing once the controller has gone.
+  std::function<void()> weakly(void (SettingsWindowController::*operation)());
+
+  std::function<void()> m_terminate;
+  std::shared_ptr<RoundVisualEffectView> m_windowTintDisc; // holds the swatch
+  std::shared_ptr<SwatchView> m_windowTintButtonView;
+  std::shared_ptr<MASShortcutView> m_shortcutView;
+  std::shared_ptr<CloseButton> m_closeButton;
+  std::unique_ptr<SettingsForm> m_form;
+  std::optional<RoundedEffectsWindow> m_window;
+  std::shared_ptr<ColorSelectViewController> m_colorSelection;
+  std::unique_ptr<Popover> m_currentPopover;
+  std::unique_ptr<Popover> m_threeFingerRestPopover;
+  std::shared_ptr<BezelView> m_playerView;
+  std::unique_ptr<VideoPlayer> m_threeFingerRestPlayer;
+  Registration m_storeObservation;
+};
+
+} // namespace orbel

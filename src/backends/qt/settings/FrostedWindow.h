@@ -1,0 +1,71 @@
+// The native side of the settings window: managed, undecorated, its corners rounded, glass behind its
+// controls. Paints the glass, lets the frame's delegate paint over it, and reports presses on the background.
+// Points, y down, as everywhere in the toolkit. Owned by QtManagedWindow; the form puts its controls on it.
+#pragma once
+
+#include "backends/qt/QtCanvas.h"
+#include "platform/ManagedWindow.h"
+
+#include <QPainterPath>
+#include <QPixmap>
+#include <QWidget>
+
+#include <functional>
+#include <optional>
+
+namespace orbel {
+
+class DisplayServer;
+
+class FrostedWindow : public QWidget {
+public:
+  // The display is null where there is no X server; it outlives the window.
+  explicit FrostedWindow(DisplayServer* display);
+  ~FrostedWindow() override;
+
+  void setDelegate(ManagedWindowDelegate* delegate) { m_delegate = delegate; }
+  bool isGlassPossible() const { return m_display != nullptr; }
+  // Both in points.
+  void setGlass(BackdropMaterial material, double inset, double cornerRadius);
+  void setColorScheme(ColorScheme scheme);
+  ColorScheme colorScheme() const { return m_colorScheme; }
+  // Draws the background anew.
+  void repaintBackground();
+  // Whenever the window has gone out of sight.
+  void setDidHide(std::function<void()> block) { m_didHide = std::move(block); }
+
+protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+  struct Glass {
+    BackdropMaterial material;
+    double inset;
+    double cornerRadius;
+  };
+  // How much of what is behind the window shines through.
+  enum class Behind { nothing, blurred, asItIs };
+
+  Behind behind() const;
+  QPainterPath outline() const;
+  void drawBackground();
+  void shapeWindow();
+  MouseEvent mouseEvent(const QMouseEvent& event) const;
+
+  DisplayServer* m_display;
+  ManagedWindowDelegate* m_delegate = nullptr;
+  std::optional<Glass> m_glass;
+  ColorScheme m_colorScheme = ColorScheme::light;
+  QPixmap m_background; // null while it must be drawn
+  QtCanvas::Scratch m_scratch;
+  bool m_drags = false;
+  std::function<void()> m_didHide;
+};
+
+} // namespace orbel

@@ -1,0 +1,34 @@
+#include "backends/qt/settings/QtPopover.h"
+
+#include <utility>
+
+namespace orbel {
+
+QtPopover::QtPopover(DisplayServer* display, RunLoop& runLoop, QWidget* parent, ControlFinder control,
+                     std::function<void()> didClose)
+    : m_widget(new PopoverWidget(display, runLoop, parent)), m_control(std::move(control)) {
+  m_widget->setDidHide(std::move(didClose));
+}
+
+QtPopover::~QtPopover() {
+  if (!m_widget) return;
+  m_widget->setDidHide({});
+  m_widget->hide();
+  // The toolkit may be at work in it.
+  m_widget->deleteLater();
+}
+
+void QtPopover::setContent(std::vector<HostedView> views, int columns) {
+  if (m_widget) m_widget->setContent(std::move(views), columns);
+}
+
+void QtPopover::show(SettingsControl beside) {
+  const QWidget* control = m_control(beside);
+  if (m_widget && control) m_widget->showBeside(*control);
+}
+
+void QtPopover::close() {
+  if (m_widget) m_widget->hide();
+}
+
+} // namespace orbel

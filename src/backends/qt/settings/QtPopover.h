@@ -1,0 +1,33 @@
+// A popover of the settings window: the seam over its window. It may go from within any of its callbacks.
+#pragma once
+
+#include "backends/qt/settings/PopoverWidget.h"
+#include "platform/Popover.h"
+
+#include <QPointer>
+
+#include <functional>
+
+namespace orbel {
+
+class QtPopover : public Popover {
+public:
+  // Finds the widget of a control.
+  using ControlFinder = std::function<QWidget*(SettingsControl)>;
+
+  // The parent, which may go first, takes the window along.
+  QtPopover(DisplayServer* display, RunLoop& runLoop, QWidget* parent, ControlFinder control,
+            std::function<void()> didClose);
+  ~QtPopover() override;
+
+  void setContent(std::vector<HostedView> views, int columns) override;
+  void show(SettingsControl beside) override;
+  void close() override;
+  bool isShown() const override { return m_widget && m_widget->isVisible(); }
+
+private:
+  QPointer<PopoverWidget> m_widget;
+  ControlFinder m_control;
+};
+
+} // namespace orbel

@@ -1,0 +1,25 @@
+// Makes the settings window when the core asks for it. Made by main; everything it is given outlives it, and
+// it outlives its forms.
+#pragma once
+
+#include "backends/qt/settings/QtSettingsForm.h"
+#include "platform/SettingsForm.h"
+
+#include <memory>
+#include <utility>
+
+namespace orbel {
+
+class QtSettingsForms : public SettingsForms {
+public:
+  explicit QtSettingsForms(SettingsFormEnvironment environment) : m_environment(std::move(environment)) {}
+
+  std::unique_ptr<SettingsForm> load(SettingsFormContents contents, SettingsFormDelegate& delegate) override {
+    return std::make_unique<QtSettingsForm>(m_environment, std::move(contents), delegate);
+  }
+
+private:
+  SettingsFormEnvironment m_environment;
+};
+
+} // namespace orbel

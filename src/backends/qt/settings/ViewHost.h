@@ -1,0 +1,61 @@
+// A widget that hosts a view of the core: brings it the pointer and the keyboard, gives it a place to draw,
+// shows its tool tips, a ring around it while it has the keyboard focus, and speaks for it to assistive
+// programs. As large as the view, and a margin for the ring.
+#pragma once
+
+#include "backends/qt/QtCanvas.h"
+#include "foundation/RunLoop.h"
+#include "platform/HostedView.h"
+#include "scene/ViewTree.h"
+
+#include <QEvent>
+#include <QPointF>
+#include <QWidget>
+
+#include <optional>
+
+namespace orbel {
+
+class ViewHost : public QWidget, private ViewTreeHost {
+public:
+  static constexpr int kRingMargin = 3; // points, on every side of the view
+
+  // The run loop outlives the widget.
+  ViewHost(HostedView hosted, RunLoop& runLoop, QWidget* parent = nullptr);
+  ~ViewHost() override;
+
+  const HostedView& hosted() const { return m_hosted; }
+  // As if Space were pressed.
+  void press();
+  // What a reader says of it.
+  QString accessibleValue() const;
+
+  QSize sizeHint() const override;
+
+protected:
+  bool event(QEvent* event) override;
+  void paintEvent(QPaintEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void enterEvent(QEnterEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+
+private:
+  Size viewSize() const { return m_hosted.view->frame().size; }
+  // From the widget's points, y down, to the view's.
+  Point viewPoint(QPointF position) const;
+  MouseEvent mouseEvent(QPointF position) const { return {viewPoint(position)}; }
+
+  void needsDisplay(const Rect& rectInWindow) override;
+  std::optional<Point> pointerLocationInWindow() const override;
+  double backingScale() const override { return devicePixelRatioF(); }
+  Rect screenFrame() const override { return Rect({}, viewSize()); }
+
+  HostedView m_hosted;
+  ViewTree m_tree;
+  QtCanvas::Scratch m_scratch;
+};
+
+} // namespace orbel

@@ -1,0 +1,25 @@
+// A small window with an arrow beside a control. It is transient: it closes when the user clicks elsewhere or
+// presses Escape, and with the window it belongs to. Made by the settings form; main thread only.
+#pragma once
+
+#include "platform/HostedView.h"
+
+#include <vector>
+
+namespace orbel {
+
+enum class SettingsControl { windowTint, help };
+
+class Popover {
+public:
+  virtual ~Popover() = default; // closes it without telling anybody
+
+  // In rows of that many columns, from left to right and top to bottom. None empties the popover.
+  virtual void setContent(std::vector<HostedView> views, int columns) = 0;
+  // Beside the control, at its right where the screen has room.
+  virtual void show(SettingsControl beside) = 0;
+  virtual void close() = 0;
+  virtual bool isShown() const = 0;
+};
+
+} // namespace orbel

@@ -1,0 +1,36 @@
+// Plays one of the program's own videos into pictures. A player costs as long as it lives: it is made to be
+// watched and let go after. Used by the settings window's help. Main thread only.
+#pragma once
+
+#include "scene/Image.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+
+namespace orbel {
+
+class VideoPlayer {
+public:
+  virtual ~VideoPlayer() = default; // stops it
+  virtual void seekToStart() = 0;
+  // Goes on until the end, without sound.
+  virtual void play() = 0;
+};
+
+// Never called from within a call to the player. Each may end the player.
+struct VideoPlayerHandlers {
+  std::function<void(ImagePointer frame)> frameReady;
+  std::function<void()> didPlayToEnd;
+};
+
+class VideoPlayers {
+public:
+  virtual ~VideoPlayers() = default;
+  // The resource of that name and extension, at its start and not playing. Empty when it cannot be played
+  // (logged); where that shows only later it is logged then, and no frame ever comes.
+  virtual std::unique_ptr<VideoPlayer> load(const std::string& resource, const std::string& extension,
+                                            VideoPlayerHandlers handlers) = 0;
+};
+
+} // namespace orbel

@@ -1,0 +1,418 @@
+#include "app/SettingsWindowController.h"
+
+#include "app/settings/AppSettings.h"
+#include "app/settings/Notifications.h"
+#include "app/settings/SettingsKeys.h"
+#include "doubles/FakePlatform.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+
+namespace orbel {
+namespace {
+
+constexpr const char* kSwiftModeText =
+    "When Swift Mode is active, every item in Orbel Menu is opened as soon as you move your mouse cursor "
+    "over "
+    "it. \n\nThis makes Orbel Menu a super fast App Switcher / Launcher.\n\nNote: To add items to Orbel Menu "
+    "via Drag & Drop, please make sure Swift Mode is turned off.";
+
+class SettingsWindowControllerTest : public testing::Test {
+protected:
+  ~SettingsWindowControllerTest() override {
+    controller = nullptr;
+    AppSettings::destroySharedInstance();
+  }
+  FakeSettingsForm& form() {
+    controller->window();
+    return *platform.settingsForms.last;
+  }
+  FakeSettingsForm& shown() {
+    controller->showWindow();
+    return *platform.settingsForms.last;
+  }
+  AppSettings& settings() { return AppSettings::sharedInstance(); }
+  static void click(View& view) {
+    const Rect inWindow = view.convertToWindow(view.bounds());
+    view.mouseDown({inWindow.center()});
+    view.mouseUp({inWindow.center()});
+  }
+  std::vector<int> notifications(const std::vector<const char*>& names, const std::function<void()>& act) {
+    std::vector<int> counts(names.size());
+    std::vector<Registration> observations;
+    for (std::size_t index = 0; index < names.size(); ++index) {
+      observations.push_back(NotificationCenter::defaultCenter().observe(
+          names[index], nullptr, [&counts, index](const Notification&) { ++counts[index]; }));
+    }
+    act();
+    return counts;
+  }
+
+  FakePlatform platform;
+  int terminations = 0;
+  std::shared_ptr<SettingsWindowController> controller =
+      SettingsWindowController::create([this] { ++terminations; });
+};
+
+TEST_F(SettingsWindowControllerTest, LoadsItsWindowOnceAndNotBeforeItIsWanted) {
+  EXPECT_EQ(platform.settingsForms.loads, 0);
+  EXPECT_FALSE(controller->isWindowLoaded());
+  shown();
+  shown();
+  EXPECT_EQ(platform.settingsForms.loads, 1);
+}
+
+TEST_F(SettingsWindowControllerTest, OffersEveryGestureAndMenuSizeByItsStoredNumber) {
+  std::vector<std::int64_t> gestures;
+  for (const SettingsChoice& choice : form().contents.gestures) {
+    gestures.push_back(choice.tag);
+    EXPECT_FALSE(choice.title.empty());
+  }
+  std::sort(gestures.begin(), gestures.end());
+  EXPECT_EQ(gestures, (std::vector<std::int64_t>{1, 2, 3, 4, 5}));
+  ASSERT_EQ(form().contents.menuSizes.size(), 3u);
+  for (std::int64_t size = 1; size <= 3; ++size)
+    EXPECT_EQ(form().contents.menuSizes[static_cast<std::size_t>(size - 1)].tag, size);
+  EXPECT_FALSE(form().contents.version.empty());
+}
+
+TEST_F(SettingsWindowControllerTest, ShowsTheDefaultsOfAnEmptyStore) {
+  EXPECT_EQ(shown().values, (SettingsValues{.gesture = 1,
+                                            .menuSize = 1,
+                                            .magnify = true,
+                                            .showRunningApps = true,
+                                            .startOnLogin = false,
+                                            .swiftMode = false}));
+  EXPECT_EQ(controller->windowTintButtonView()->fillColor(), Color::white(1));
+  EXPECT_TRUE(form().managedWindow.visible);
+}
+
+TEST_F(SettingsWindowControllerTest, ShowsWhatIsStored) {
+  settings().setWindowTintColor({0.2, 0.4, 0.6, 1});
+  platform.preferences.values.insert_or_assign(kGestureSettingsKey, 4);
+  platform.preferences.values.insert_or_assign(kMenuSizeSettingsKey, 3);
+  platform.preferences.values.insert_or_assign(kMagnifySettingsKey, false);
+  platform.preferences.values.insert_or_assign(kShowRunningAppsKey, false);
+  platform.preferences.values.insert_or_assign(kLaunchAtLoginKey, true);
+  platform.preferences.values.insert_or_assign(kSwiftModeKey, true);
+  EXPECT_EQ(shown().values, (SettingsValues{.gesture = 4,
+                                            .menuSize = 3,
+                                            .magnify = false,
+                                            .showRunningApps = false,
+                                            .startOnLogin = true,
+                                            .swiftMode = true}));
+  EXPECT_EQ(controller->windowTintButtonView()->fillColor(), (Color{0.2, 0.4, 0.6, 1}));
+}
+
+TEST_F(SettingsWindowControllerTest, ShowsTheFirstOrTheDefaultForValuesThatMakeNoSense) {
+  platform.preferences.values.insert_or_assign(kGestureSettingsKey, 6);
+  platform.preferences.values.insert_or_assign(kMenuSizeSettingsKey, -3);
+  platform.preferences.values.insert_or_assign(kWindowTintColorKey, PropertyList::Data(3));
+  platform.preferences.values.insert_or_assign(kSwiftModeKey, true);
+  shown();
+  EXPECT_EQ(form().values.gesture, 1);
+  EXPECT_EQ(form().values.menuSize, 1);
+  EXPECT_TRUE(form().values.swiftMode);
+  EXPECT_EQ(controller->windowTintButtonView()->fillColor(), Color::white(1));
+  // What is stored is left alone.
+  EXPECT_EQ(platform.preferences.integer(kGestureSettingsKey), 6);
+}
+
+TEST_F(SettingsWindowControllerTest, ValuesFromOutsideShowWhileTheWindowIsOpen) {
+  shown();
+  auto values = platform.preferences.values;
+  values.insert_or_assign(kMenuSizeSettingsKey, 2);
+  values.insert_or_assign(kSwiftModeKey, true);
+  platform.preferences.changeFromOutside(values);
+  EXPECT_EQ(form().values.menuSize, 2);
+  EXPECT_TRUE(form().values.swiftMode);
+}
+
+TEST_F(SettingsWindowControllerTest, ValuesFromOutsideShowWhenAClosedWindowIsShownAgain) {
+  shown().managedWindow.close();
+  const int timesSet = form().timesSet;
+  platform.preferences.changeFromOutside({{kMenuSizeSettingsKey, 3}, {kMagnifySettingsKey, false}});
+  EXPECT_EQ(form().timesSet, timesSet);
+  shown();
+  EXPECT_EQ(form().values.menuSize, 3);
+  EXPECT_FALSE(form().values.magnify);
+}
+
+TEST_F(SettingsWindowControllerTest, EveryControlWritesItsSettingAtOnce) {
+  SettingsFormDelegate& user = shown().delegate;
+  user.gesturePopUpClicked(3);
+  user.menuSizeClicked(2);
+  user.magnifyCheckboxClicked(false);
+  user.showRunningAppsClicked(false);
+  user.swiftModeCheckboxClicked(true);
+  user.startOnLoginCheckboxClicked(true);
+  EXPECT_EQ(platform.preferences.integer(kGestureSettingsKey), 3);
+  EXPECT_EQ(platform.preferences.integer(kMenuSizeSettingsKey), 2);
+  EXPECT_FALSE(settings().magnifySettings());
+  EXPECT_FALSE(settings().showRunningApps());
+  EXPECT_TRUE(platform.preferences.boolean(kSwiftModeKey));
+  EXPECT_TRUE(platform.preferences.boolean(kLaunchAtLoginKey));
+  user.magnifyCheckboxClicked(true);
+  user.showRunningAppsClicked(true);
+  user.swiftModeCheckboxClicked(false);
+  user.startOnLoginCheckboxClicked(false);
+  EXPECT_TRUE(settings().magnifySettings());
+  EXPECT_TRUE(settings().showRunningApps());
+  EXPECT_FALSE(settings().swiftMode());
+  EXPECT_FALSE(settings().launchAtLogin());
+}
+
+TEST_F(SettingsWindowControllerTest, OpenMenusHearOfEachChangeOnce) {
+  SettingsFormDelegate& user = shown().delegate;
+  const auto counts = notifications(
+      {kOrbelMenuMagnifySettingsChangedNotification, kOrbelMenuShowRunningAppsChangedNotification,
+       kOrbelMenuMenuSizeSettingsChangedNotification, kOrbelMenuWindowTintSettingsChangedNotification},
+      [&] {
+        user.magnifyCheckboxClicked(false);
+        user.showRunningAppsClicked(false);
+        user.menuSizeClicked(3);
+        controller->didSelectColor({0, 0, 1, 1});
+      });
+  EXPECT_EQ(counts, (std::vector<int>{1, 1, 1, 1}));
+}
+
+TEST_F(SettingsWindowControllerTest, OnlyTheRestOfThreeFingersHasAHelpButton) {
+  EXPECT_TRUE(shown().helpButtonVisible);
+  for (std::int64_t gesture = 2; gesture <= 5; ++gesture) {
+    form().delegate.gesturePopUpClicked(gesture);
+    EXPECT_FALSE(form().helpButtonVisible) << gesture;
+  }
+  form().delegate.gesturePopUpClicked(1);
+  EXPECT_TRUE(form().helpButtonVisible);
+}
+
+TEST_F(SettingsWindowControllerTest, ChoosingAGestureEnablesItsTapAlone) {
+  settings().startHandlers();
+  shown().delegate.gesturePopUpClicked(5);
+  EXPECT_TRUE(platform.eventTaps.isEnabled("mouseMoved"));
+  EXPECT_FALSE(platform.eventTaps.isEnabled("touch"));
+  EXPECT_TRUE(platform.eventTaps.isEnabled("mouseUp"));
+  form().delegate.gesturePopUpClicked(2);
+  EXPECT_FALSE(platform.eventTaps.isEnabled("mouseMoved"));
+  EXPECT_TRUE(platform.eventTaps.isEnabled("touch"));
+}
+
+TEST_F(SettingsWindowControllerTest, TheRecorderIsInStepWithTheStoredShortcut) {
+  const MASShortcut stored = MASShortcut::shortcutWithKeyCode(kSpaceKeyCode, kControlFlag | kOptionFlag);
+  platform.preferences.setObject(kGlobalShortcutKey, stored.data());
+  shown();
+  EXPECT_EQ(controller->shortcutView()->shortcutValue(), stored);
+  EXPECT_EQ(controller->shortcutView()->associatedUserDefaultsKey(), kGlobalShortcutKey);
+  EXPECT_EQ(form().contents.shortcutView.accessibleValue(), stored.description());
+  controller->shortcutView()->setShortcutValue(std::nullopt);
+  EXPECT_EQ(MASShortcut::shortcutWithData(platform.preferences.object(kGlobalShortcutKey)->data()),
+            std::nullopt);
+  EXPECT_EQ(form().contents.shortcutView.accessibleValue(), "");
+}
+
+TEST_F(SettingsWindowControllerTest, TheRecordersToolTipsComeByPlace) {
+  const HostedView& hosted = shown().contents.shortcutView;
+  EXPECT_EQ(hosted.toolTipAt({5, 5}), "");
+  controller->shortcutView()->setShortcutValue(MASShortcut::shortcutWithKeyCode(96, 0));
+  EXPECT_EQ(hosted.toolTipAt(controller->shortcutView()->shortcutArea().center()),
+            "Click to record new shortcut");
+  EXPECT_EQ(hosted.toolTipAt(controller->shortcutView()->hintArea().center()), "Delete shortcut");
+}
+
+TEST_F(SettingsWindowControllerTest, TheKeyboardStartsTheRecorder) {
+  shown().contents.shortcutView.press();
+  EXPECT_TRUE(controller->shortcutView()->isRecording());
+  EXPECT_TRUE(platform.keyRecorder.isRecording());
+}
+
+TEST_F(SettingsWindowControllerTest, TheShortcutOutlivesTheWindow) {
+  const MASShortcut stored = MASShortcut::shortcutWithKeyCode(kSpaceKeyCode, kOptionFlag);
+  platform.preferences.setObject(kGlobalShortcutKey, stored.data());
+  shown();
+  controller = nullptr;
+  EXPECT_EQ(MASShortcut::shortcutWithData(platform.preferences.object(kGlobalShortcutKey)->data()), stored);
+}
+
+TEST_F(SettingsWindowControllerTest, TheCloseButtonIsDarkGreyAndClosesTheWindow) {
+  shown();
+  EXPECT_EQ(controller->closeButton()->defaultColor(), Color::darkGray());
+  click(*controller->closeButton());
+  EXPECT_FALSE(form().managedWindow.visible);
+  shown();
+  form().contents.closeButton.press();
+  EXPECT_FALSE(form().managedWindow.visible);
+  EXPECT_EQ(terminations, 0);
+}
+
+TEST_F(SettingsWindowControllerTest, ACloseButtonThatOutlivesTheControllerDoesNothing) {
+  shown();
+  const auto button = controller->closeButton();
+  controller = nullptr;
+  click(*button);
+}
+
+TEST_F(SettingsWindowControllerTest, OnADarkDesktopTheCloseButtonCanBeSeen) {
+  shown();
+  form().managedWindow.changeColorScheme(ColorScheme::dark);
+  EXPECT_EQ(controller->closeButton()->defaultColor(), Color::lightGray());
+  form().managedWindow.changeColorScheme(ColorScheme::light);
+  EXPECT_EQ(controller->closeButton()->defaultColor(), Color::darkGray());
+}
+
+TEST_F(SettingsWindowControllerTest, TheTintSwatchIsADiscWithALightGreyBorder) {
+  shown();
+  const SwatchView& swatch = *controller->windowTintButtonView();
+  EXPECT_EQ(swatch.cornerRadius(), swatch.frame().size.height / 2);
+  EXPECT_EQ(swatch.frame().size.width, swatch.frame().size.height);
+  EXPECT_EQ(swatch.borderColor(), Color::lightGray());
+  EXPECT_EQ(swatch.borderWidth(), 1);
+}
+
+TEST_F(SettingsWindowControllerTest, TheTintSwatchOpensTheColoursBesideIt) {
+  shown();
+  View& button = *form().contents.windowTintButton.view->subviews().back();
+  click(button);
+  ASSERT_NE(controller->currentPopover(), nullptr);
+  auto& popover = static_cast<FakePopover&>(*controller->currentPopover());
+  EXPECT_EQ(popover.beside, SettingsControl::windowTint);
+  EXPECT_GE(popover.content.size(), 10u);
+}
+
+TEST_F(SettingsWindowControllerTest, AChosenColourIsStoredShownAndClosesThePopover) {
+  shown().contents.windowTintButton.press();
+  const auto content = static_cast<FakePopover&>(*controller->currentPopover()).content;
+  const auto counts =
+      notifications({kOrbelMenuWindowTintSettingsChangedNotification}, [&] { content.at(4).press(); });
+  EXPECT_EQ(counts[0], 1);
+  EXPECT_EQ(controller->currentPopover(), nullptr);
+  const Color chosen = static_cast<SwatchView&>(*content.at(4).view).fillColor();
+  EXPECT_EQ(settings().windowTintColor(), chosen);
+  EXPECT_EQ(controller->windowTintButtonView()->fillColor(), chosen);
+  EXPECT_EQ(form().contents.windowTintButton.accessibleValue(), content.at(4).accessibleName);
+}
+
+TEST_F(SettingsWindowControllerTest, AClickElsewhereClosesTheColoursAndChangesNothing) {
+  shown().contents.windowTintButton.press();
+  const int writes = platform.preferences.writes;
+  controller->currentPopover()->close();
+  EXPECT_EQ(controller->currentPopover(), nullptr);
+  EXPECT_EQ(platform.preferences.writes, writes);
+  form().contents.windowTintButton.press();
+  EXPECT_NE(controller->currentPopover(), nullptr);
+}
+
+TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLoadedOnlyWhenItIsOpened) {
+  shown();
+  EXPECT_TRUE(platform.videoPlayers.loaded.empty());
+  form().delegate.helpClicked();
+  EXPECT_EQ(platform.videoPlayers.loaded, std::vector<std::string>{"ThreeFingerRest.mp4"});
+  EXPECT_EQ(platform.videoPlayers.happened, (std::vector<std::string>{"seekToStart", "play"}));
+  const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
+  EXPECT_EQ(popover.beside, SettingsControl::help);
+  ASSERT_EQ(popover.content.size(), 1u);
+  EXPECT_EQ(popover.content[0].view->frame().size, Size(282, 360));
+}
+
+TEST_F(SettingsWindowControllerTest, TheHelpVideoStartsAgainAtItsEndWhileItIsOpen) {
+  shown().delegate.helpClicked();
+  platform.videoPlayers.happened.clear();
+  platform.videoPlayers.handlers.didPlayToEnd();
+  EXPECT_EQ(platform.videoPlayers.happened, (std::vector<std::string>{"seekToStart", "play"}));
+  platform.videoPlayers.handlers.didPlayToEnd();
+  EXPECT_EQ(platform.videoPlayers.happened.size(), 4u);
+}
+
+TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLetGoWhenItsPopoverCloses) {
+  shown().delegate.helpClicked();
+  EXPECT_EQ(platform.videoPlayers.alive, 1);
+  controller->threeFingerRestPopover().close();
+  EXPECT_EQ(platform.videoPlayers.alive, 0);
+  EXPECT_EQ(controller->threeFingerRestPlayer(), nullptr);
+  EXPECT_TRUE(static_cast<FakePopover&>(controller->threeFingerRestPopover()).content.empty());
+  platform.videoPlayers.happened.clear();
+  platform.videoPlayers.handlers.didPlayToEnd();
+  EXPECT_TRUE(platform.videoPlayers.happened.empty());
+  // And again from the start.
+  form().delegate.helpClicked();
+  EXPECT_EQ(platform.videoPlayers.alive, 1);
+}
+
+TEST_F(SettingsWindowControllerTest, FramesOfTheHelpVideoReplaceTheStillPicture) {
+  platform.workspace.namedImages.insert("ThreeFingerRest");
+  shown().delegate.helpClicked();
+  const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
+  const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);
+  ASSERT_NE(view, nullptr);
+  EXPECT_NE(view->image(), nullptr);
+  const auto frame = Image::withBitmap({2, 2}, Bitmap(2, 2));
+  platform.videoPlayers.handlers.frameReady(frame);
+  EXPECT_EQ(view->image(), frame);
+}
+
+TEST_F(SettingsWindowControllerTest, WithoutAPlayerTheHelpIsAStillPicture) {
+  platform.workspace.namedImages.insert("ThreeFingerRest");
+  platform.videoPlayers.loadSucceeds = false;
+  shown().delegate.helpClicked();
+  const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
+  EXPECT_TRUE(popover.isShown());
+  const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);
+  ASSERT_NE(view, nullptr);
+  EXPECT_NE(view->image(), nullptr);
+  EXPECT_EQ(controller->threeFingerRestPlayer(), nullptr);
+}
+
+TEST_F(SettingsWindowControllerTest, SwiftModeIsExplainedInAnAlert) {
+  shown().delegate.swiftModeInfoClicked();
+  ASSERT_TRUE(platform.dialogs.alert);
+  EXPECT_EQ(platform.dialogs.alert->message, kSwiftModeText);
+  EXPECT_EQ(platform.dialogs.alert->button, "OK");
+  platform.dialogs.closeAlert();
+}
+
+// A store that will not keep the wish to be started at login, as one whose registration fails.
+class RefusingLoginTest : public SettingsWindowControllerTest {
+protected:
+  RefusingLoginTest() {
+    m_refusal = platform.preferences.observeChanges([this] {
+      if (platform.preferences.boolean(kLaunchAtLoginKey))
+        platform.preferences.values.insert_or_assign(kLaunchAtLoginKey, false);
+    });
+  }
+
+private:
+  Registration m_refusal;
+};
+
+TEST_F(RefusingLoginTest, ABoxThatReadsBackAsOffShowsTheAlert) {
+  shown().delegate.startOnLoginCheckboxClicked(true);
+  ASSERT_TRUE(platform.dialogs.alert);
+  EXPECT_EQ(platform.dialogs.alert->message,
+            "To enable Launch at Login please make sure that the Orbel Menu App Bundle is located in your "
+            "default Applications directory.");
+  EXPECT_FALSE(form().values.startOnLogin);
+}
+
+TEST_F(RefusingLoginTest, SwitchingTheBoxOffShowsNone) {
+  shown().delegate.startOnLoginCheckboxClicked(false);
+  EXPECT_FALSE(platform.dialogs.alert);
+}
+
+TEST_F(SettingsWindowControllerTest, ABoxThatStaysOnShowsNoAlert) {
+  shown().delegate.startOnLoginCheckboxClicked(true);
+  EXPECT_FALSE(platform.dialogs.alert);
+  EXPECT_TRUE(form().values.startOnLogin);
+}
+
+TEST_F(SettingsWindowControllerTest, TheWebSiteOpensInTheBrowser) {
+  shown().delegate.websiteClicked();
+  EXPECT_EQ(platform.workspace.actions, std::vector<std::string>{"openUrl https://orbelmenu.org"});
+}
+
+TEST_F(SettingsWindowControllerTest, QuitEndsTheProgram) {
+  shown().delegate.quitClicked();
+  EXPECT_EQ(terminations, 1);
+}
+
+} // namespace
+} // namespace orbel

@@ -8,6 +8,7 @@
 #include "app/settings/RestingFingersRecognizer.h"
 #include "app/settings/SpreadingFingersRecognizer.h"
 #include "foundation/Color.h"
+#include "foundation/Registration.h"
 #include "platform/EventTaps.h"
 
 #include <cstddef>
@@ -56,7 +57,9 @@ public:
   // Whether reaching an item opens it; false when absent.
   bool swiftMode() const;
   void setSwiftMode(bool swift);
-  // False when absent. Setting it calls updateLaunchSettings().
+  // Whether the desktop starts the program at login; false when absent. Setting it calls
+  // updateLaunchSettings(), after which it reads as what the desktop will do. A change that is made with the
+  // desktop's own tools is taken over.
   bool launchAtLogin() const;
   void setLaunchAtLogin(bool launch);
 
@@ -66,7 +69,8 @@ public:
   void stopHandlers();
   // Writes gesture 1 and magnification; tells nobody.
   void reset();
-  // Does nothing: the setting is only stored.
+  // Brings the desktop's login item in line with the setting. Where that fails the setting is stored as off,
+  // or as on if the desktop still starts the program.
   void updateLaunchSettings();
 
   const EventTap& touchEventTap() const { return *m_touchEventTap; }
@@ -91,6 +95,7 @@ public:
 
 private:
   AppSettings();
+  void takeOverLoginItem();
   void mouseUp();
   void mouseMoved();
   void touchesChanged(const std::vector<Touch>& touches);
@@ -106,6 +111,7 @@ private:
   std::unique_ptr<EventTap> m_touchEventTap;
   std::unique_ptr<EventTap> m_mouseUpEventTap;
   std::unique_ptr<EventTap> m_mouseMovedEventTap;
+  Registration m_loginItemObservation;
 };
 
 } // namespace orbel

@@ -11,7 +11,7 @@
 namespace orbel {
 
 namespace {
-constexpr double kTintDiscSide = 32;
+constexpr double kTintDiscSide = 28;
 constexpr double kTintSwatchSide = 22;
 constexpr double kSwatchBorderWidth = 1;
 constexpr Rect kShortcutFrame{0, 0, 190, 24};

@@ -247,5 +247,94 @@ TEST_F(AppSettingsTest, ThereIsOneInstanceUntilItIsDestroyed) {
   EXPECT_EQ(m_platform.eventTaps.taps.size(), 6u);
 }
 
+// What another program, or the user with an editor, does to the store.
+class SettingsFromOutsideTest : public AppSettingsTest {
+protected:
+  SettingsFromOutsideTest() { settings(); }
+  void change(const std::string& key, PropertyList value) {
+    auto values = m_platform.preferences.values;
+    values.insert_or_assign(key, std::move(value));
+    m_platform.preferences.changeFromOutside(std::move(values));
+  }
+  std::vector<std::string> posted() {
+    std::vector<std::string> names;
+    for (const Notification& notification : m_posts.all)
+      names.push_back(notification.name);
+    return names;
+  }
+
+private:
+  Posts m_posts;
+};
+
+TEST_F(SettingsFromOutsideTest, EachSettingThatAnOpenMenuShowsIsAnnouncedOnce) {
+  change("magnifySettings", false);
+  change("showRunningApps", false);
+  change("menuSizeSettings", 3);
+  change("windowTintColor", ArchivedColor::archive({1, 0, 0, 1}));
+  EXPECT_EQ(posted(), (std::vector<std::string>{kOrbelMenuMagnifySettingsChangedNotification,
+                                                kOrbelMenuShowRunningAppsChangedNotification,
+                                                kOrbelMenuMenuSizeSettingsChangedNotification,
+                                                kOrbelMenuWindowTintSettingsChangedNotification}));
+}
+
+TEST_F(SettingsFromOutsideTest, TheNewValueCanBeReadWhenItIsAnnounced) {
+  std::int64_t seen = 0;
+  const auto observation = NotificationCenter::defaultCenter().observe(
+      kOrbelMenuMenuSizeSettingsChangedNotification, &settings(),
+      [&](const Notification&) { seen = settings().menuSizeSettings(); });
+  change("menuSizeSettings", 2);
+  EXPECT_EQ(seen, 2);
+}
+
+TEST_F(SettingsFromOutsideTest, WhatStaysAsItWasIsNotAnnounced) {
+  change("magnifySettings", false);
+  change("menuItems", PropertyList::List{});
+  change("swiftMode", true);
+  change("magnifySettings", false);
+  EXPECT_EQ(posted(), std::vector<std::string>{kOrbelMenuMagnifySettingsChangedNotification});
+}
+
+TEST_F(SettingsFromOutsideTest, ARemovedSettingIsAChangeToItsDefault) {
+  settings().setMagnifySettings(false);
+  m_platform.preferences.changeFromOutside({});
+  EXPECT_EQ(posted(), (std::vector<std::string>(2, kOrbelMenuMagnifySettingsChangedNotification)));
+  EXPECT_TRUE(settings().magnifySettings());
+}
+
+TEST_F(SettingsFromOutsideTest, WhatWeWriteOurselvesIsAnnouncedOnce) {
+  settings().setMenuSizeSettings(2);
+  settings().setMenuSizeSettings(2);
+  EXPECT_EQ(posted().size(), 2u);
+  settings().reset();
+  EXPECT_EQ(posted().size(), 2u);
+}
+
+TEST_F(SettingsFromOutsideTest, ValuesThatMakeNoSenseFallBackAndLeaveTheOthersAlone) {
+  change("swiftMode", true);
+  change("menuSizeSettings", 99);
+  change("windowTintColor", "no colour at all");
+  change("gestureSettings", -7);
+  EXPECT_EQ(settings().menuSizeSettings(), 1);
+  EXPECT_EQ(settings().windowTintColor(), Color::white(1));
+  EXPECT_EQ(settings().gestureSettings(), 1);
+  EXPECT_TRUE(settings().swiftMode());
+  EXPECT_EQ(m_platform.preferences.integer("menuSizeSettings"), 99);
+}
+
+TEST_F(SettingsFromOutsideTest, AnotherGestureEnablesItsTapWhileTheHandlersRun) {
+  settings().startHandlers();
+  change("gestureSettings", 5);
+  EXPECT_TRUE(m_platform.eventTaps.isEnabled("mouseMoved"));
+  EXPECT_FALSE(m_platform.eventTaps.isEnabled("touch"));
+  EXPECT_TRUE(m_platform.eventTaps.isEnabled("mouseUp"));
+}
+
+TEST_F(SettingsFromOutsideTest, AnotherGestureDoesNotStartHandlersThatAreStopped) {
+  change("gestureSettings", 5);
+  EXPECT_FALSE(m_platform.eventTaps.isEnabled("mouseMoved"));
+  EXPECT_FALSE(m_platform.eventTaps.isEnabled("mouseUp"));
+}
+
 } // namespace
 } // namespace orbel

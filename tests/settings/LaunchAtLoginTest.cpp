@@ -83,6 +83,14 @@ TEST_F(LaunchAtLoginTest, ChangesFromOutsideAreTakenOverWhileItRuns) {
   EXPECT_TRUE(settings().launchAtLogin());
 }
 
+TEST_F(LaunchAtLoginTest, ASettingThatIsWrittenFromOutsideTakesEffect) {
+  EXPECT_FALSE(settings().launchAtLogin());
+  platform.preferences.changeFromOutside({{kLaunchAtLoginKey, true}});
+  EXPECT_EQ(platform.loginItem.current, State::registered);
+  platform.preferences.changeFromOutside({});
+  EXPECT_EQ(platform.loginItem.current, State::notRegistered);
+}
+
 TEST_F(LaunchAtLoginTest, AnUnreadableItemChangesNothing) {
   store(true);
   platform.loginItem.current = State::unknown;

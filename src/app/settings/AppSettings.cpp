@@ -50,7 +50,10 @@ void AppSettings::destroySharedInstance() {
   sharedPointer().reset();
 }
 
-AppSettings::AppSettings() {
+AppSettings::AppSettings()
+    : m_watch({kGestureSettingsKey, kMagnifySettingsKey, kWindowTintColorKey, kShowRunningAppsKey,
+               kMenuSizeSettingsKey, kLaunchAtLoginKey},
+              [this](const std::string& key) { changedFromOutside(key); }) {
   EventTaps& taps = Platform::current().eventTaps;
   m_touchEventTap = taps.makeTouchTap(
       {[this](const std::vector<Touch>& touches) { touchesChanged(touches); }, [this] { magnified(); }});
@@ -71,7 +74,7 @@ std::int64_t AppSettings::gestureSettings() const {
 }
 
 void AppSettings::setGestureSettings(std::int64_t gesture) {
-  preferences().setObject(kGestureSettingsKey, gesture);
+  m_watch.write(kGestureSettingsKey, gesture);
   stopHandlers();
   startHandlers();
 }
@@ -81,7 +84,7 @@ bool AppSettings::magnifySettings() const {
 }
 
 void AppSettings::setMagnifySettings(bool magnify) {
-  preferences().setObject(kMagnifySettingsKey, magnify);
+  m_watch.write(kMagnifySettingsKey, magnify);
   post(kOrbelMenuMagnifySettingsChangedNotification);
 }
 
@@ -97,7 +100,7 @@ Color AppSettings::windowTintColor() const {
 }
 
 void AppSettings::setWindowTintColor(const Color& color) {
-  preferences().setObject(kWindowTintColorKey, ArchivedColor::archive(color));
+  m_watch.write(kWindowTintColorKey, ArchivedColor::archive(color));
   post(kOrbelMenuWindowTintSettingsChangedNotification);
 }
 
@@ -106,7 +109,7 @@ bool AppSettings::showRunningApps() const {
 }
 
 void AppSettings::setShowRunningApps(bool show) {
-  preferences().setObject(kShowRunningAppsKey, show);
+  m_watch.write(kShowRunningAppsKey, show);
   post(kOrbelMenuShowRunningAppsChangedNotification);
 }
 
@@ -115,7 +118,7 @@ std::int64_t AppSettings::menuSizeSettings() const {
 }
 
 void AppSettings::setMenuSizeSettings(std::int64_t size) {
-  preferences().setObject(kMenuSizeSettingsKey, size);
+  m_watch.write(kMenuSizeSettingsKey, size);
   post(kOrbelMenuMenuSizeSettingsChangedNotification);
 }
 
@@ -124,7 +127,7 @@ bool AppSettings::swiftMode() const {
 }
 
 void AppSettings::setSwiftMode(bool swift) {
-  preferences().setObject(kSwiftModeKey, swift);
+  m_watch.write(kSwiftModeKey, swift);
 }
 
 bool AppSettings::launchAtLogin() const {
@@ -132,7 +135,7 @@ bool AppSettings::launchAtLogin() const {
 }
 
 void AppSettings::setLaunchAtLogin(bool launch) {
-  preferences().setObject(kLaunchAtLoginKey, launch);
+  m_watch.write(kLaunchAtLoginKey, launch);
   updateLaunchSettings();
 }
 
@@ -156,8 +159,8 @@ void AppSettings::stopHandlers() {
 }
 
 void AppSettings::reset() {
-  preferences().setObject(kGestureSettingsKey, kFirstGesture);
-  preferences().setObject(kMagnifySettingsKey, true);
+  m_watch.write(kGestureSettingsKey, kFirstGesture);
+  m_watch.write(kMagnifySettingsKey, true);
 }
 
 void AppSettings::updateLaunchSettings() {
@@ -167,7 +170,7 @@ void AppSettings::updateLaunchSettings() {
   // Also when it is registered: the program may have moved since.
   if (item.setRegistered(launch)) return;
   const bool isRegistered = item.state() == LoginItem::State::registered;
-  if (isRegistered != launch) preferences().setObject(kLaunchAtLoginKey, isRegistered);
+  if (isRegistered != launch) m_watch.write(kLaunchAtLoginKey, isRegistered);
 }
 
 void AppSettings::takeOverLoginItem() {
@@ -177,7 +180,18 @@ void AppSettings::takeOverLoginItem() {
   if (isRegistered == launchAtLogin()) return;
   Log::information(isRegistered ? "the desktop starts the program at login now"
                                 : "the desktop does not start the program at login any more");
-  preferences().setObject(kLaunchAtLoginKey, isRegistered);
+  m_watch.write(kLaunchAtLoginKey, isRegistered);
+}
+
+// As if the setter had been called, but for the writing.
+void AppSettings::changedFromOutside(const std::string& key) {
+  if (key == kMagnifySettingsKey) post(kOrbelMenuMagnifySettingsChangedNotification);
+  if (key == kWindowTintColorKey) post(kOrbelMenuWindowTintSettingsChangedNotification);
+  if (key == kShowRunningAppsKey) post(kOrbelMenuShowRunningAppsChangedNotification);
+  if (key == kMenuSizeSettingsKey) post(kOrbelMenuMenuSizeSettingsChangedNotification);
+  if (key == kLaunchAtLoginKey) updateLaunchSettings();
+  // Handlers that are stopped stay stopped.
+  if (key == kGestureSettingsKey && m_mouseUpEventTap->isEnabled()) startHandlers();
 }
 
 void AppSettings::mouseUp() {

@@ -1,11 +1,13 @@
 // The process's settings and triggers: every other module reads and writes the user's settings here, straight
 // from and to the preferences store, and the global shortcut and the gestures that summon the menu are
 // started and stopped here. Setters of what an open menu shows post a notification
-// (app/settings/Notifications.h) after writing. Main thread only.
+// (app/settings/Notifications.h) after writing; a value that is changed in the store from outside has the
+// same effect as its setter. Main thread only.
 #pragma once
 
 #include "app/settings/PointerCircleRecognizer.h"
 #include "app/settings/RestingFingersRecognizer.h"
+#include "app/settings/SettingsWatch.h"
 #include "app/settings/SpreadingFingersRecognizer.h"
 #include "foundation/Color.h"
 #include "foundation/Registration.h"
@@ -14,6 +16,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -96,6 +99,7 @@ public:
 private:
   AppSettings();
   void takeOverLoginItem();
+  void changedFromOutside(const std::string& key);
   void mouseUp();
   void mouseMoved();
   void touchesChanged(const std::vector<Touch>& touches);
@@ -112,6 +116,7 @@ private:
   std::unique_ptr<EventTap> m_mouseUpEventTap;
   std::unique_ptr<EventTap> m_mouseMovedEventTap;
   Registration m_loginItemObservation;
+  SettingsWatch m_watch;
 };
 
 } // namespace orbel

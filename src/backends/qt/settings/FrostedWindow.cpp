@@ -1,6 +1,7 @@
 #include "backends/qt/settings/FrostedWindow.h"
 
 #include "backends/qt/DisplayServer.h"
+#include "backends/qt/ScreenSpace.h"
 #include "backends/qt/settings/SettingsPalette.h"
 
 #include <QImage>
@@ -15,10 +16,9 @@
 namespace orbel {
 
 namespace {
-// Of the glass over a live blur, and over a screen that is as sharp as ever, where letters must not be
-// disturbed by what is behind them.
-constexpr int kAlphaOverBlur = 196;
-constexpr int kAlphaOverSharp = 244;
+// Of the glass over a live blur, where what is behind moves, and over a screen that is as sharp as ever.
+constexpr int kAlphaOverBlur = 190;
+constexpr int kAlphaOverSharp = 246;
 // Around the glass, without which light glass would melt into a light window.
 const QColor kHairline(0, 0, 0, 64);
 
@@ -37,7 +37,10 @@ std::vector<DeviceRect> deviceRows(const QRegion& region, double ratio) {
 
 FrostedWindow::FrostedWindow(DisplayServer* display)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_display(display) {
-  if (isGlassPossible()) setAttribute(Qt::WA_TranslucentBackground);
+  if (isGlassPossible()) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    m_frost.emplace(*display);
+  }
   setAttribute(Qt::WA_QuitOnClose, false);
   setPalette(SettingsPalette::of(m_colorScheme));
 }
@@ -63,9 +66,12 @@ void FrostedWindow::repaintBackground() {
   update();
 }
 
-FrostedWindow::Behind FrostedWindow::behind() const {
-  if (!m_display || !m_display->isCompositing()) return Behind::nothing;
-  return m_display->blur().isOffered() ? Behind::blurred : Behind::asItIs;
+bool FrostedWindow::isCompositing() const {
+  return m_display && m_display->isCompositing();
+}
+
+bool FrostedWindow::isBlurredLive() const {
+  return isCompositing() && m_display->blur().isOffered();
 }
 
 QPainterPath FrostedWindow::outline() const {
@@ -86,20 +92,8 @@ void FrostedWindow::drawBackground() {
   {
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor glass = palette().color(QPalette::Window);
-    switch (m_glass ? behind() : Behind::nothing) {
-    case Behind::nothing:
-      painter.fillRect(rect(), glass);
-      break;
-    case Behind::blurred:
-      glass.setAlpha(kAlphaOverBlur);
-      painter.fillPath(outline(), glass);
-      break;
-    case Behind::asItIs:
-      glass.setAlpha(kAlphaOverSharp);
-      painter.fillPath(outline(), glass);
-      break;
-    }
+    if (!isCompositing()) painter.fillRect(rect(), palette().color(QPalette::Window));
+    if (m_glass) paintGlass(painter);
     if (m_glass) painter.strokePath(outline(), QPen(kHairline, m_glass->inset));
   }
   if (m_delegate) {
@@ -113,13 +107,39 @@ void FrostedWindow::drawBackground() {
   m_background.setDevicePixelRatio(ratio);
 }
 
+void FrostedWindow::paintGlass(QPainter& painter) const {
+  painter.save();
+  const QPainterPath shape = outline();
+  if (m_frost && !m_frost->isEmpty()) {
+    // On a picture of its own whose corners are taken away after: clipping to a path has hard edges.
+    QImage frost(size() * devicePixelRatioF(), QImage::Format_ARGB32_Premultiplied);
+    frost.setDevicePixelRatio(devicePixelRatioF());
+    {
+      QPainter onFrost(&frost);
+      m_frost->paint(onFrost, QRectF(rect()), ScreenSpace::toDevice(ScreenSpace::fromToolkit(geometry())),
+                     m_glass->material);
+      QPainterPath corners;
+      corners.addRect(QRectF(rect()));
+      onFrost.setRenderHint(QPainter::Antialiasing);
+      onFrost.setCompositionMode(QPainter::CompositionMode_DestinationOut);
+      onFrost.fillPath(corners.subtracted(shape), Qt::black);
+    }
+    painter.drawImage(0, 0, frost);
+  } else {
+    QColor glass = palette().color(QPalette::Window);
+    if (isCompositing()) glass.setAlpha(isBlurredLive() ? kAlphaOverBlur : kAlphaOverSharp);
+    painter.fillPath(shape, glass);
+  }
+  painter.restore();
+}
+
 // Without a compositor nothing can be translucent, and the corners are cut off instead.
 void FrostedWindow::shapeWindow() {
   if (!m_display || !m_glass) return;
   const QRegion region(outline().toFillPolygon().toPolygon());
   const auto window = static_cast<xcb_window_t>(winId());
   const auto rows = deviceRows(region, devicePixelRatioF());
-  if (behind() == Behind::nothing) {
+  if (!isCompositing()) {
     m_display->shape().setBounding(window, rows);
   } else {
     m_display->shape().clearBounding(window);
@@ -135,6 +155,12 @@ void FrostedWindow::paintEvent(QPaintEvent* event) {
   painter.drawPixmap(0, 0, m_background);
 }
 
+void FrostedWindow::moveEvent(QMoveEvent* event) {
+  QWidget::moveEvent(event);
+  // Another part of the screen is behind it.
+  if (m_frost && !m_frost->isEmpty()) repaintBackground();
+}
+
 void FrostedWindow::resizeEvent(QResizeEvent*) {
   if (m_delegate) m_delegate->windowDidResize();
   if (isVisible()) shapeWindow();
@@ -144,6 +170,7 @@ void FrostedWindow::resizeEvent(QResizeEvent*) {
 void FrostedWindow::showEvent(QShowEvent* event) {
   if (!event->spontaneous()) {
     if (m_display) m_display->disableShadow(winId());
+    if (m_frost && !isBlurredLive()) m_frost->take(devicePixelRatioF());
     shapeWindow();
     repaintBackground();
   }
@@ -153,7 +180,9 @@ void FrostedWindow::showEvent(QShowEvent* event) {
 void FrostedWindow::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
   m_drags = false;
-  if (!event->spontaneous() && m_didHide) m_didHide();
+  if (event->spontaneous()) return;
+  if (m_frost) m_frost->release();
+  if (m_didHide) m_didHide();
 }
 
 void FrostedWindow::mousePressEvent(QMouseEvent* event) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "backends/qt/QtCanvas.h"
+#include "backends/qt/settings/ScreenFrost.h"
 #include "platform/ManagedWindow.h"
 
 #include <QPainterPath>
@@ -36,6 +37,7 @@ public:
 
 protected:
   void paintEvent(QPaintEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
   void hideEvent(QHideEvent* event) override;
@@ -49,11 +51,10 @@ private:
     double inset;
     double cornerRadius;
   };
-  // How much of what is behind the window shines through.
-  enum class Behind { nothing, blurred, asItIs };
-
-  Behind behind() const;
+  bool isCompositing() const;
+  bool isBlurredLive() const;
   QPainterPath outline() const;
+  void paintGlass(QPainter& painter) const;
   void drawBackground();
   void shapeWindow();
   MouseEvent mouseEvent(const QMouseEvent& event) const;
@@ -61,6 +62,7 @@ private:
   DisplayServer* m_display;
   ManagedWindowDelegate* m_delegate = nullptr;
   std::optional<Glass> m_glass;
+  std::optional<ScreenFrost> m_frost; // none without an X server; taken while the window is shown
   ColorScheme m_colorScheme = ColorScheme::light;
   QPixmap m_background; // null while it must be drawn
   QtCanvas::Scratch m_scratch;

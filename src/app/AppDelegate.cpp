@@ -1,7 +1,9 @@
 #include "app/AppDelegate.h"
 
+#include "app/TouchpadAccessNotice.h"
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
+#include "app/settings/SettingsKeys.h"
 #include "controllers/CompanionToolkit.h"
 #include "foundation/Log.h"
 #include "platform/Platform.h"
@@ -11,6 +13,8 @@
 namespace orbel {
 
 namespace {
+constexpr const char* kStatusImage = "small";
+
 bool isFromKeyboard(const Notification& notification) {
   const auto type = notification.userInfo.find(kShowEventType);
   return type != notification.userInfo.end() && type->second == PropertyList(kShowEventShortcut);
@@ -23,7 +27,20 @@ void AppDelegate::applicationDidFinishLaunching() {
   makeTrustedIfNeccessary();
   AppSettings::sharedInstance().startHandlers();
   m_settingsWindowController = SettingsWindowController::create(m_terminate);
+  makeStatusItem();
+  observeNotifications();
+  showSettingsAtFirstLaunch();
+}
 
+void AppDelegate::makeStatusItem() {
+  const Platform& platform = Platform::current();
+  m_statusItem = platform.statusBar.makeStatusItem({.image = kStatusImage,
+                                                    .isTemplate = true,
+                                                    .title = platform.text.localized("Orbel Menu"),
+                                                    .clicked = [this] { statusItemClicked(); }});
+}
+
+void AppDelegate::observeNotifications() {
   NotificationCenter& center = NotificationCenter::defaultCenter();
   m_observations.push_back(
       center.observe(kOrbelMenuShouldShowNotification, nullptr,
@@ -34,19 +51,30 @@ void AppDelegate::applicationDidFinishLaunching() {
                                           [this](const Notification&) { orbelWindowDidDisappear(); }));
 }
 
+void AppDelegate::showSettingsAtFirstLaunch() {
+  PreferencesStore& preferences = Platform::current().preferences;
+  if (preferences.boolean(kLaunchedBeforeKey)) return;
+  statusItemClicked();
+  preferences.setObject(kLaunchedBeforeKey, true);
+}
+
 void AppDelegate::applicationWillTerminate() {
   m_observations.clear();
   if (const auto controller = std::exchange(m_windowController, nullptr)) {
     // Ends a fade that is under way, whose completion would keep the controller and its window alive.
     controller->window().setAlphaValue(0);
   }
+  m_statusItem = nullptr;
   m_settingsWindowController = nullptr;
   Platform::current().preferences.synchronize();
   CompanionToolkit::terminate();
 }
 
 void AppDelegate::makeTrustedIfNeccessary() {
-  if (!Platform::current().eventTaps.isTrusted()) Log::warning("we're not trusted");
+  EventTaps& eventTaps = Platform::current().eventTaps;
+  if (eventTaps.isTrusted()) return;
+  Log::warning("we're not trusted");
+  if (eventTaps.unreadableTouchpad()) TouchpadAccessNotice::deliverOnce();
 }
 
 void AppDelegate::statusItemClicked() {

@@ -6,6 +6,7 @@
 #include "controllers/OrbelWindowController.h"
 #include "foundation/NotificationCenter.h"
 #include "foundation/Registration.h"
+#include "platform/StatusBar.h"
 
 #include <functional>
 #include <memory>
@@ -25,11 +26,12 @@ public:
   void applicationDidFinishLaunching();
   // Writes the store to disk and tells the companion to end.
   void applicationWillTerminate();
-  // Logs when the process may not listen to the user's input.
+  // Logs when the process may not listen to the user's input. Where the reason is a touchpad that it may not
+  // read, the user is told once how to grant access.
   void makeTrustedIfNeccessary();
 
-  // The settings window in the middle of the screen, in front and with the keyboard. Also when the desktop
-  // asks for the settings, or the program is started a second time.
+  // Shows the settings window in the middle of the screen, in front and with the keyboard. Also when the
+  // desktop asks for the settings, or the program is started a second time.
   void statusItemClicked();
 
   void orbelMenuShouldShow(const Notification& notification);
@@ -48,13 +50,20 @@ public:
     return m_settingsWindowController;
   }
 
+  // From launch to termination; empty otherwise.
+  const StatusItem* statusItem() const { return m_statusItem.get(); }
+
 private:
+  void makeStatusItem();
+  void observeNotifications();
+  void showSettingsAtFirstLaunch();
   void summon(bool fromKeyboard);
   void showMenu(Point pointer, bool fromKeyboard);
 
   std::function<void()> m_terminate;
   std::shared_ptr<OrbelWindowController> m_windowController;
   std::shared_ptr<SettingsWindowController> m_settingsWindowController;
+  std::unique_ptr<StatusItem> m_statusItem;
   std::vector<Registration> m_observations;
 };
 

@@ -3,14 +3,18 @@
 #include "app/settings/AppSettings.h"
 #include "backends/evdev/TouchpadAccess.h"
 #include "backends/evdev/TouchpadTap.h"
+#include "backends/linux/AutostartEntry.h"
 #include "backends/linux/GlibRunLoop.h"
 #include "backends/linux/LinuxWorkspace.h"
 #include "backends/linux/PreferencesFile.h"
+#include "backends/qt/DesktopNotifications.h"
 #include "backends/qt/OwnResources.h"
 #include "backends/qt/QtContextMenus.h"
 #include "backends/qt/QtDialogs.h"
+#include "backends/qt/QtFocusedWindow.h"
 #include "backends/qt/QtGraphics.h"
 #include "backends/qt/QtIconLoader.h"
+#include "backends/qt/QtStatusBar.h"
 #include "backends/qt/QtTextServices.h"
 #include "backends/qt/QtWindowSystem.h"
 #include "backends/qt/SingleInstance.h"
@@ -19,8 +23,10 @@
 #include "backends/x11/Connection.h"
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "backends/x11/RawPointer.h"
+#include "backends/x11/SystemTrayWatch.h"
 #include "backends/x11/X11EventTaps.h"
 #include "backends/x11/X11HotKeys.h"
+#include "backends/x11/X11KeyRecorder.h"
 #include "backends/x11/X11KeyboardLayout.h"
 #include "backends/x11/X11TopLevelWindows.h"
 #include "foundation/Log.h"
@@ -50,16 +56,9 @@ std::vector<std::string> prepareEnvironment() {
   return {kPlatformVariable};
 }
 
-std::string preferencesPath() {
-  const QString folder = QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation);
-  return (folder + QStringLiteral("/orbelmenu/preferences.plist")).toStdString();
+std::string configurationFolder() {
+  return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation).toStdString();
 }
-
-// Nothing takes the keyboard on this desktop yet.
-class NoKeyRecorder : public KeyRecorder {
-public:
-  Registration record(Handlers) override { return {}; }
-};
 
 // Nothing plays videos on this desktop yet.
 class NoVideoPlayers : public VideoPlayers {
@@ -104,7 +103,7 @@ private:
   }
 
   GlibRunLoop m_runLoop;
-  PreferencesFile m_preferences{preferencesPath(), m_runLoop};
+  PreferencesFile m_preferences{configurationFolder() + "/orbelmenu/preferences.plist", m_runLoop};
   std::unique_ptr<Connection> m_connection;
   std::unique_ptr<Connection> m_pointerConnection;
   PassiveKeyGrabs m_keyGrabs{*m_connection};
@@ -133,7 +132,8 @@ private:
   QtContextMenus m_contextMenus{m_popUps};
   RunningApplicationPointer m_beforeDialogs;
   QtDialogs m_dialogs{m_popUps, m_text, dialogHooks()};
-  NoKeyRecorder m_keyRecorder;
+  QtFocusedWindow m_focusedWindow;
+  X11KeyRecorder m_keyRecorder{*m_connection, m_focusedWindow};
   QtSettingsForms m_settingsForms{{
       .display = m_windows.display(),
       .text = m_text,
@@ -141,9 +141,14 @@ private:
       .activate = [this](WId window) { m_topLevelWindows.activate(window); },
   }};
   NoVideoPlayers m_videoPlayers;
-  Platform m_platform{m_runLoop, m_workspace,   m_preferences,    m_windows,     m_graphics,
-                      m_text,    m_hotKeys,     m_keyboardLayout, m_eventTaps,   m_contextMenus,
-                      m_dialogs, m_keyRecorder, m_settingsForms,  m_videoPlayers};
+  SystemTrayWatch m_systemTray{*m_connection};
+  QtStatusBar m_statusBar{m_systemTray};
+  AutostartEntry m_loginItem{configurationFolder(), AutostartEntry::ownExecutable()};
+  DesktopNotifications m_userNotifications;
+  Platform m_platform{m_runLoop,   m_workspace,        m_preferences,    m_windows,      m_graphics,
+                      m_text,      m_hotKeys,          m_keyboardLayout, m_eventTaps,    m_contextMenus,
+                      m_dialogs,   m_keyRecorder,      m_settingsForms,  m_videoPlayers, m_statusBar,
+                      m_loginItem, m_userNotifications};
 };
 
 int quitOnSignal(void*) {

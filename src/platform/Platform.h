@@ -10,9 +10,12 @@
 #include "platform/HotKeys.h"
 #include "platform/KeyRecorder.h"
 #include "platform/KeyboardLayout.h"
+#include "platform/LoginItem.h"
 #include "platform/PreferencesStore.h"
 #include "platform/SettingsForm.h"
+#include "platform/StatusBar.h"
 #include "platform/TextServices.h"
+#include "platform/UserNotifications.h"
 #include "platform/VideoPlayer.h"
 #include "platform/WindowSystem.h"
 #include "platform/Workspace.h"
@@ -34,6 +37,9 @@ struct Platform {
   KeyRecorder& keyRecorder;
   SettingsForms& settingsForms;
   VideoPlayers& videoPlayers;
+  StatusBar& statusBar;
+  LoginItem& loginItem;
+  UserNotifications& userNotifications;
 
   // The process's platform. Asking before one was set ends the program: nothing works without it.
   static Platform& current();

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/TouchpadAccessNotice.h"
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
 #include "doubles/FakePlatform.h"
@@ -17,6 +18,7 @@ protected:
   AppDelegateTest() {
     MASShortcut::setGlobalShortcut(MASShortcut::shortcutWithKeyCode(49, kControlFlag | kOptionFlag),
                                    "GlobalShortcut");
+    platform.preferences.setObject("launchedBefore", true);
     platform.windows.movePointer({500, 500});
   }
   ~AppDelegateTest() override {
@@ -226,6 +228,124 @@ TEST_F(AppDelegateTest, TheSettingsAreGoneAfterTheEnd) {
   delegate.applicationWillTerminate();
   EXPECT_EQ(delegate.settingsWindowController(), nullptr);
   delegate.statusItemClicked();
+}
+
+// The start, in its order.
+
+TEST_F(AppDelegateTest, TheFirstLaunchShowsTheSettingsCentredInFrontAndRemembersIt) {
+  platform.preferences.removeObject("launchedBefore");
+  start();
+  ASSERT_EQ(platform.settingsForms.loads, 1);
+  EXPECT_EQ(platform.settingsForms.last->managedWindow.happened,
+            (std::vector<std::string>{"center", "makeKeyAndOrderFront"}));
+  EXPECT_EQ(platform.preferences.values.at("launchedBefore"), PropertyList(true));
+}
+
+TEST_F(AppDelegateTest, TheFirstLaunchIsMarkedOnlyOnceTheSettingsAreShown) {
+  platform.preferences.removeObject("launchedBefore");
+  bool wasShownBeforeTheMark = false;
+  const auto observation = platform.preferences.observeChanges([&] {
+    if (platform.preferences.boolean("launchedBefore"))
+      wasShownBeforeTheMark =
+          platform.settingsForms.last && platform.settingsForms.last->managedWindow.visible;
+  });
+  start();
+  EXPECT_TRUE(wasShownBeforeTheMark);
+}
+
+TEST_F(AppDelegateTest, ALaterLaunchShowsNothingButTheStatusItem) {
+  start();
+  EXPECT_EQ(platform.settingsForms.loads, 0);
+  EXPECT_EQ(platform.statusBar.items.size(), 1u);
+}
+
+TEST_F(AppDelegateTest, AMarkThatIsNoTrueBooleanIsAFirstLaunch) {
+  for (const PropertyList& mark :
+       {PropertyList(false), PropertyList("yes"), PropertyList(PropertyList::List{})}) {
+    platform.preferences.setObject("launchedBefore", mark);
+    AppDelegate other([] {});
+    other.applicationDidFinishLaunching();
+    EXPECT_EQ(platform.preferences.values.at("launchedBefore"), PropertyList(true));
+    other.applicationWillTerminate();
+  }
+}
+
+TEST_F(AppDelegateTest, TheStatusItemIsTheTemplatePictureNamedSmall) {
+  start();
+  ASSERT_EQ(platform.statusBar.items.size(), 1u);
+  EXPECT_EQ(platform.statusBar.items[0]->image, "small");
+  EXPECT_TRUE(platform.statusBar.items[0]->isTemplate);
+  EXPECT_EQ(platform.statusBar.items[0]->title, "Orbel Menu");
+  EXPECT_NE(delegate.statusItem(), nullptr);
+}
+
+TEST_F(AppDelegateTest, AClickOnTheStatusItemShowsTheSettings) {
+  start();
+  platform.statusBar.items.at(0)->clicked();
+  EXPECT_TRUE(platform.settingsForms.last->managedWindow.visible);
+}
+
+TEST_F(AppDelegateTest, TheStatusItemIsGoneAfterTheEnd) {
+  start();
+  delegate.applicationWillTerminate();
+  EXPECT_TRUE(platform.statusBar.items.empty());
+  EXPECT_EQ(delegate.statusItem(), nullptr);
+}
+
+TEST_F(AppDelegateTest, RequestsAreAnsweredOnlyFromTheEndOfTheStartToTheEndOfTheProgram) {
+  gesture();
+  EXPECT_EQ(delegate.windowController(), nullptr);
+  start();
+  delegate.applicationWillTerminate();
+  gesture();
+  EXPECT_EQ(delegate.windowController(), nullptr);
+}
+
+// Trust, and the touchpad that may not be read.
+
+TEST_F(AppDelegateTest, ATrustedProgramLogsNothingAndTellsNobody) {
+  start();
+  EXPECT_TRUE(platform.logged.empty());
+  EXPECT_TRUE(platform.userNotifications.delivered.empty());
+}
+
+TEST_F(AppDelegateTest, MissingTrustWithoutATouchpadIsOnlyLogged) {
+  platform.eventTaps.trusted = false;
+  start();
+  EXPECT_TRUE(platform.userNotifications.delivered.empty());
+}
+
+TEST_F(AppDelegateTest, AnUnreadableTouchpadIsToldWithTheCommandThatGrantsAccess) {
+  platform.eventTaps.trusted = false;
+  platform.eventTaps.unreadable = "Touchpad: permission denied";
+  platform.text.translations["Orbel Menu may not read the touchpad"] = "Titel";
+  start();
+  ASSERT_EQ(platform.userNotifications.delivered.size(), 1u);
+  EXPECT_EQ(platform.userNotifications.delivered[0].title, "Titel");
+  EXPECT_TRUE(platform.userNotifications.delivered[0].text.ends_with(std::string("\n") +
+                                                                     TouchpadAccessNotice::kCommand));
+}
+
+TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {
+  platform.eventTaps.trusted = false;
+  platform.eventTaps.unreadable = "Touchpad: permission denied";
+  start();
+  platform.userNotifications.answer(true);
+  AppDelegate second([] {});
+  second.applicationDidFinishLaunching();
+  EXPECT_EQ(platform.userNotifications.delivered.size(), 1u);
+  second.applicationWillTerminate();
+}
+
+TEST_F(AppDelegateTest, AMessageThatNobodyShowedIsTriedAgainAtTheNextStart) {
+  platform.eventTaps.trusted = false;
+  platform.eventTaps.unreadable = "Touchpad: permission denied";
+  start();
+  platform.userNotifications.answer(false);
+  AppDelegate second([] {});
+  second.applicationDidFinishLaunching();
+  EXPECT_EQ(platform.userNotifications.delivered.size(), 2u);
+  second.applicationWillTerminate();
 }
 
 } // namespace

@@ -2,9 +2,12 @@
 #pragma once
 
 #include "doubles/FakeKeyRecorder.h"
+#include "doubles/FakeLoginItem.h"
 #include "doubles/FakePreferences.h"
 #include "doubles/FakeSettingsForm.h"
+#include "doubles/FakeStatusBar.h"
 #include "doubles/FakeSystemServices.h"
+#include "doubles/FakeUserNotifications.h"
 #include "doubles/FakeVideoPlayers.h"
 #include "doubles/FakeWindowSystem.h"
 #include "doubles/FakeWorkspace.h"
@@ -45,12 +48,15 @@ public:
   FakeKeyRecorder keyRecorder;
   FakeSettingsForms settingsForms;
   FakeVideoPlayers videoPlayers;
+  FakeStatusBar statusBar;
+  FakeLoginItem loginItem;
+  FakeUserNotifications userNotifications;
   std::vector<std::string> logged;
 
 private:
-  Platform m_platform{runLoop, workspace,   preferences,    windows,     graphics,
-                      text,    hotKeys,     keyboardLayout, eventTaps,   contextMenus,
-                      dialogs, keyRecorder, settingsForms,  videoPlayers};
+  Platform m_platform{runLoop,       workspace,      preferences, windows,      graphics,         text,
+                      hotKeys,       keyboardLayout, eventTaps,   contextMenus, dialogs,          keyRecorder,
+                      settingsForms, videoPlayers,   statusBar,   loginItem,    userNotifications};
   Log::Sink m_earlierSink;
 };
 

@@ -144,6 +144,7 @@ public:
     return makeTap("touch");
   }
   bool isTrusted() override { return trusted; }
+  std::optional<std::string> unreadableTouchpad() override { return unreadable; }
   bool isEnabled(const std::string& kind) const {
     for (const auto& tap : taps) {
       if (tap->alive && tap->kind == kind) return tap->enabled;
@@ -156,6 +157,7 @@ public:
   std::function<void()> mouseMoved;
   TouchHandlers touch;
   bool trusted = true;
+  std::optional<std::string> unreadable;
 
 private:
   class FakeTap : public EventTap {

@@ -247,13 +247,6 @@ TEST_F(AppSettingsTest, ThereIsOneInstanceUntilItIsDestroyed) {
   EXPECT_EQ(m_platform.eventTaps.taps.size(), 6u);
 }
 
-TEST_F(AppSettingsTest, UpdatingTheLaunchSettingsDoesNothing) {
-  store("launchAtLogin", true);
-  settings().updateLaunchSettings();
-  EXPECT_EQ(m_platform.preferences.writes, 0);
-  EXPECT_TRUE(m_platform.logged.empty());
-}
-
 // What another program, or the user with an editor, does to the store.
 class SettingsFromOutsideTest : public AppSettingsTest {
 protected:

@@ -62,6 +62,9 @@ AppSettings::AppSettings()
       {[this](const std::vector<Touch>& touches) { touchesChanged(touches); }, [this] { magnified(); }});
   m_mouseUpEventTap = taps.makeMouseUpTap([this] { mouseUp(); });
   m_mouseMovedEventTap = taps.makeMouseMovedTap([this] { mouseMoved(); });
+  m_loginItemObservation = Platform::current().loginItem.observeChanges([this] { takeOverLoginItem(); });
+  // What the user did with the desktop's own tools counts, not what was chosen here before.
+  takeOverLoginItem();
   updateLaunchSettings();
 }
 
@@ -163,7 +166,25 @@ void AppSettings::reset() {
   m_watch.write(kMagnifySettingsKey, true);
 }
 
-void AppSettings::updateLaunchSettings() {}
+void AppSettings::updateLaunchSettings() {
+  LoginItem& item = Platform::current().loginItem;
+  const bool launch = launchAtLogin();
+  if (!launch && item.state() != LoginItem::State::registered) return;
+  // Also when it is registered: the program may have moved since.
+  if (item.setRegistered(launch)) return;
+  const bool isRegistered = item.state() == LoginItem::State::registered;
+  if (isRegistered != launch) m_watch.write(kLaunchAtLoginKey, isRegistered);
+}
+
+void AppSettings::takeOverLoginItem() {
+  const LoginItem::State state = Platform::current().loginItem.state();
+  if (state == LoginItem::State::unknown) return;
+  const bool isRegistered = state == LoginItem::State::registered;
+  if (isRegistered == launchAtLogin()) return;
+  Log::information(isRegistered ? "the desktop starts the program at login now"
+                                : "the desktop does not start the program at login any more");
+  m_watch.write(kLaunchAtLoginKey, isRegistered);
+}
 
 // As if the setter had been called, but for the writing.
 void AppSettings::changedFromOutside(const std::string& key) {

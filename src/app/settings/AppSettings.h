@@ -10,6 +10,7 @@
 #include "app/settings/SettingsWatch.h"
 #include "app/settings/SpreadingFingersRecognizer.h"
 #include "foundation/Color.h"
+#include "foundation/Registration.h"
 #include "platform/EventTaps.h"
 
 #include <cstddef>
@@ -59,7 +60,9 @@ public:
   // Whether reaching an item opens it; false when absent.
   bool swiftMode() const;
   void setSwiftMode(bool swift);
-  // False when absent. Setting it calls updateLaunchSettings().
+  // Whether the desktop starts the program at login; false when absent. Setting it calls
+  // updateLaunchSettings(), after which it reads as what the desktop will do. A change that is made with the
+  // desktop's own tools is taken over.
   bool launchAtLogin() const;
   void setLaunchAtLogin(bool launch);
 
@@ -69,7 +72,8 @@ public:
   void stopHandlers();
   // Writes gesture 1 and magnification; tells nobody.
   void reset();
-  // Does nothing: the setting is only stored.
+  // Brings the desktop's login item in line with the setting. Where that fails the setting is stored as off,
+  // or as on if the desktop still starts the program.
   void updateLaunchSettings();
 
   const EventTap& touchEventTap() const { return *m_touchEventTap; }
@@ -94,6 +98,7 @@ public:
 
 private:
   AppSettings();
+  void takeOverLoginItem();
   void changedFromOutside(const std::string& key);
   void mouseUp();
   void mouseMoved();
@@ -110,6 +115,7 @@ private:
   std::unique_ptr<EventTap> m_touchEventTap;
   std::unique_ptr<EventTap> m_mouseUpEventTap;
   std::unique_ptr<EventTap> m_mouseMovedEventTap;
+  Registration m_loginItemObservation;
   SettingsWatch m_watch;
 };
 

@@ -1,6 +1,7 @@
 #include "backends/x11/ModifierMap.h"
 
 #include "backends/x11/Connection.h"
+#include "scene/Event.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -70,6 +71,11 @@ ModifierMap ModifierMap::current(Connection& connection) {
     map.m_command = mappings.maskOf({XKB_KEY_Super_L, XKB_KEY_Super_R});
     map.m_option = mappings.maskOf({XKB_KEY_Alt_L, XKB_KEY_Alt_R});
     map.m_numLock = mappings.maskOf({XKB_KEY_Num_Lock});
+    for (std::size_t modifier = 0; modifier < kModifierCount; ++modifier) {
+      if (map.m_numLock == 1U << modifier) continue;
+      for (const xcb_keycode_t keyCode : mappings.keysOf(modifier))
+        if (keyCode != 0) map.m_modifierKeys.set(keyCode);
+    }
   }
   // A keymap without such keys: the bits that they usually have. Nobody can press them, but a combination
   // with them must not become one without.
@@ -85,6 +91,15 @@ std::uint16_t ModifierMap::maskForModifiers(std::uint32_t modifiers) const {
   if (modifiers & kOptionBit) mask |= m_option;
   if (modifiers & kControlBit) mask |= XCB_MOD_MASK_CONTROL;
   return static_cast<std::uint16_t>(mask);
+}
+
+std::uint64_t ModifierMap::modifierFlags(std::uint16_t modifierMask) const {
+  std::uint64_t flags = 0;
+  if (modifierMask & m_command) flags |= kCommandFlag;
+  if (modifierMask & XCB_MOD_MASK_SHIFT) flags |= kShiftFlag;
+  if (modifierMask & m_option) flags |= kOptionFlag;
+  if (modifierMask & XCB_MOD_MASK_CONTROL) flags |= kControlFlag;
+  return flags;
 }
 
 std::vector<std::uint16_t> ModifierMap::lockVariants(std::uint16_t modifierMask) const {

@@ -24,7 +24,7 @@ std::string describe(KeyCombination combination) {
 } // namespace
 
 PassiveKeyGrabs::PassiveKeyGrabs(Connection& connection)
-    : m_connection(connection), m_modifiers(ModifierMap::current(connection)),
+    : m_connection(connection), m_extensionGrabs(connection), m_modifiers(ModifierMap::current(connection)),
       m_xkb(XkbEvents::selectKeymapChanges(connection)), m_mappingChange([this] { mappingChanged(); }),
       m_events(connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); })),
       m_self(std::make_shared<PassiveKeyGrabs*>(this)) {
@@ -60,7 +60,10 @@ bool PassiveKeyGrabs::isHeldByAnother(KeyCombination combination) {
   if (!take(grabs)) return true;
   release(grabs);
   m_connection.flush();
-  return false;
+  std::vector<std::uint32_t> masks;
+  for (const Grab& grab : grabs)
+    masks.push_back(grab.second);
+  return m_extensionGrabs.isHeldByAnother(grabs.front().first, masks);
 }
 
 void PassiveKeyGrabs::remove(const std::shared_ptr<Entry>& entry) {

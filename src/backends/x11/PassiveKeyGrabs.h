@@ -5,6 +5,7 @@
 #pragma once
 
 #include "backends/x11/DelayedCall.h"
+#include "backends/x11/ExtensionKeyGrabs.h"
 #include "backends/x11/ModifierMap.h"
 #include "backends/x11/XkbEvents.h"
 #include "foundation/Registration.h"
@@ -60,6 +61,7 @@ private:
   void release(const std::vector<Grab>& grabs);
 
   Connection& m_connection;
+  ExtensionKeyGrabs m_extensionGrabs;
   ModifierMap m_modifiers;
   std::optional<XkbEvents> m_xkb;
   std::vector<std::shared_ptr<Entry>> m_entries;

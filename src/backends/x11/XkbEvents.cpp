@@ -14,7 +14,15 @@ namespace {
 constexpr std::uint16_t kMajorVersion = 1;
 constexpr std::uint16_t kMinorVersion = 0;
 constexpr xcb_xkb_device_spec_t kCoreKeyboard = XCB_XKB_ID_USE_CORE_KBD;
-constexpr std::uint16_t kAllStateParts = 0x3FFF; // the server refuses bits that mean nothing
+
+// Each part by itself: users of one connection select different parts and must leave the others' alone.
+void selectState(Connection& connection, std::uint16_t part, bool selects) {
+  xcb_xkb_select_events_details_t details{};
+  details.affectState = part;
+  details.stateDetails = selects ? part : 0;
+  xcb_xkb_select_events_aux(connection.xcb(), kCoreKeyboard, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0,
+                            &details);
+}
 } // namespace
 
 std::optional<XkbEvents> XkbEvents::selectKeymapChanges(Connection& connection) {
@@ -39,11 +47,11 @@ std::optional<XkbEvents> XkbEvents::selectKeymapChanges(Connection& connection) 
 }
 
 void XkbEvents::selectGroupChanges(Connection& connection) const {
-  xcb_xkb_select_events_details_t details{};
-  details.affectState = kAllStateParts;
-  details.stateDetails = XCB_XKB_STATE_PART_GROUP_STATE;
-  xcb_xkb_select_events_aux(connection.xcb(), kCoreKeyboard, XCB_XKB_EVENT_TYPE_STATE_NOTIFY, 0, 0, 0, 0,
-                            &details);
+  selectState(connection, XCB_XKB_STATE_PART_GROUP_STATE, true);
+}
+
+void XkbEvents::selectModifierChanges(Connection& connection, bool selects) const {
+  selectState(connection, XCB_XKB_STATE_PART_MODIFIER_STATE, selects);
 }
 
 void XkbEvents::makeAutoRepeatDetectable(Connection& connection) const {
@@ -61,7 +69,16 @@ bool XkbEvents::isKeymapChange(const xcb_generic_event_t& event) const {
 }
 
 bool XkbEvents::isGroupChange(const xcb_generic_event_t& event) const {
-  return isOfType(event, XCB_XKB_STATE_NOTIFY);
+  return isOfType(event, XCB_XKB_STATE_NOTIFY) &&
+         (reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event).changed &
+          XCB_XKB_STATE_PART_GROUP_STATE) != 0;
+}
+
+std::optional<XkbEvents::ModifierChange> XkbEvents::modifierChange(const xcb_generic_event_t& event) const {
+  if (!isOfType(event, XCB_XKB_STATE_NOTIFY)) return std::nullopt;
+  const auto& change = reinterpret_cast<const xcb_xkb_state_notify_event_t&>(event);
+  if ((change.changed & XCB_XKB_STATE_PART_MODIFIER_STATE) == 0) return std::nullopt;
+  return ModifierChange{change.keycode, change.mods};
 }
 
 bool XkbEvents::isOfType(const xcb_generic_event_t& event, std::uint8_t xkbType) const {

@@ -1,5 +1,5 @@
-// Tells of changes of the keymap and of the group on a connection, and how a connection uses the keyboard
-// extension. An X client that uses the extension gets these in place of the core protocol's mapping
+// Tells of changes of the keymap, the group and the modifiers on a connection, and how a connection uses the
+// keyboard extension. An X client that uses the extension gets these in place of the core protocol's mapping
 // notifications.
 #pragma once
 
@@ -17,11 +17,18 @@ public:
   static std::optional<XkbEvents> selectKeymapChanges(Connection& connection);
   // Selects changes of the group, which come with nothing that is merely typed.
   void selectGroupChanges(Connection& connection) const;
+  // Selects every change of the modifiers in effect, held, latched or locked, whoever is typed to.
+  void selectModifierChanges(Connection& connection, bool selects) const;
   // A held key then sends presses without releases between them, on this connection alone.
   void makeAutoRepeatDetectable(Connection& connection) const;
 
   bool isKeymapChange(const xcb_generic_event_t& event) const;
   bool isGroupChange(const xcb_generic_event_t& event) const;
+  struct ModifierChange {
+    xcb_keycode_t keyCode = 0;      // of the key that did it; 0 when it was none
+    std::uint16_t modifierMask = 0; // in effect from now on
+  };
+  std::optional<ModifierChange> modifierChange(const xcb_generic_event_t& event) const;
 
 private:
   explicit XkbEvents(std::uint8_t eventType) : m_eventType(eventType) {}

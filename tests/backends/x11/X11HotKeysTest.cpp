@@ -165,6 +165,13 @@ TEST_F(X11HotKeysTest, AskingWhetherACombinationIsTakenKeepsNothing) {
   EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1));
 }
 
+TEST_F(X11HotKeysTest, ACombinationThatADesktopHoldsByTheInputExtensionIsTakenToo) {
+  ASSERT_TRUE(driver().grabKeyByExtension(KEY_SPACE, XCB_MOD_MASK_1));
+  EXPECT_TRUE(m_hotKeys->isTakenByAnotherProgram(kSpace, kOption));
+  EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(kSpace, kControl));
+  EXPECT_TRUE(driver().grabKeyByExtension(KEY_SPACE, XCB_MOD_MASK_CONTROL)) << "asking has kept it";
+}
+
 TEST_F(X11HotKeysTest, OurOwnCombinationIsNotAnotherProgramsAndStaysWhenAskedAbout) {
   const auto hotKey = registerSpace(kOption, 1);
   EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(kSpace, kOption));

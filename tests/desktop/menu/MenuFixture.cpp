@@ -65,7 +65,10 @@ std::vector<std::filesystem::path> filesBeside(const std::filesystem::path& file
   return found;
 }
 
-MenuFixture::MenuFixture(const DesktopSessionOptions& options) : m_session(options) {}
+MenuFixture::MenuFixture(const DesktopSessionOptions& options) : m_session(options) {
+  // The very first launch would show the settings.
+  m_session.preferences().setBoolean("launchedBefore", true);
+}
 
 MenuFixture::~MenuFixture() = default;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <xcb/xinput.h>
 #include <xcb/xtest.h>
 
 namespace orbel::test {
@@ -74,6 +75,19 @@ bool Driver::grabKey(std::uint16_t evdevCode, std::uint16_t modifierMask) {
   const auto cookie = xcb_grab_key_checked(m_connection, 0, root(), modifierMask, keyCode(evdevCode),
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
   return !ownReply(xcb_request_check(m_connection, cookie));
+}
+
+bool Driver::grabKeyByExtension(std::uint16_t evdevCode, std::uint16_t modifierMask) {
+  ownReply(xcb_input_xi_query_version_reply(m_connection, xcb_input_xi_query_version(m_connection, 2, 2),
+                                            nullptr));
+  const std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
+  const std::uint32_t modifiers = modifierMask;
+  const auto cookie = xcb_input_xi_passive_grab_device(
+      m_connection, XCB_CURRENT_TIME, root(), XCB_NONE, keyCode(evdevCode), XCB_INPUT_DEVICE_ALL_MASTER, 1, 1,
+      XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
+      XCB_INPUT_GRAB_OWNER_NO_OWNER, &events, &modifiers);
+  const auto reply = ownReply(xcb_input_xi_passive_grab_device_reply(m_connection, cookie, nullptr));
+  return reply && reply->num_modifiers == 0;
 }
 
 void Driver::ungrabKey(std::uint16_t evdevCode, std::uint16_t modifierMask) {

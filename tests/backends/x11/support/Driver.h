@@ -36,6 +36,8 @@ public:
 
   // Whether it was granted.
   bool grabKey(std::uint16_t evdevCode, std::uint16_t modifierMask);
+  // By the input extension, as some desktops do; the core protocol's grabs know nothing of it.
+  bool grabKeyByExtension(std::uint16_t evdevCode, std::uint16_t modifierMask);
   void ungrabKey(std::uint16_t evdevCode, std::uint16_t modifierMask);
 
   xcb_atom_t atom(const std::string& name);

@@ -1,0 +1,26 @@
+#include "app/TouchpadAccessNotice.h"
+
+#include "app/settings/SettingsKeys.h"
+#include "platform/Platform.h"
+
+#include <string>
+#include <string_view>
+
+namespace orbel {
+
+void TouchpadAccessNotice::deliverOnce() {
+  const Platform& platform = Platform::current();
+  if (platform.preferences.boolean(kToldOfTouchpadAccessKey)) return;
+  constexpr std::string_view kPlaceholder = "%@";
+  std::string text = platform.text.localized(
+      "To open the menu with your fingers, allow it once with this command in a terminal:\n%@");
+  if (const auto place = text.find(kPlaceholder); place != std::string::npos)
+    text.replace(place, kPlaceholder.size(), kCommand);
+  platform.userNotifications.deliver(
+      {platform.text.localized("Orbel Menu may not read the touchpad"), text}, [](bool isTaken) {
+        if (!isTaken) return;
+        Platform::current().preferences.setObject(kToldOfTouchpadAccessKey, true);
+      });
+}
+
+} // namespace orbel

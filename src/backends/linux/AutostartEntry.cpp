@@ -1,0 +1,160 @@
+#include "backends/linux/AutostartEntry.h"
+
+#include "backends/linux/FileStorage.h"
+#include "backends/linux/GlibPointers.h"
+#include "foundation/Log.h"
+
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <filesystem>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace orbel {
+
+namespace {
+constexpr const char* kFileName = "org.orbelmenu.OrbelMenu.desktop";
+constexpr const char* kGroup = G_KEY_FILE_DESKTOP_GROUP;
+constexpr const char* kEnabledKey = "X-GNOME-Autostart-enabled";
+constexpr std::size_t kLargestEntry = 1 << 20;
+
+// The entry that is there, as far as it could be read.
+struct Found {
+  GlibKeyFile keys; // empty when there is none, or it is no desktop entry
+  std::string cause;
+  bool isReadable = true; // false when something is there that we may not read
+};
+
+Found find(const std::string& path) {
+  Found found;
+  const auto content = FileStorage::read(path, kLargestEntry);
+  if (content.outcome == FileStorage::Outcome::missing) return found;
+  if (content.outcome != FileStorage::Outcome::read) {
+    found.isReadable = false;
+    found.cause = content.cause;
+    return found;
+  }
+  GlibKeyFile keys(g_key_file_new());
+  constexpr auto flags = static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
+  const auto* text = reinterpret_cast<const char*>(content.bytes.data());
+  const bool isKeyFile = !content.bytes.empty() &&
+                         g_key_file_load_from_data(keys.get(), text, content.bytes.size(), flags, nullptr);
+  if (isKeyFile && g_key_file_has_group(keys.get(), kGroup)) found.keys = std::move(keys);
+  return found;
+}
+
+std::string textOf(const GlibKeyFile& keys, const char* key) {
+  return takeText(g_key_file_get_string(keys.get(), kGroup, key, nullptr));
+}
+
+// The desktops' own tools switch an entry off in one of these two ways.
+bool isSwitchedOff(const GlibKeyFile& keys) {
+  return g_key_file_get_boolean(keys.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_HIDDEN, nullptr) ||
+         textOf(keys, kEnabledKey) == "false";
+}
+
+void setDefault(const GlibKeyFile& keys, const char* key, const char* text) {
+  if (!g_key_file_has_key(keys.get(), kGroup, key, nullptr))
+    g_key_file_set_string(keys.get(), kGroup, key, text);
+}
+} // namespace
+
+AutostartEntry::AutostartEntry(const std::string& configurationFolder, std::string executable)
+    : m_path(configurationFolder + "/autostart/" + kFileName), m_executable(std::move(executable)),
+      m_observers(std::make_shared<Observers>()) {
+  watch();
+}
+
+AutostartEntry::~AutostartEntry() = default;
+
+LoginItem::State AutostartEntry::state() const {
+  const Found found = find(m_path);
+  if (!found.isReadable) {
+    Log::warning("the autostart entry cannot be read: " + found.cause);
+    return State::unknown;
+  }
+  const bool isStarted =
+      found.keys && !textOf(found.keys, G_KEY_FILE_DESKTOP_KEY_EXEC).empty() && !isSwitchedOff(found.keys);
+  return isStarted ? State::registered : State::notRegistered;
+}
+
+bool AutostartEntry::setRegistered(bool registered) {
+  const auto cause = registered ? registerEntry() : removeEntry();
+  if (!m_watch || !m_watch->isAlive()) watch();
+  if (!cause) return true;
+  Log::warning(std::string(registered ? "the program cannot be started at login: "
+                                      : "the program cannot be kept from starting at login: ") +
+               *cause);
+  return false;
+}
+
+std::optional<std::string> AutostartEntry::registerEntry() {
+  if (m_executable.empty()) return "where the program is installed is not known";
+  const bool hasControlCharacter = std::ranges::any_of(
+      m_executable, [](char character) { return static_cast<unsigned char>(character) < 0x20; });
+  if (hasControlCharacter) return "no desktop entry can name the program's path";
+
+  const std::string path = FileStorage::followLinks(m_path);
+  Found found = find(path);
+  if (!found.isReadable) return found.cause;
+  if (!found.keys) found.keys.reset(g_key_file_new());
+  GKeyFile* keys = found.keys.get();
+  const std::string before = takeText(g_key_file_to_data(keys, nullptr, nullptr));
+  g_key_file_set_string(keys, kGroup, G_KEY_FILE_DESKTOP_KEY_TYPE, G_KEY_FILE_DESKTOP_TYPE_APPLICATION);
+  g_key_file_set_string(keys, kGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, execWord(m_executable).c_str());
+  // A program that was removed is no error at every login.
+  g_key_file_set_string(keys, kGroup, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC, m_executable.c_str());
+  g_key_file_remove_key(keys, kGroup, G_KEY_FILE_DESKTOP_KEY_HIDDEN, nullptr);
+  g_key_file_set_boolean(keys, kGroup, kEnabledKey, TRUE);
+  setDefault(found.keys, G_KEY_FILE_DESKTOP_KEY_NAME, "Orbel Menu");
+  setDefault(found.keys, G_KEY_FILE_DESKTOP_KEY_ICON, "org.orbelmenu.OrbelMenu");
+  setDefault(found.keys, G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY, "false");
+
+  const std::string text = takeText(g_key_file_to_data(keys, nullptr, nullptr));
+  if (text == before) return std::nullopt;
+  if (auto cause = FileStorage::makeFolder(FileStorage::folderOf(path))) return cause;
+  const auto* bytes = reinterpret_cast<const PropertyList::Data::value_type*>(text.data());
+  return FileStorage::replace(path, PropertyList::Data(bytes, bytes + text.size()));
+}
+
+std::optional<std::string> AutostartEntry::removeEntry() const {
+  if (::unlink(m_path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) return std::nullopt;
+  return m_path + ": " + std::strerror(errno);
+}
+
+Registration AutostartEntry::observeChanges(std::function<void()> block) {
+  return m_observers->add(std::move(block));
+}
+
+void AutostartEntry::watch() {
+  const auto changed = [observers = m_observers] { observers->call(); };
+  m_watch = FolderWatch::start(m_path, changed, nullptr);
+}
+
+std::string AutostartEntry::ownExecutable() {
+  std::error_code error;
+  std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
+  if (error) return {};
+  constexpr std::string_view kReplaced = " (deleted)";
+  if (path.ends_with(kReplaced) && !std::filesystem::exists(path, error))
+    path.resize(path.size() - kReplaced.size());
+  return path;
+}
+
+std::string AutostartEntry::execWord(const std::string& path) {
+  constexpr std::string_view kPlain =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._-+,:@%";
+  std::string word;
+  for (const char character : path) {
+    if (std::string_view("\"`$\\").find(character) != std::string_view::npos) word += '\\';
+    if (character == '%') word += '%'; // else a field code
+    word += character;
+  }
+  return path.find_first_not_of(kPlain) == std::string::npos ? word : '"' + word + '"';
+}
+
+} // namespace orbel

@@ -1,0 +1,27 @@
+#include "backends/qt/QtFocusedWindow.h"
+
+#include <QGuiApplication>
+#include <QWindow>
+
+#include <utility>
+
+namespace orbel {
+
+xcb_window_t QtFocusedWindow::current() const {
+  const QWindow* window = QGuiApplication::focusWindow();
+  return window ? static_cast<xcb_window_t>(window->winId()) : xcb_window_t{XCB_NONE};
+}
+
+Registration QtFocusedWindow::observeLoss(std::function<void()> block) {
+  const auto changed = [block = std::move(block),
+                        focused = QGuiApplication::focusWindow()](QWindow* now) mutable {
+    const bool isLost = focused && now != focused;
+    focused = now;
+    // A copy: telling usually ends the observation.
+    if (const auto told = block; isLost) told();
+  };
+  const auto connection = QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, changed);
+  return Registration([connection] { QObject::disconnect(connection); });
+}
+
+} // namespace orbel

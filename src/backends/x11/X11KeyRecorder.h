@@ -1,0 +1,70 @@
+// Takes the whole keyboard by an active grab while a shortcut is recorded. Combinations that the desktop,
+// other programs or we ourselves hold come here and do not act. The server ends the grab with the program,
+// however that ends. Keys are told by where they are, whatever the layout. Uses the connection of the hot
+// keys, whose grab that is active it replaces.
+#pragma once
+
+#include "backends/x11/FocusedWindow.h"
+#include "backends/x11/ModifierMap.h"
+#include "backends/x11/XkbEvents.h"
+#include "foundation/Registration.h"
+#include "platform/KeyRecorder.h"
+
+#include <bitset>
+#include <memory>
+#include <optional>
+#include <xcb/xcb.h>
+
+namespace orbel {
+
+class Connection;
+
+class X11KeyRecorder : public KeyRecorder {
+public:
+  X11KeyRecorder(Connection& connection, FocusedWindow& focusedWindow);
+  ~X11KeyRecorder() override;
+  X11KeyRecorder(const X11KeyRecorder&) = delete;
+  X11KeyRecorder& operator=(const X11KeyRecorder&) = delete;
+
+  // A later recording replaces an earlier one. While another program holds the keyboard the recording waits
+  // for it to let go (logged); without a focused window nobody would tell, so then it fails. A key that is
+  // held when the recording starts is told only when it is pressed again. The key that ends a recording stays
+  // ours until it is released, so that its repetitions reach nobody.
+  Registration record(Handlers handlers) override;
+
+private:
+  enum class Keyboard { free, awaited, ours };
+
+  void handleEvent(const xcb_generic_event_t& event);
+  void handleFocusIn(const xcb_focus_in_event_t& focusIn);
+  void handlePress(const xcb_key_press_event_t& press);
+  void handleRelease(const xcb_key_release_event_t& release);
+  void handleModifiers(const XkbEvents::ModifierChange& change);
+  void passOn(const xcb_key_press_event_t& press);
+
+  bool takeKeyboard(); // whether it is ours, or will be
+  xcb_grab_status_t grabOn(xcb_window_t window);
+  void awaitKeyboard(xcb_window_t window);
+  void keyboardTaken(xcb_window_t window);
+  void end(const std::shared_ptr<Handlers>& recording);
+  void releaseKeyboard();
+  xcb_window_t ownWindow();
+
+  Connection& m_connection;
+  FocusedWindow& m_focusedWindow;
+  std::optional<XkbEvents> m_xkb;
+  ModifierMap m_modifiers; // as of the beginning of the recording
+  std::shared_ptr<Handlers> m_recording;
+  Keyboard m_keyboard = Keyboard::free;
+  xcb_window_t m_grabWindow = XCB_NONE;
+  xcb_window_t m_awaitedWindow = XCB_NONE; // its focus events are selected while the keyboard is awaited
+  xcb_window_t m_ownWindow = XCB_NONE;     // never seen; for when no window of ours has the focus
+  std::bitset<256> m_down;                 // key codes
+  xcb_keycode_t m_endingKey = 0;           // pressed and being told, or awaited to be released
+  bool m_isTelling = false;
+  Registration m_focusLoss;
+  Registration m_events;
+  std::shared_ptr<X11KeyRecorder*> m_self; // registrations may outlive us
+};
+
+} // namespace orbel

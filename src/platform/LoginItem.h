@@ -1,0 +1,25 @@
+// Whether the desktop starts the program when the user logs in. The desktop's own tools can change it at any
+// time. Called by the settings store. Main thread only.
+#pragma once
+
+#include "foundation/Registration.h"
+
+#include <functional>
+
+namespace orbel {
+
+class LoginItem {
+public:
+  enum class State { registered, notRegistered, unknown };
+
+  virtual ~LoginItem() = default;
+  // Asked of the desktop now; unknown when it cannot be read (logged).
+  virtual State state() const = 0;
+  // False when that failed (logged); then the desktop does what it did before. Registering again brings the
+  // registration up to date with where the program is installed now.
+  virtual bool setRegistered(bool registered) = 0;
+  // Calls the block after a change, ours or from outside, as far as the desktop tells.
+  virtual Registration observeChanges(std::function<void()> block) = 0;
+};
+
+} // namespace orbel

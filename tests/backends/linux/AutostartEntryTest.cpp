@@ -1,0 +1,207 @@
+#include "backends/linux/AutostartEntry.h"
+
+#include "DesktopSandbox.h"
+#include "LogLines.h"
+#include "OtherUser.h"
+#include "Waiting.h"
+#include "backends/linux/GlibPointers.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+namespace orbel {
+namespace {
+
+namespace fs = std::filesystem;
+using State = LoginItem::State;
+
+class AutostartEntryTest : public testing::Test {
+protected:
+  std::string content() const {
+    std::ifstream file(entry.path());
+    std::stringstream text;
+    text << file.rdbuf();
+    return text.str();
+  }
+  void write(const std::string& text) const {
+    fs::create_directories(fs::path(entry.path()).parent_path());
+    DesktopSandbox::write(entry.path(), text);
+  }
+  std::string value(const char* key) const {
+    GlibKeyFile keys(g_key_file_new());
+    g_key_file_load_from_file(keys.get(), entry.path().c_str(), G_KEY_FILE_NONE, nullptr);
+    return takeText(g_key_file_get_string(keys.get(), "Desktop Entry", key, nullptr));
+  }
+  // What the desktop would run, by GLib's own reading of the entry.
+  static std::vector<std::string> commandOf(const std::string& exec) {
+    gchar** words = nullptr;
+    if (!g_shell_parse_argv(exec.c_str(), nullptr, &words, nullptr)) return {};
+    std::vector<std::string> command;
+    for (gchar** word = words; *word; ++word)
+      command.emplace_back(*word);
+    g_strfreev(words);
+    return command;
+  }
+
+  const std::string folder = DesktopSandbox::shared().makeFolder();
+  AutostartEntry entry{folder, "/opt/orbel/bin/orbelmenu"};
+  LogLines log;
+};
+
+TEST_F(AutostartEntryTest, NothingIsRegisteredAtFirst) {
+  EXPECT_EQ(entry.path(), folder + "/autostart/org.orbelmenu.OrbelMenu.desktop");
+  EXPECT_EQ(entry.state(), State::notRegistered);
+  EXPECT_FALSE(fs::exists(folder + "/autostart"));
+}
+
+TEST_F(AutostartEntryTest, RegisteringWritesAnEntryThatRunsTheProgram) {
+  EXPECT_TRUE(entry.setRegistered(true));
+  EXPECT_EQ(entry.state(), State::registered);
+  EXPECT_EQ(value("Type"), "Application");
+  EXPECT_EQ(value("Name"), "Orbel Menu");
+  EXPECT_EQ(value("Exec"), "/opt/orbel/bin/orbelmenu");
+  EXPECT_EQ(value("TryExec"), "/opt/orbel/bin/orbelmenu");
+  EXPECT_EQ(value("X-GNOME-Autostart-enabled"), "true");
+  // Nothing else, such as a temporary file, stays in the folder.
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder + "/autostart"), fs::directory_iterator()), 1);
+}
+
+TEST_F(AutostartEntryTest, UnregisteringRemovesTheEntryAndAgainIsHarmless) {
+  entry.setRegistered(true);
+  EXPECT_TRUE(entry.setRegistered(false));
+  EXPECT_FALSE(fs::exists(entry.path()));
+  EXPECT_EQ(entry.state(), State::notRegistered);
+  EXPECT_TRUE(entry.setRegistered(false));
+}
+
+TEST_F(AutostartEntryTest, RegisteringAgainFollowsAProgramThatHasMoved) {
+  entry.setRegistered(true);
+  AutostartEntry moved(folder, "/usr/bin/orbelmenu");
+  EXPECT_EQ(moved.state(), State::registered);
+  EXPECT_TRUE(moved.setRegistered(true));
+  EXPECT_EQ(value("Exec"), "/usr/bin/orbelmenu");
+}
+
+TEST_F(AutostartEntryTest, AnEntryThatIsRightAlreadyIsNotWrittenAgain) {
+  entry.setRegistered(true);
+  const auto before = fs::last_write_time(entry.path()) - std::chrono::hours(1);
+  fs::last_write_time(entry.path(), before);
+  EXPECT_TRUE(entry.setRegistered(true));
+  EXPECT_EQ(fs::last_write_time(entry.path()), before);
+}
+
+TEST_F(AutostartEntryTest, AnEntryThatTheDesktopHasSwitchedOffIsNotRegistered) {
+  for (const std::string off : {"Hidden=true\n", "X-GNOME-Autostart-enabled=false\n"}) {
+    write("[Desktop Entry]\nType=Application\nName=Orbel Menu\nExec=/opt/orbel/bin/orbelmenu\n" + off);
+    EXPECT_EQ(entry.state(), State::notRegistered) << off;
+    EXPECT_TRUE(entry.setRegistered(true));
+    EXPECT_EQ(entry.state(), State::registered) << off;
+  }
+}
+
+TEST_F(AutostartEntryTest, WhatOthersAddedToTheEntryIsKept) {
+  write("# mine\n[Desktop Entry]\nType=Application\nName=Menu\nName[de]=Menü\nExec=/old\nHidden=true\n"
+        "X-GNOME-Autostart-Delay=5\nOnlyShowIn=XFCE;\n");
+  EXPECT_TRUE(entry.setRegistered(true));
+  const std::string text = content();
+  for (const std::string kept :
+       {"# mine", "Name=Menu", "Name[de]=Menü", "X-GNOME-Autostart-Delay=5", "OnlyShowIn=XFCE;"})
+    EXPECT_NE(text.find(kept), std::string::npos) << kept << " in\n" << text;
+  EXPECT_EQ(value("Exec"), "/opt/orbel/bin/orbelmenu");
+}
+
+TEST_F(AutostartEntryTest, ABrokenEntryIsNotRegisteredAndReplaced) {
+  for (const std::string broken :
+       {"", "\0\x01\xff", "[Desktop Action x]\nExec=x\n", "[Desktop Entry]\nType=Application\n"}) {
+    write(broken);
+    EXPECT_EQ(entry.state(), State::notRegistered) << broken;
+    EXPECT_TRUE(entry.setRegistered(true));
+    EXPECT_EQ(value("Exec"), "/opt/orbel/bin/orbelmenu");
+  }
+}
+
+TEST_F(AutostartEntryTest, AnEntryThatIsALinkIsWrittenWhereItLeadsAndRemovedWhereItStands) {
+  const std::string elsewhere = folder + "/mine.desktop";
+  fs::create_directories(folder + "/autostart");
+  fs::create_symlink(elsewhere, entry.path());
+  EXPECT_TRUE(entry.setRegistered(true));
+  EXPECT_TRUE(fs::is_symlink(entry.path()));
+  EXPECT_TRUE(fs::is_regular_file(elsewhere));
+  EXPECT_TRUE(entry.setRegistered(false));
+  EXPECT_FALSE(fs::exists(fs::symlink_status(entry.path())));
+  EXPECT_TRUE(fs::exists(elsewhere));
+}
+
+TEST_F(AutostartEntryTest, AFolderThatCannotBeWrittenIsToldAndLeavesEverythingAsItWas) {
+  EXPECT_TRUE(passesAsOtherUser([&] {
+    const std::string locked = folder + "/locked";
+    const auto lock = [&] {
+      fs::permissions(locked + "/autostart", fs::perms::owner_read | fs::perms::owner_exec);
+    };
+    const auto unlock = [&] { fs::permissions(locked + "/autostart", fs::perms::owner_all); };
+    fs::create_directories(locked + "/autostart");
+    lock();
+    AutostartEntry refused(locked, "/usr/bin/orbelmenu");
+    EXPECT_FALSE(refused.setRegistered(true));
+    EXPECT_EQ(refused.state(), State::notRegistered);
+    EXPECT_TRUE(log.count("cannot be started at login") > 0);
+    EXPECT_TRUE(fs::is_empty(locked + "/autostart"));
+    unlock();
+    EXPECT_TRUE(refused.setRegistered(true));
+    lock();
+    EXPECT_FALSE(refused.setRegistered(false));
+    EXPECT_EQ(refused.state(), State::registered);
+    EXPECT_TRUE(log.count("kept from starting at login") > 0);
+    unlock();
+  }));
+}
+
+TEST_F(AutostartEntryTest, AFileInThePlaceOfTheFolderIsToldToo) {
+  DesktopSandbox::write(folder + "/autostart", "");
+  EXPECT_FALSE(entry.setRegistered(true));
+  EXPECT_TRUE(log.count("cannot be started at login") > 0);
+  EXPECT_EQ(entry.state(), State::notRegistered);
+}
+
+TEST_F(AutostartEntryTest, AnEntryThatCannotBeReadIsUnknown) {
+  fs::create_directories(entry.path());
+  EXPECT_EQ(entry.state(), State::unknown);
+  EXPECT_FALSE(entry.setRegistered(true));
+  EXPECT_TRUE(fs::is_directory(entry.path()));
+}
+
+TEST_F(AutostartEntryTest, PathsThatNeedItAreQuoted) {
+  EXPECT_EQ(AutostartEntry::execWord("/usr/bin/orbelmenu"), "/usr/bin/orbelmenu");
+  EXPECT_EQ(AutostartEntry::execWord("/my programs/100%/orbelmenu"), "\"/my programs/100%%/orbelmenu\"");
+  const std::string awkward = "/a b/\"c\"/$d/`e`/f\\g/'h'/orbelmenu";
+  EXPECT_EQ(commandOf(AutostartEntry::execWord(awkward)), std::vector<std::string>{awkward});
+  AutostartEntry other(folder, awkward);
+  EXPECT_TRUE(other.setRegistered(true));
+  EXPECT_EQ(commandOf(value("Exec")), std::vector<std::string>{awkward});
+}
+
+TEST_F(AutostartEntryTest, APathThatNoEntryCanNameOrNoneIsRefused) {
+  EXPECT_FALSE(AutostartEntry(folder, "").setRegistered(true));
+  EXPECT_FALSE(AutostartEntry(folder, "/a\nExec=/bin/evil").setRegistered(true));
+  EXPECT_FALSE(fs::exists(entry.path()));
+}
+
+TEST_F(AutostartEntryTest, ChangesFromOutsideAreTold) {
+  entry.setRegistered(true);
+  int changes = 0;
+  auto observation = entry.observeChanges([&] { ++changes; });
+  fs::remove(entry.path());
+  EXPECT_TRUE(waitUntil([&] { return changes > 0; }));
+  EXPECT_EQ(entry.state(), State::notRegistered);
+  observation.reset();
+}
+
+TEST_F(AutostartEntryTest, TheRunningProgramKnowsItsFile) {
+  EXPECT_EQ(AutostartEntry::ownExecutable(), fs::read_symlink("/proc/self/exe").string());
+}
+
+} // namespace
+} // namespace orbel

@@ -1,0 +1,39 @@
+// The desktop's login item as the test sets it; what the program asks for is carried out unless it shall
+// fail.
+#pragma once
+
+#include "platform/LoginItem.h"
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+namespace orbel {
+
+class FakeLoginItem : public LoginItem {
+public:
+  State state() const override { return current; }
+  bool setRegistered(bool registered) override {
+    ++requests;
+    if (succeeds) current = registered ? State::registered : State::notRegistered;
+    return succeeds;
+  }
+  Registration observeChanges(std::function<void()> block) override {
+    *m_block = std::move(block);
+    return Registration([block = m_block] { *block = nullptr; });
+  }
+  // With the desktop's own tools.
+  void change(State state) {
+    current = state;
+    if (const auto block = *m_block) block();
+  }
+
+  State current = State::notRegistered;
+  bool succeeds = true;
+  int requests = 0;
+
+private:
+  std::shared_ptr<std::function<void()>> m_block = std::make_shared<std::function<void()>>();
+};
+
+} // namespace orbel

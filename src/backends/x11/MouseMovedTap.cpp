@@ -22,8 +22,9 @@ void MouseMovedTap::setEnabled(bool enabled) {
       m_pointer.observePresses([this](std::uint32_t button, xcb_timestamp_t) { setHeld(button, true); });
   m_releases =
       m_pointer.observeReleases([this](std::uint32_t button, xcb_timestamp_t) { setHeld(button, false); });
-  m_motion = m_pointer.observeMotion([this] {
-    if (m_held.none()) m_mouseMoved();
+  // A copy in the block, which outlives its call: the tap may not.
+  m_motion = m_pointer.observeMotion([this, mouseMoved = m_mouseMoved] {
+    if (m_held.none()) mouseMoved();
   });
   // After the selection: a press in between is then told twice rather than never.
   m_held.reset();

@@ -20,11 +20,13 @@ public:
   virtual ~RunLoop() = default;
   virtual const Clock& clock() const = 0;
 
-  // Runs the block once, after at least that many seconds, never inside this call; 0 means the next turn.
+  // Runs the block once, after at least that many seconds, never inside this call; 0 or less means the next
+  // turn. Blocks run in the order of their time, those of one time in the order in which they were asked for,
+  // also when the loop was held up past several of them.
   virtual void after(double seconds, std::function<void()> block) = 0;
 
-  // Runs the block once a display frame while the registration lives. With none alive the loop never wakes
-  // for frames.
+  // Runs the block once a display frame while the registration lives; frames that the loop was held up past
+  // are left out. With none alive the loop never wakes for frames.
   virtual Registration onEveryFrame(std::function<void()> block) = 0;
 };
 

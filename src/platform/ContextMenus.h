@@ -29,7 +29,8 @@ public:
   virtual void menuDidClose() {}
 };
 
-// A menu that is open on the screen. Destroying it closes it without an action.
+// A menu that is open on the screen. Destroying it closes it and calls nothing any more: no action, and not
+// the delegate either. That may happen within any of these calls.
 class OpenContextMenu {
 public:
   virtual ~OpenContextMenu() = default;
@@ -39,8 +40,9 @@ public:
 class ContextMenus {
 public:
   virtual ~ContextMenus() = default;
-  // Pops up at the pointer, above every surface of ours, usable by keyboard; returns at once. The entries are
-  // copied; the delegate is borrowed and must live as long as the returned object.
+  // Pops up at the pointer, above every surface of ours, usable by keyboard; returns at once, after
+  // menuWillOpen(). The entries are copied; the delegate is borrowed, may be empty, and must live as long as
+  // the returned object. A menu without a visible entry never opens and calls nothing.
   virtual std::unique_ptr<OpenContextMenu> popUpAtPointer(std::vector<MenuEntry> entries,
                                                           ContextMenuDelegate* delegate) = 0;
 };

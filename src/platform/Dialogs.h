@@ -1,6 +1,7 @@
 // Modal conversations with the user: a text prompt, an alert, the open panel. They stand above every surface
 // of ours, have the keyboard focus and give it back. They return at once and answer later, on the main
-// thread, exactly once.
+// thread, exactly once; the answer may ask the next question. One that comes while another is up stands
+// before it. Every block may be empty.
 #pragma once
 
 #include <functional>
@@ -25,9 +26,9 @@ struct Alert {
 struct OpenPanel {
   std::string title;
   std::string message;
-  std::string prompt;    // the confirming button
-  std::string startPath; // shown and preselected
-  std::function<bool(const std::string& path)> shouldEnable;
+  std::string prompt;                                        // the confirming button
+  std::string startPath;                                     // shown and preselected
+  std::function<bool(const std::string& path)> shouldEnable; // what it refuses cannot be chosen
 };
 
 class Dialogs {

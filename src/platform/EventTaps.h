@@ -15,7 +15,7 @@ namespace orbel {
 
 class EventTap {
 public:
-  virtual ~EventTap() = default; // ends the tap
+  virtual ~EventTap() = default; // ends the tap, also from within its callback
   virtual void setEnabled(bool enabled) = 0;
   virtual bool isEnabled() const = 0;
 };

@@ -23,10 +23,11 @@ public:
   using Handler = std::function<void(HotKeyIdentity)>;
   virtual ~HotKeys() = default;
 
-  // One process-wide handler for every press; none while the registration is dead. Empty when it cannot be
-  // installed.
+  // One process-wide handler for every press, called on the main thread; none while the registration is dead.
+  // Empty when it cannot be installed, as while another one is.
   virtual Registration installHandler(Handler handler) = 0;
-  // Empty when another program holds the combination, or the keyboard has no such key (both logged).
+  // Empty when another program holds the combination, or the keyboard has no such key (both logged). Of
+  // several registrations of one combination each hears of a press. All may end within the handler.
   virtual Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
                                       HotKeyIdentity identity) = 0;
   // Whether another program holds the combination; found out by trying, without keeping it.

@@ -27,11 +27,12 @@ public:
   // Also from within show() and setFrame(): the picture arrives together with the window.
   virtual void paint(Canvas& canvas, const Rect& dirty) = 0;
   virtual void pointerMoved(const MouseEvent& event) = 0;
-  // The pointer left the square bounds (not merely the disc).
+  // The pointer left the square bounds (not merely the disc). Once for each visit, and never of a surface
+  // that is ordered out.
   virtual void pointerExited(const MouseEvent& event) = 0;
   virtual void pointerPressed(PointerButton button, const MouseEvent& event) = 0;
   virtual void pointerReleased(PointerButton button, const MouseEvent& event) = 0;
-  // Escape while the surface is shown.
+  // Escape while this is the topmost surface that is shown.
   virtual void cancelRequested() = 0;
   virtual DragOperation dragMoved(const DragInfo& drag) = 0;
   virtual void dragExited() = 0;
@@ -50,7 +51,7 @@ public:
   virtual void show() = 0;
   virtual void orderOut() = 0;
   virtual bool isShown() const = 0;
-  virtual void setAlpha(double alpha) = 0; // 0 to 1, of the whole window
+  virtual void setAlpha(double alpha) = 0; // 0 to 1, of the whole window; cut to that range
   virtual double alpha() const = 0;
 
   // Whether something blurred can stand behind the surface (live, or a frosted snapshot).
@@ -59,6 +60,8 @@ public:
   // alone.
   virtual void setRoundBackdrop(BackdropMaterial material, double inset) = 0;
 
+  // Painted soon, together with all that is asked for until then; never while not shown, as show() paints
+  // everything.
   virtual void needsDisplay(const Rect& rect) = 0;
   // Asked of the display now; none when it cannot be known. May lie outside the bounds.
   virtual std::optional<Point> pointerLocation() const = 0;

@@ -51,12 +51,14 @@ public:
   virtual bool launchApplication(const std::string& nameOrPath) = 0;
   // Nothing when it worked.
   virtual std::optional<WorkspaceError> launchApplicationAtPath(const std::string& bundlePath) = 0;
-  // With the default application. Logged when it fails.
+  // With the default application; a folder is shown. False, and logged, when there is no such file or nothing
+  // opens it.
   virtual bool openFile(const std::string& path) = 0;
-  // With the application of that name or bundle path.
+  // With the application of that name or bundle path. False, and logged, when there is none.
   virtual bool openFileWithApplication(const std::string& path, const std::string& nameOrPath) = 0;
+  // False, and logged, when nothing opens its scheme.
   virtual bool openUrl(const std::string& url) = 0;
-  // Shows the folder in the file browser.
+  // Shows the folder in the file browser. False, and logged, when it is none.
   virtual bool showFolder(const std::string& path) = 0;
   // Whether the path is a program of the desktop that can stand as an application: a desktop entry or an
   // AppImage.
@@ -66,8 +68,8 @@ public:
 
   enum class FileKind { missing, file, directory };
   virtual FileKind fileKind(const std::string& path) const = 0;
-  // The name shown for a path: an entry's localized Name, else the file's name; never empty for a non-empty
-  // path.
+  // The name shown for a path: an entry's localized Name, else the file's name whether or not the file
+  // exists; never empty for a non-empty path.
   virtual std::string displayName(const std::string& path) const = 0;
   // 320 by 320 points; a generic icon where there is no better, never empty. Missing files have one too.
   virtual ImagePointer iconForFile(const std::string& path) const = 0;

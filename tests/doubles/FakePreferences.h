@@ -1,10 +1,10 @@
-// A preferences store in memory.
+// A preferences store in memory, with a disk that takes what is saved and may fail.
 #pragma once
 
+#include "doubles/ObserverList.h"
 #include "platform/PreferencesStore.h"
 
-#include <memory>
-#include <vector>
+#include <optional>
 
 namespace orbel {
 
@@ -15,45 +15,50 @@ public:
     return entry == values.end() ? nullptr : &entry->second;
   }
   void setObject(const std::string& key, PropertyList value) override {
-    values.insert_or_assign(key, std::move(value));
     ++writes;
-    notify();
+    if (const PropertyList* present = object(key); present && *present == value) return;
+    values.insert_or_assign(key, std::move(value));
+    m_observers.call();
   }
   void removeObject(const std::string& key) override {
-    if (values.erase(key) > 0) notify();
+    if (values.erase(key) > 0) m_observers.call();
   }
   bool synchronize() override {
     ++synchronizations;
-    return true;
+    return save();
   }
-  void keepDatedCopy() override { ++datedCopies; }
+  void keepDatedCopy() override {
+    ++datedCopies;
+    datedCopy = saved;
+  }
   Registration observeChanges(std::function<void()> block) override {
-    auto entry = std::make_shared<std::function<void()>>(std::move(block));
-    m_observers->push_back(entry);
-    return Registration([entry, observers = std::weak_ptr(m_observers)] {
-      if (const auto list = observers.lock()) std::erase(*list, entry);
-    });
+    return m_observers.add(std::move(block));
   }
 
   // As if another program had rewritten the file.
   void changeFromOutside(PropertyList::Dictionary newValues) {
+    saved = newValues;
+    if (values == newValues) return;
     values = std::move(newValues);
-    notify();
+    m_observers.call();
+  }
+  // What a store does by itself a moment after a change. False when the disk fails.
+  bool save() {
+    if (savingFails) return false;
+    saved = values;
+    return true;
   }
 
   PropertyList::Dictionary values;
-  int writes = 0;
+  PropertyList::Dictionary saved;                    // what a program that starts now would read
+  std::optional<PropertyList::Dictionary> datedCopy; // the newest one
+  bool savingFails = false;
+  int writes = 0; // calls of setObject(), also with the value that is there
   int synchronizations = 0;
-  int datedCopies = 0;
+  int datedCopies = 0; // times that one was asked for
 
 private:
-  void notify() const {
-    const auto observers = *m_observers;
-    for (const auto& observer : observers)
-      (*observer)();
-  }
-  using Observers = std::vector<std::shared_ptr<std::function<void()>>>;
-  std::shared_ptr<Observers> m_observers = std::make_shared<Observers>();
+  ObserverList m_observers;
 };
 
 } // namespace orbel

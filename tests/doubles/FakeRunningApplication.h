@@ -28,11 +28,15 @@ public:
   bool isTerminated() const override { return terminated; }
   bool activate(ActivationReason reason) override {
     activations.push_back(reason);
-    return activationSucceeds;
+    return activationSucceeds && !terminated;
   }
-  bool isEqual(const RunningApplication& other) const override { return pid == other.processIdentifier(); }
+  bool isEqual(const RunningApplication& other) const override {
+    const auto* record = dynamic_cast<const FakeRunningApplication*>(&other);
+    return record && pid == record->pid && startTime == record->startTime;
+  }
 
   std::int32_t pid;
+  int startTime = 0; // tells apart the processes that have had the identifier one after the other
   std::string appName;
   std::optional<std::string> bundleFile;
   std::optional<std::string> executableFile;

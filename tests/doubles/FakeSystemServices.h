@@ -3,8 +3,10 @@
 #pragma once
 
 #include "doubles/RecordingCanvas.h"
+#include "foundation/Log.h"
 #include "platform/Platform.h"
 
+#include <algorithm>
 #include <cctype>
 #include <map>
 #include <memory>
@@ -18,9 +20,14 @@ namespace orbel {
 // Runs every drawing on a recording canvas and yields a clear bitmap.
 class FakeGraphics : public Graphics {
 public:
-  Bitmap render(int pixelWidth, int pixelHeight, Size, const std::function<void(Canvas&)>& drawing) override {
-    lastCanvas = {};
-    drawing(lastCanvas);
+  Bitmap render(int pixelWidth, int pixelHeight, Size pointSize,
+                const std::function<void(Canvas&)>& drawing) override {
+    if (pixelWidth <= 0 || pixelHeight <= 0) return {};
+    // Drawings nest: the canvas of the outermost one, which ends last, is the one that is kept.
+    RecordingCanvas canvas;
+    canvas.backingScale = pixelWidth / pointSize.width;
+    drawing(canvas);
+    lastCanvas = std::move(canvas);
     ++renderings;
     return Bitmap(pixelWidth, pixelHeight);
   }
@@ -39,7 +46,7 @@ public:
   bool isAlphanumericPunctuationOrSymbol(std::string_view text) const override {
     for (const char character : text) {
       const auto byte = static_cast<unsigned char>(character);
-      if (byte <= 0x20 || byte == 0x7f) return false;
+      if (byte <= 0x20 || byte == 0x7f) return false; // separators and controls
     }
     return true;
   }
@@ -60,20 +67,25 @@ private:
 
 class FakeHotKeys : public HotKeys {
 public:
+  static constexpr std::uint64_t kHighestKeyCode = 127; // of the keyboard; beyond it there are no keys
   struct Entry {
     std::uint64_t keyCode;
     std::uint32_t modifiers;
     HotKeyIdentity identity;
   };
   Registration installHandler(Handler newHandler) override {
-    if (!installSucceeds) return {};
+    if (!installSucceeds || *m_handler) return {};
     ++handlerInstallations;
     *m_handler = std::move(newHandler);
     return Registration([handler = m_handler] { *handler = nullptr; });
   }
   Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
                               HotKeyIdentity identity) override {
-    if (takenByOthers.contains({keyCode, modifiers})) return {};
+    asked.push_back({keyCode, modifiers, identity});
+    if (takenByOthers.contains({keyCode, modifiers}) || keyCode > kHighestKeyCode) {
+      Log::warning("no hot key for the key code " + std::to_string(keyCode));
+      return {};
+    }
     auto entry = std::make_shared<Entry>(Entry{keyCode, modifiers, identity});
     m_entries->push_back(entry);
     return Registration([entry, entries = std::weak_ptr(m_entries)] {
@@ -94,19 +106,19 @@ public:
   void deliver(HotKeyIdentity identity) const {
     if (const Handler handler = *m_handler) handler(identity);
   }
-  // Presses a combination; nothing happens when nobody registered it.
+  // Presses a combination: all who registered it hear of it; nothing happens when nobody did.
   void press(std::uint64_t keyCode, std::uint32_t modifiers) const {
-    for (const Entry& entry : registered()) {
-      if (entry.keyCode == keyCode && entry.modifiers == modifiers) {
-        deliver(entry.identity);
-        return;
-      }
+    const auto entries = *m_entries;
+    for (const auto& entry : entries) {
+      const bool isLiving = std::find(m_entries->begin(), m_entries->end(), entry) != m_entries->end();
+      if (isLiving && entry->keyCode == keyCode && entry->modifiers == modifiers) deliver(entry->identity);
     }
   }
 
   bool installSucceeds = true;
   int handlerInstallations = 0;
   std::set<std::pair<std::uint64_t, std::uint32_t>> takenByOthers;
+  std::vector<Entry> asked; // every registration that was tried, also the refused ones
 
 private:
   std::shared_ptr<Handler> m_handler = std::make_shared<Handler>();
@@ -124,24 +136,24 @@ public:
   std::map<std::uint64_t, std::string> texts = {{0, "a"}, {1, "s"}, {12, "q"}, {13, "w"}, {31, "o"}};
 };
 
+// Input is what the test makes of it; it reaches the taps that live and are enabled.
 class FakeEventTaps : public EventTaps {
 public:
   struct TapState {
     std::string kind; // "touch", "mouseUp" or "mouseMoved"
+    std::function<void()> block;
+    TouchHandlers touch;
     bool enabled = false;
     bool alive = true;
   };
   std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> block) override {
-    mouseUp = std::move(block);
-    return makeTap("mouseUp");
+    return makeTap({"mouseUp", std::move(block), {}});
   }
   std::unique_ptr<EventTap> makeMouseMovedTap(std::function<void()> block) override {
-    mouseMoved = std::move(block);
-    return makeTap("mouseMoved");
+    return makeTap({"mouseMoved", std::move(block), {}});
   }
   std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) override {
-    touch = std::move(handlers);
-    return makeTap("touch");
+    return makeTap({"touch", {}, std::move(handlers)});
   }
   bool isTrusted() override { return trusted; }
   std::optional<std::string> unreadableTouchpad() override { return unreadable; }
@@ -152,10 +164,26 @@ public:
     return false;
   }
 
+  // The primary button is released.
+  void mouseUp() const {
+    tell("mouseUp", [](const TapState& tap) { tap.block(); });
+  }
+  // The pointer moves with no button held.
+  void mouseMoved() const {
+    tell("mouseMoved", [](const TapState& tap) { tap.block(); });
+  }
+  void touchesChanged(const std::vector<Touch>& touches) const {
+    tell("touch", [&](const TapState& tap) {
+      if (tap.touch.touchesChanged) tap.touch.touchesChanged(touches);
+    });
+  }
+  void magnified() const {
+    tell("touch", [](const TapState& tap) {
+      if (tap.touch.magnified) tap.touch.magnified();
+    });
+  }
+
   std::vector<std::shared_ptr<TapState>> taps; // in the order of creation
-  std::function<void()> mouseUp;
-  std::function<void()> mouseMoved;
-  TouchHandlers touch;
   bool trusted = true;
   std::optional<std::string> unreadable;
 
@@ -170,23 +198,35 @@ private:
   private:
     std::shared_ptr<TapState> m_state;
   };
-  std::unique_ptr<EventTap> makeTap(const std::string& kind) {
-    taps.push_back(std::make_shared<TapState>(TapState{kind}));
+  std::unique_ptr<EventTap> makeTap(TapState state) {
+    taps.push_back(std::make_shared<TapState>(std::move(state)));
     return std::make_unique<FakeTap>(taps.back());
+  }
+  template <class Telling>
+  void tell(const std::string& kind, Telling telling) const {
+    const auto told = taps;
+    for (const auto& tap : told) {
+      if (tap->alive && tap->enabled && tap->kind == kind) telling(*tap);
+    }
   }
 };
 
-// Keeps the menu that is open; the test chooses an entry by its title.
+// Keeps the menu that is open; the test chooses an entry by its title. Opening another one closes it.
 class FakeContextMenus : public ContextMenus {
 public:
+  // A menu without a visible entry never opens.
   std::unique_ptr<OpenContextMenu> popUpAtPointer(std::vector<MenuEntry> newEntries,
                                                   ContextMenuDelegate* newDelegate) override {
+    close();
+    m_tracking = std::make_shared<Tracking>(Tracking{newDelegate});
     entries = std::move(newEntries);
-    delegate = newDelegate;
-    isOpen = true;
+    const auto isShown = [](const MenuEntry& entry) { return !entry.isHidden && !entry.isSeparator; };
+    isOpen = std::any_of(entries.begin(), entries.end(), isShown);
+    auto handle = std::make_unique<Handle>(*this, m_tracking);
+    if (!isOpen) return handle;
     ++timesOpened;
-    if (delegate) delegate->menuWillOpen();
-    return std::make_unique<Handle>(*this);
+    if (newDelegate) newDelegate->menuWillOpen();
+    return handle;
   }
 
   std::vector<std::string> visibleTitles() const { return titles(entries); }
@@ -198,33 +238,47 @@ public:
     return result;
   }
   const MenuEntry* find(const std::string& title) const { return find(entries, title); }
-  // False when there is no such visible entry.
+  // False when there is no such visible entry, or it is one that only opens a submenu.
   bool choose(const std::string& title) {
     const MenuEntry* found = find(title);
-    if (!isOpen || !found) return false;
+    if (!isOpen || !found || !found->submenu.empty()) return false;
     const MenuEntry chosen = *found;
+    const auto tracking = m_tracking;
     close();
-    if (chosen.action) chosen.action(chosen);
+    if (chosen.action && !tracking->isAbandoned) chosen.action(chosen);
     return true;
   }
   void close() {
     if (!std::exchange(isOpen, false)) return;
-    if (auto* closed = std::exchange(delegate, nullptr)) closed->menuDidClose();
+    const auto tracking = m_tracking;
+    if (tracking->delegate && !tracking->isAbandoned) tracking->delegate->menuDidClose();
   }
 
   std::vector<MenuEntry> entries;
-  ContextMenuDelegate* delegate = nullptr;
   bool isOpen = false;
   int timesOpened = 0;
 
 private:
+  struct Tracking {
+    ContextMenuDelegate* delegate = nullptr;
+    bool isAbandoned = false; // its handle is gone
+  };
   class Handle : public OpenContextMenu {
   public:
-    explicit Handle(FakeContextMenus& menus) : m_menus(menus) {}
-    void cancelTracking() override { m_menus.close(); }
+    Handle(FakeContextMenus& menus, std::shared_ptr<Tracking> tracking)
+        : m_menus(menus), m_tracking(std::move(tracking)) {}
+    ~Handle() override {
+      m_tracking->isAbandoned = true;
+      end();
+    }
+    void cancelTracking() override { end(); }
 
   private:
+    void end() {
+      if (m_menus.m_tracking == m_tracking) m_menus.close();
+    }
     FakeContextMenus& m_menus;
+    std::shared_ptr<Tracking> m_tracking;
   };
   static const MenuEntry* find(const std::vector<MenuEntry>& menu, const std::string& title) {
     for (const MenuEntry& entry : menu) {
@@ -234,46 +288,63 @@ private:
     }
     return nullptr;
   }
+
+  std::shared_ptr<Tracking> m_tracking;
 };
 
-// Keeps the dialog that is up; the test answers it.
+// Keeps the dialogs that are up; the test answers the newest of a kind.
 class FakeDialogs : public Dialogs {
 public:
   void runTextPrompt(const TextPrompt& newPrompt,
                      std::function<void(std::optional<std::string>)> done) override {
+    m_prompts.emplace_back(newPrompt, std::move(done));
     prompt = newPrompt;
-    m_textDone = std::move(done);
   }
   void runAlert(const Alert& newAlert, std::function<void()> done) override {
+    m_alerts.emplace_back(newAlert, std::move(done));
     alert = newAlert;
-    m_alertDone = std::move(done);
   }
   void runOpenPanel(const OpenPanel& newPanel,
                     std::function<void(std::optional<std::string>)> done) override {
+    m_panels.emplace_back(newPanel, std::move(done));
     panel = newPanel;
-    m_panelDone = std::move(done);
   }
   void answerPrompt(std::optional<std::string> text) {
-    prompt.reset();
-    if (auto done = std::exchange(m_textDone, nullptr)) done(std::move(text));
+    if (const auto done = take(m_prompts, prompt)) done(std::move(text));
   }
   void closeAlert() {
-    alert.reset();
-    if (auto done = std::exchange(m_alertDone, nullptr)) done();
+    if (const auto done = take(m_alerts, alert)) done();
   }
-  void answerPanel(std::optional<std::string> path) {
-    panel.reset();
-    if (auto done = std::exchange(m_panelDone, nullptr)) done(std::move(path));
+  // False when that file cannot be chosen; then the panel stays.
+  bool answerPanel(std::optional<std::string> path) {
+    if (path && panel && panel->shouldEnable && !panel->shouldEnable(*path)) return false;
+    if (const auto done = take(m_panels, panel)) done(std::move(path));
+    return true;
   }
 
+  // The newest, while one is up.
   std::optional<TextPrompt> prompt;
   std::optional<Alert> alert;
   std::optional<OpenPanel> panel;
 
 private:
-  std::function<void(std::optional<std::string>)> m_textDone;
-  std::function<void()> m_alertDone;
-  std::function<void(std::optional<std::string>)> m_panelDone;
+  template <class Request, class Done>
+  using Running = std::vector<std::pair<Request, Done>>;
+
+  // Ends the newest and shows the one before it.
+  template <class Request, class Done>
+  static Done take(Running<Request, Done>& running, std::optional<Request>& shown) {
+    if (running.empty()) return nullptr;
+    auto done = std::move(running.back().second);
+    running.pop_back();
+    shown.reset();
+    if (!running.empty()) shown = running.back().first;
+    return done;
+  }
+
+  Running<TextPrompt, std::function<void(std::optional<std::string>)>> m_prompts;
+  Running<Alert, std::function<void()>> m_alerts;
+  Running<OpenPanel, std::function<void(std::optional<std::string>)>> m_panels;
 };
 
 } // namespace orbel

@@ -1,11 +1,39 @@
 #include "doubles/FakeWindowSystem.h"
 
+#include "doubles/RecordingCanvas.h"
+
 namespace orbel {
 
 FakeSurface::~FakeSurface() {
+  m_owner.hide(*this);
   std::erase(m_owner.surfaces, this);
-  std::erase(m_owner.m_entered, this);
-  if (m_owner.m_pressed == this) m_owner.m_pressed = nullptr;
+}
+
+void FakeSurface::show() {
+  ++timesShown;
+  m_owner.raise(*this);
+  if (std::exchange(shown, true)) return;
+  damage = Rect({0, 0}, screenFrame.size);
+}
+
+void FakeSurface::orderOut() {
+  shown = false;
+  m_owner.hide(*this);
+}
+
+void FakeSurface::paintDamage() {
+  const Rect dirty = std::exchange(damage, Rect());
+  if (!shown || dirty.isEmpty() || !delegate) return;
+  RecordingCanvas canvas;
+  delegate->paint(canvas, dirty);
+}
+
+bool FakeSurface::takesInputAt(Point screenPoint) const {
+  if (!screenFrame.contains(screenPoint)) return false;
+  if (!isRound) return true;
+  const double x = (screenPoint.x - screenFrame.center().x) / (screenFrame.size.width / 2 - backdropInset);
+  const double y = (screenPoint.y - screenFrame.center().y) / (screenFrame.size.height / 2 - backdropInset);
+  return x * x + y * y <= 1;
 }
 
 bool FakeSurface::supportsBackdropBlur() const {
@@ -33,10 +61,28 @@ void FakeBubble::close() {
 }
 
 FakeSurface* FakeWindowSystem::surfaceUnderPointer() const {
-  for (auto surface = surfaces.rbegin(); surface != surfaces.rend(); ++surface) {
-    if ((*surface)->shown && pointer && (*surface)->screenFrame.contains(*pointer)) return *surface;
+  if (!pointer) return nullptr;
+  for (auto surface = m_stack.rbegin(); surface != m_stack.rend(); ++surface) {
+    if ((*surface)->takesInputAt(*pointer)) return *surface;
   }
   return nullptr;
+}
+
+void FakeWindowSystem::raise(FakeSurface& surface) {
+  std::erase(m_stack, &surface);
+  const auto above = std::find_if(m_stack.begin(), m_stack.end(),
+                                  [&](const FakeSurface* other) { return other->level > surface.level; });
+  m_stack.insert(above, &surface);
+}
+
+void FakeWindowSystem::hide(FakeSurface& surface) {
+  std::erase(m_stack, &surface);
+  std::erase(m_entered, &surface); // what is hidden hears of no exit
+  if (m_pressed == &surface) m_pressed = nullptr;
+}
+
+void FakeWindowSystem::pressEscape() const {
+  if (!m_stack.empty() && m_stack.back()->delegate) m_stack.back()->delegate->cancelRequested();
 }
 
 void FakeWindowSystem::movePointer(Point screenPoint, std::uint64_t modifierFlags) {
@@ -47,15 +93,22 @@ void FakeWindowSystem::movePointer(Point screenPoint, std::uint64_t modifierFlag
     return MouseEvent{surface.pointerLocation().value_or(Point{}), modifierFlags};
   };
   FakeSurface* target = m_pressed ? m_pressed : surfaceUnderPointer();
-  const auto entered = m_entered;
-  for (FakeSurface* surface : entered) {
-    if (surface == target || surface->screenFrame.contains(screenPoint)) continue;
-    std::erase(m_entered, surface);
-    if (surface->delegate) surface->delegate->pointerExited(eventFor(*surface));
-  }
+  tellExits(target, modifierFlags);
   if (!target || !target->delegate) return;
   if (std::find(m_entered.begin(), m_entered.end(), target) == m_entered.end()) m_entered.push_back(target);
   target->delegate->pointerMoved(eventFor(*target));
+}
+
+void FakeWindowSystem::tellExits(const FakeSurface* held, std::uint64_t modifierFlags) {
+  const auto entered = m_entered;
+  for (FakeSurface* surface : entered) {
+    // An earlier exit may have ended this one.
+    if (std::find(m_entered.begin(), m_entered.end(), surface) == m_entered.end()) continue;
+    if (surface == held || surface->screenFrame.contains(*pointer)) continue;
+    std::erase(m_entered, surface);
+    const MouseEvent event{surface->pointerLocation().value_or(Point{}), modifierFlags};
+    if (surface->delegate) surface->delegate->pointerExited(event);
+  }
 }
 
 void FakeWindowSystem::press(PointerButton button, std::uint64_t modifierFlags) {
@@ -69,6 +122,7 @@ void FakeWindowSystem::release(PointerButton button, std::uint64_t modifierFlags
   FakeSurface* target = std::exchange(m_pressed, nullptr);
   if (!target || !target->delegate) return;
   target->delegate->pointerReleased(button, {*target->pointerLocation(), modifierFlags});
+  if (pointer) tellExits(nullptr, modifierFlags); // what the button has held back
 }
 
 } // namespace orbel

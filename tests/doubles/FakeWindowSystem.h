@@ -20,23 +20,28 @@ public:
   void setDelegate(SurfaceDelegate* surfaceDelegate) override { delegate = surfaceDelegate; }
   void setFrame(const Rect& frame) override { screenFrame = frame; }
   Rect frame() const override { return screenFrame; }
-  void show() override {
-    shown = true;
-    ++timesShown;
-  }
-  void orderOut() override { shown = false; }
+  void show() override;
+  void orderOut() override;
   bool isShown() const override { return shown; }
-  void setAlpha(double alpha) override { windowAlpha = alpha; }
+  void setAlpha(double alpha) override { windowAlpha = std::clamp(alpha, 0.0, 1.0); }
   double alpha() const override { return windowAlpha; }
   bool supportsBackdropBlur() const override;
   void setRoundBackdrop(BackdropMaterial newMaterial, double inset) override {
+    isRound = true;
     material = newMaterial;
     backdropInset = inset;
   }
-  void needsDisplay(const Rect& rect) override { damage = damage.unitedWith(rect); }
+  void needsDisplay(const Rect& rect) override {
+    if (shown) damage = damage.unitedWith(rect);
+  }
   std::optional<Point> pointerLocation() const override;
   double backingScale() const override { return 1; }
   bool pointerIsOverOwnPopUp() const override { return overOwnPopUp; }
+
+  // Lets the delegate draw what is damaged, as a display does soon after the damage.
+  void paintDamage();
+  // Whether input there, in screen points, is the surface's: inside its disc, if it has one.
+  bool takesInputAt(Point screenPoint) const;
 
   SurfaceLevel level;
   SurfaceDelegate* delegate = nullptr;
@@ -45,8 +50,9 @@ public:
   int timesShown = 0;
   double windowAlpha = 1;
   BackdropMaterial material = BackdropMaterial::lightFrost;
+  bool isRound = false;
   double backdropInset = 0;
-  Rect damage;
+  Rect damage; // what paintDamage() will have drawn
   bool overOwnPopUp = false;
 
 private:
@@ -99,7 +105,9 @@ public:
     press(PointerButton::primary);
     release(PointerButton::primary);
   }
-  FakeSurface* surfaceUnderPointer() const; // the newest shown one
+  // Escape reaches the topmost surface; nothing happens while none is shown.
+  void pressEscape() const;
+  FakeSurface* surfaceUnderPointer() const; // the topmost one that takes input there
 
   std::optional<Point> pointer = Point{0, 0};
   bool reducedMotion = false;
@@ -109,6 +117,12 @@ public:
   std::vector<FakeBubble*> shownBubbles;
 
 private:
+  // To all that the pointer has entered and is no longer in the square of.
+  void tellExits(const FakeSurface* held, std::uint64_t modifierFlags);
+  void raise(FakeSurface& surface);
+  void hide(FakeSurface& surface);
+
+  std::vector<FakeSurface*> m_stack; // what is shown, from bottom to top
   FakeSurface* m_pressed = nullptr;
   std::vector<FakeSurface*> m_entered;
   std::vector<std::function<void(Point)>> m_waitingForPointer;

@@ -1,5 +1,8 @@
 #include "doubles/FakeWorkspace.h"
 
+#include "foundation/Log.h"
+
+#include <algorithm>
 #include <cstring>
 
 namespace orbel {
@@ -15,17 +18,11 @@ ImagePointer plainIcon() {
 } // namespace
 
 Registration FakeWorkspace::observeRunningApplications(std::function<void()> block) {
-  auto entry = std::make_shared<std::function<void()>>(std::move(block));
-  m_observers->push_back(entry);
-  return Registration([entry, observers = std::weak_ptr(m_observers)] {
-    if (const auto list = observers.lock()) std::erase(*list, entry);
-  });
+  return m_observers.add(std::move(block));
 }
 
 void FakeWorkspace::notifyRunningApplications() const {
-  const Observers observers = *m_observers;
-  for (const auto& observer : observers)
-    (*observer)();
+  m_observers.call();
 }
 
 bool FakeWorkspace::runsBundle(const RunningApplication& application, const std::string& bundlePath) const {
@@ -37,35 +34,38 @@ bool FakeWorkspace::playsRole(const RunningApplication& application, const std::
   return role != roleOfBundle.end() && role->second == name;
 }
 
+bool FakeWorkspace::act(const std::string& action, bool isPossible) {
+  actions.push_back(action);
+  if (isPossible && actionsSucceed) return true;
+  Log::warning("cannot " + action);
+  return false;
+}
+
 bool FakeWorkspace::launchApplication(const std::string& nameOrPath) {
-  actions.push_back("launch " + nameOrPath);
-  return actionsSucceed;
+  return act("launch " + nameOrPath, !unknownApplications.contains(nameOrPath));
 }
 
 std::optional<WorkspaceError> FakeWorkspace::launchApplicationAtPath(const std::string& bundlePath) {
   actions.push_back("launchPath " + bundlePath);
-  if (actionsSucceed) return std::nullopt;
+  if (actionsSucceed && fileKind(bundlePath) != FileKind::missing) return std::nullopt;
   return WorkspaceError{"cannot launch " + bundlePath};
 }
 
 bool FakeWorkspace::openFile(const std::string& path) {
-  actions.push_back("openFile " + path);
-  return actionsSucceed;
+  return act("openFile " + path, fileKind(path) != FileKind::missing);
 }
 
 bool FakeWorkspace::openFileWithApplication(const std::string& path, const std::string& nameOrPath) {
-  actions.push_back("openWith " + path + " | " + nameOrPath);
-  return actionsSucceed;
+  return act("openWith " + path + " | " + nameOrPath, !unknownApplications.contains(nameOrPath));
 }
 
 bool FakeWorkspace::openUrl(const std::string& url) {
-  actions.push_back("openUrl " + url);
-  return actionsSucceed;
+  return act("openUrl " + url, applicationForUrl(url).has_value());
 }
 
 bool FakeWorkspace::showFolder(const std::string& path) {
-  actions.push_back("showFolder " + path);
-  return actionsSucceed;
+  const auto known = files.find(path);
+  return act("showFolder " + path, known == files.end() || known->second == FileKind::directory);
 }
 
 std::optional<std::string> FakeWorkspace::applicationForUrl(const std::string& url) const {
@@ -82,7 +82,10 @@ Workspace::FileKind FakeWorkspace::fileKind(const std::string& path) const {
 std::string FakeWorkspace::displayName(const std::string& path) const {
   const auto name = displayNames.find(path);
   if (name != displayNames.end()) return name->second;
-  return path.substr(path.find_last_of('/') + 1);
+  const auto end = path.find_last_not_of('/');
+  if (end == std::string::npos) return path.substr(0, 1);
+  const std::string file = path.substr(0, end + 1);
+  return file.substr(file.find_last_of('/') + 1);
 }
 
 ImagePointer FakeWorkspace::iconForFile(const std::string& path) const {
@@ -106,8 +109,12 @@ std::optional<std::string> FakeWorkspace::defaultApplicationForFile(const std::s
 }
 
 std::vector<std::string> FakeWorkspace::applicationsForFile(const std::string& path) const {
-  const auto applications = candidates.find(path);
-  return applications == candidates.end() ? std::vector<std::string>() : applications->second;
+  std::vector<std::string> all;
+  if (const auto applications = candidates.find(path); applications != candidates.end())
+    all = applications->second;
+  const auto usual = defaultApplicationForFile(path);
+  if (usual && std::find(all.begin(), all.end(), *usual) == all.end()) all.insert(all.begin(), *usual);
+  return all;
 }
 
 PropertyList::Data FakeWorkspace::bookmark(const std::string& text) {
@@ -117,7 +124,12 @@ PropertyList::Data FakeWorkspace::bookmark(const std::string& text) {
 }
 
 PropertyList::Data FakeWorkspace::makeBookmark(const std::string& path,
-                                               std::optional<WorkspaceError>*) const {
+                                               std::optional<WorkspaceError>* error) const {
+  const bool isMarked = startsWith(path, "stale:") || startsWith(path, "broken:");
+  if (!isMarked && (!startsWith(path, "/") || fileKind(path) == FileKind::missing)) {
+    if (error) *error = WorkspaceError{"no bookmark of " + path};
+    return {};
+  }
   ++bookmarksMade;
   return bookmark(path);
 }
@@ -125,10 +137,11 @@ PropertyList::Data FakeWorkspace::makeBookmark(const std::string& path,
 ResolvedBookmark FakeWorkspace::resolveBookmark(const PropertyList::Data& data) const {
   std::string text(data.size(), '\0');
   if (!data.empty()) std::memcpy(text.data(), data.data(), data.size());
-  if (text.empty() || startsWith(text, "broken:")) {
-    return {std::nullopt, false, WorkspaceError{"the bookmark cannot be resolved"}};
-  }
   if (startsWith(text, "stale:")) return {text.substr(6), true, std::nullopt};
+  const auto moved = m_newPaths.find(text);
+  if (moved != m_newPaths.end()) return {moved->second, true, std::nullopt};
+  if (!startsWith(text, "/") || fileKind(text) == FileKind::missing)
+    return {std::nullopt, false, WorkspaceError{"the bookmark cannot be resolved"}};
   return {text, false, std::nullopt};
 }
 
@@ -136,6 +149,7 @@ std::shared_ptr<FakeRunningApplication> FakeWorkspace::launch(std::int32_t pid, 
                                                               const std::string& bundle,
                                                               const std::string& executable) {
   auto application = std::make_shared<FakeRunningApplication>(pid, name, bundle, executable);
+  application->startTime = m_launches[pid]++;
   running.push_back(application);
   notifyRunningApplications();
   return application;
@@ -145,8 +159,15 @@ void FakeWorkspace::terminate(std::int32_t pid) {
   for (const auto& application : running) {
     if (application->pid == pid) application->terminated = true;
   }
+  if (frontmost && frontmost->processIdentifier() == pid) frontmost = nullptr;
   std::erase_if(running, [pid](const auto& application) { return application->pid == pid; });
   notifyRunningApplications();
+}
+
+void FakeWorkspace::move(const std::string& from, const std::string& to) {
+  files[to] = fileKind(from);
+  files[from] = FileKind::missing;
+  m_newPaths[from] = to;
 }
 
 } // namespace orbel

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "doubles/FakeRunningApplication.h"
+#include "doubles/ObserverList.h"
 #include "platform/Workspace.h"
 
 #include <map>
@@ -27,7 +28,9 @@ public:
   bool openFileWithApplication(const std::string& path, const std::string& nameOrPath) override;
   bool openUrl(const std::string& url) override;
   bool showFolder(const std::string& path) override;
-  bool isApplicationBundle(const std::string& path) const override { return path.ends_with(".desktop"); }
+  bool isApplicationBundle(const std::string& path) const override {
+    return path.ends_with(".desktop") || path.ends_with(".AppImage");
+  }
   std::optional<std::string> applicationForUrl(const std::string& url) const override;
   FileKind fileKind(const std::string& path) const override;
   std::string displayName(const std::string& path) const override;
@@ -40,13 +43,16 @@ public:
   ResolvedBookmark resolveBookmark(const PropertyList::Data& bookmark) const override;
 
   static PropertyList::Data bookmark(const std::string& text);
-  // Adds a regular running program and tells the observers.
+  // Adds a regular running program and tells the observers. An identifier that was used before is another
+  // process.
   std::shared_ptr<FakeRunningApplication> launch(std::int32_t pid, const std::string& name,
                                                  const std::string& bundle = {},
                                                  const std::string& executable = {});
   void terminate(std::int32_t pid);
+  // The file gets another path in the same folder; bookmarks of it are stale from then on.
+  void move(const std::string& from, const std::string& to);
   void notifyRunningApplications() const;
-  std::size_t observerCount() const { return m_observers->size(); }
+  std::size_t observerCount() const { return m_observers.size(); }
 
   std::vector<std::shared_ptr<FakeRunningApplication>> running;
   RunningApplicationPointer frontmost;
@@ -54,6 +60,7 @@ public:
   // URL", "showFolder PATH".
   std::vector<std::string> actions;
   bool actionsSucceed = true;
+  std::set<std::string> unknownApplications;                  // names and paths that lead to none
   std::map<std::string, FileKind> files;                      // others are plain files
   std::map<std::string, std::string> displayNames;            // else the last path component
   std::map<std::string, std::string> urlHandlers;             // by scheme without the colon
@@ -65,8 +72,12 @@ public:
   mutable int bookmarksMade = 0;
 
 private:
-  using Observers = std::vector<std::shared_ptr<std::function<void()>>>;
-  std::shared_ptr<Observers> m_observers = std::make_shared<Observers>();
+  // Writes the action down; false, and logged, when it cannot be done.
+  bool act(const std::string& action, bool isPossible);
+
+  ObserverList m_observers;
+  std::map<std::int32_t, int> m_launches;        // by process identifier
+  std::map<std::string, std::string> m_newPaths; // of files that were moved
   mutable std::map<std::string, ImagePointer> m_images;
 };
 

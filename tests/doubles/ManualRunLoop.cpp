@@ -10,12 +10,8 @@ void ManualRunLoop::after(double seconds, std::function<void()> block) {
 }
 
 Registration ManualRunLoop::onEveryFrame(std::function<void()> block) {
-  if (m_frames->empty()) m_nextFrame = m_clock.time + kFrameInterval;
-  auto entry = std::make_shared<std::function<void()>>(std::move(block));
-  m_frames->push_back(entry);
-  return Registration([entry, frames = std::weak_ptr(m_frames)] {
-    if (const auto list = frames.lock()) std::erase(*list, entry);
-  });
+  if (!wantsFrames()) m_nextFrame = m_clock.time + kFrameInterval;
+  return m_frames.add(std::move(block));
 }
 
 void ManualRunLoop::advance(double seconds) {
@@ -32,11 +28,10 @@ void ManualRunLoop::advance(double seconds) {
       block();
     } else if (frameDue) {
       m_clock.time = std::max(m_clock.time, m_nextFrame);
-      m_nextFrame += kFrameInterval;
+      while (m_nextFrame <= m_clock.time)
+        m_nextFrame += kFrameInterval;
       ++m_framesRun;
-      const Frames frames = *m_frames;
-      for (const auto& frame : frames)
-        (*frame)();
+      m_frames.call();
     } else {
       break;
     }

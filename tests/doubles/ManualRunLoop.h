@@ -2,10 +2,10 @@
 // time.
 #pragma once
 
+#include "doubles/ObserverList.h"
 #include "foundation/RunLoop.h"
 
 #include <functional>
-#include <memory>
 #include <vector>
 
 namespace orbel {
@@ -22,9 +22,12 @@ public:
   // Moves time on by that much, running every delay that falls due, and a frame every sixtieth of a second
   // while somebody wants frames.
   void advance(double seconds);
+  // Moves time on as if the program had been busy: nothing runs until the next advance(), and the frames in
+  // between are left out.
+  void holdUp(double seconds) { m_clock.time += seconds; }
   // Runs what is due now (delays of 0 seconds).
   void runDue() { advance(0); }
-  bool wantsFrames() const { return !m_frames->empty(); }
+  bool wantsFrames() const { return m_frames.size() > 0; }
   std::size_t pendingDelays() const { return m_delays.size(); }
   int framesRun() const { return m_framesRun; }
 
@@ -37,11 +40,9 @@ private:
     double due;
     std::function<void()> block;
   };
-  using Frames = std::vector<std::shared_ptr<std::function<void()>>>;
-
   ManualClock m_clock;
   std::vector<Delay> m_delays;
-  std::shared_ptr<Frames> m_frames = std::make_shared<Frames>();
+  ObserverList m_frames;
   double m_nextFrame = 0;
   int m_framesRun = 0;
 };

@@ -47,7 +47,7 @@ protected:
     settings().startHandlers();
   }
   bool isEnabled(const char* tap) const { return m_platform.eventTaps.isEnabled(tap); }
-  void touch(const std::vector<Touch>& touches) { m_platform.eventTaps.touch.touchesChanged(touches); }
+  void touch(const std::vector<Touch>& touches) { m_platform.eventTaps.touchesChanged(touches); }
   void putDown(int count) {
     touch({});
     for (int down = 1; down <= count; ++down)
@@ -219,7 +219,7 @@ TEST_F(AppSettingsHandlersTest, APinchDuringTheWaitSpoilsTheRest) {
     startWithGesture(gesture);
     putDown(gesture == Gesture::threeFingersResting ? 3 : 4);
     m_platform.runLoop.advance(0.1);
-    m_platform.eventTaps.touch.magnified();
+    m_platform.eventTaps.magnified();
     EXPECT_EQ(settings().touchCount(), 0);
     EXPECT_TRUE(settings().currentTouches().empty());
     m_platform.runLoop.advance(1);
@@ -231,7 +231,7 @@ TEST_F(AppSettingsHandlersTest, APinchIsNoConcernOfTheSpreads) {
   startWithGesture(Gesture::threeFingersSpreading);
   settings().setTouchCount(7);
   settings().setCurrentTouches(fingers(2));
-  m_platform.eventTaps.touch.magnified();
+  m_platform.eventTaps.magnified();
   EXPECT_EQ(settings().touchCount(), 7);
   EXPECT_EQ(settings().currentTouches().size(), 2u);
 }

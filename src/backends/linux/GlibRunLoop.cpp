@@ -4,7 +4,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <unordered_set>
+#include <map>
 #include <utility>
 #include <vector>
 
@@ -42,8 +42,59 @@ GSource* makeSource(const char* name, int priority) {
 
 } // namespace
 
+// One source for all delays: of several sources that are ready in one turn GLib runs the oldest first, not
+// the one that is due first.
 struct GlibRunLoop::Delays {
-  std::unordered_set<GSource*> pending;
+  struct Delay {
+    std::function<void()> block;
+    std::uint64_t number;
+  };
+  std::multimap<std::int64_t, Delay> pending; // by the time when they are due, in microseconds
+  std::uint64_t asked = 0;
+  GSource* source = nullptr;
+
+  static std::shared_ptr<Delays> make() {
+    auto delays = std::make_shared<Delays>();
+    delays->source = makeSource("orbel delays", G_PRIORITY_DEFAULT);
+    // A block may start a loop of its own, in which the others still run.
+    g_source_set_can_recurse(delays->source, TRUE);
+    g_source_set_callback(
+        delays->source,
+        [](gpointer self) -> gboolean {
+          (*static_cast<std::shared_ptr<Delays>*>(self))->run();
+          return G_SOURCE_CONTINUE;
+        },
+        new std::shared_ptr<Delays>(delays),
+        [](gpointer self) { delete static_cast<std::shared_ptr<Delays>*>(self); });
+    g_source_attach(delays->source, nullptr);
+    return delays;
+  }
+
+  void end() {
+    g_source_destroy(source);
+    g_source_unref(std::exchange(source, nullptr));
+    const auto dropped = std::exchange(pending, {});
+  }
+
+  void add(std::int64_t due, std::function<void()> block) {
+    pending.emplace(due, Delay{std::move(block), asked++});
+    schedule();
+  }
+
+  void schedule() const { g_source_set_ready_time(source, pending.empty() ? -1 : pending.begin()->first); }
+
+  void run() {
+    const std::int64_t now = g_get_monotonic_time();
+    const std::uint64_t firstOfNextTurn = asked;
+    while (!pending.empty()) {
+      const auto next = pending.begin();
+      if (next->first > now || next->second.number >= firstOfNextTurn) break;
+      const auto block = std::move(next->second.block);
+      pending.erase(next);
+      schedule();
+      block();
+    }
+  }
 };
 
 struct GlibRunLoop::Frames {
@@ -112,16 +163,16 @@ struct GlibRunLoop::Frames {
 };
 
 GlibRunLoop::GlibRunLoop()
-    : m_clock(std::make_unique<MonotonicClock>()), m_delays(std::make_shared<Delays>()),
+    : m_clock(std::make_unique<MonotonicClock>()), m_delays(Delays::make()),
       m_frames(std::make_shared<Frames>()) {}
 
 GlibRunLoop::~GlibRunLoop() {
-  dropPending();
+  m_delays->end();
 }
 
 void GlibRunLoop::dropPending() {
-  for (GSource* source : std::exchange(m_delays->pending, {}))
-    g_source_destroy(source);
+  const auto dropped = std::exchange(m_delays->pending, {});
+  m_delays->schedule();
 }
 
 const Clock& GlibRunLoop::clock() const {
@@ -129,27 +180,8 @@ const Clock& GlibRunLoop::clock() const {
 }
 
 void GlibRunLoop::after(double seconds, std::function<void()> block) {
-  struct Delay {
-    GSource* source;
-    std::shared_ptr<Delays> delays;
-    std::function<void()> block;
-  };
-  GSource* source = makeSource("orbel delay", G_PRIORITY_DEFAULT);
   const double wait = seconds > 0 ? std::min(seconds, kLongestDelay) : 0;
-  g_source_set_ready_time(source, g_get_monotonic_time() + static_cast<std::int64_t>(wait * kMicroseconds));
-  m_delays->pending.insert(source);
-  g_source_set_callback(
-      source,
-      [](gpointer data) -> gboolean {
-        auto* delay = static_cast<Delay*>(data);
-        delay->delays->pending.erase(delay->source);
-        const auto run = std::move(delay->block);
-        run();
-        return G_SOURCE_REMOVE;
-      },
-      new Delay{source, m_delays, std::move(block)}, [](gpointer data) { delete static_cast<Delay*>(data); });
-  g_source_attach(source, nullptr);
-  g_source_unref(source);
+  m_delays->add(g_get_monotonic_time() + static_cast<std::int64_t>(wait * kMicroseconds), std::move(block));
 }
 
 Registration GlibRunLoop::onEveryFrame(std::function<void()> block) {

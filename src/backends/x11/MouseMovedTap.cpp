@@ -44,8 +44,9 @@ void MouseMovedTap::listen() {
 }
 
 void MouseMovedTap::moved() {
-  pauseOnceAnInterval(); // before the block, which may disable the tap
-  if (m_held.none()) m_mouseMoved();
+  pauseOnceAnInterval();                // before the block, which may disable the tap
+  const auto mouseMoved = m_mouseMoved; // which it may end as well
+  if (m_held.none()) mouseMoved();
 }
 
 // The movements between the end of the pause and that of the interval begin no pause of their own: the next

@@ -20,8 +20,9 @@ void MouseUpTap::setEnabled(bool enabled) {
     m_releases.reset();
     return;
   }
-  m_releases = m_pointer.observeReleases([this](std::uint32_t button, xcb_timestamp_t) {
-    if (button == kPrimaryButton) m_mouseUp();
+  // A copy in the block, which outlives its call: the tap may not.
+  m_releases = m_pointer.observeReleases([mouseUp = m_mouseUp](std::uint32_t button, xcb_timestamp_t) {
+    if (button == kPrimaryButton) mouseUp();
   });
 }
 

@@ -81,16 +81,6 @@ TEST_F(PreferencesFileTest, MakesTheMissingFoldersOfItsFileForTheUserAlone) {
   EXPECT_EQ(status.st_mode & 0777u, 0700u);
 }
 
-TEST_F(PreferencesFileTest, ShowsAChangeAtOnceAndSavesItSoon) {
-  open();
-  store->setObject("menuSizeSettings", 2);
-  ASSERT_NE(store->object("menuSizeSettings"), nullptr);
-  EXPECT_EQ(store->integer("menuSizeSettings"), 2);
-  EXPECT_FALSE(DesktopSandbox::exists(path));
-  loop.advance(PreferencesFile::kSaveDelay);
-  EXPECT_EQ(onDisk(), (PropertyList::Dictionary{{"menuSizeSettings", 2}}));
-}
-
 TEST_F(PreferencesFileTest, SavesSeveralChangesTogether) {
   open();
   store->setObject("a", 1);
@@ -155,28 +145,6 @@ TEST_F(PreferencesFileTest, ReplacesTheFileInOneStepAndLeavesNoTemporaryFiles) {
             (std::vector<std::string>{"old-file", "preferences.plist", "preferences.plist.backup"}));
 }
 
-TEST_F(PreferencesFileTest, CallsObserversForEachChangeButNotForTheSameValueAgain) {
-  open();
-  int calls = 0;
-  std::int64_t seen = 0;
-  auto registration = store->observeChanges([&] {
-    ++calls;
-    seen = store->integer("a");
-  });
-  store->setObject("a", 5);
-  EXPECT_EQ(calls, 1);
-  EXPECT_EQ(seen, 5);
-  store->setObject("a", 5);
-  EXPECT_EQ(calls, 1);
-  store->removeObject("a");
-  EXPECT_EQ(calls, 2);
-  store->removeObject("a");
-  EXPECT_EQ(calls, 2);
-  registration.reset();
-  store->setObject("a", 6);
-  EXPECT_EQ(calls, 2);
-}
-
 TEST_F(PreferencesFileTest, TellsObserversNothingOfItsOwnSaves) {
   open();
   store->setObject("a", 1);
@@ -187,23 +155,6 @@ TEST_F(PreferencesFileTest, TellsObserversNothingOfItsOwnSaves) {
   loop.advance(1);
   EXPECT_EQ(calls, 0);
   EXPECT_EQ(loop.pendingDelays(), 0u);
-}
-
-TEST_F(PreferencesFileTest, SeesAChangeFromOutsideOnceAndWhenItCanBeRead) {
-  DesktopSandbox::write(path, xml({{"a", 1}, {"b", 1}}));
-  open();
-  int calls = 0;
-  std::int64_t seen = 0;
-  const auto registration = store->observeChanges([&] {
-    ++calls;
-    seen = store->integer("a");
-  });
-  DesktopSandbox::write(path, xml({{"a", 2}, {"b", 1}}));
-  takeChange();
-  EXPECT_EQ(calls, 1);
-  EXPECT_EQ(seen, 2);
-  loop.advance(1);
-  EXPECT_EQ(calls, 1);
 }
 
 TEST_F(PreferencesFileTest, SeesAFileRenamedOverItsOwn) {
@@ -249,16 +200,6 @@ TEST_F(PreferencesFileTest, TakesADeletionWithAReplacementForOneChange) {
   EXPECT_EQ(calls, 1);
   EXPECT_FALSE(sawItMissing);
   EXPECT_EQ(store->integer("a"), 2);
-}
-
-TEST_F(PreferencesFileTest, IgnoresARewriteWithTheSameValues) {
-  DesktopSandbox::write(path, xml({{"a", 1}}));
-  open();
-  int calls = 0;
-  const auto registration = store->observeChanges([&] { ++calls; });
-  DesktopSandbox::write(path, xml({{"a", 1}}) + "\n");
-  takeChange();
-  EXPECT_EQ(calls, 0);
 }
 
 TEST_F(PreferencesFileTest, MergesAChangeFromOutsideByKeyAndItsOwnUnsavedKeysWin) {

@@ -30,4 +30,17 @@ void runReadySources() {
   }
 }
 
+int nextWakeUp() {
+  runReadySources();
+  GMainContext* context = g_main_context_default();
+  if (!g_main_context_acquire(context)) return -2;
+  int priority = 0;
+  int timeout = 0;
+  GPollFD descriptors[64];
+  g_main_context_prepare(context, &priority);
+  g_main_context_query(context, G_MAXINT, &timeout, descriptors, 64);
+  g_main_context_release(context);
+  return timeout;
+}
+
 } // namespace orbel

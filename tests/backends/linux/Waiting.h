@@ -11,4 +11,7 @@ bool waitUntil(const std::function<bool()>& condition);
 // Handles what is ready now.
 void runReadySources();
 
+// Milliseconds until the main context would wake by itself; -1 for never. Handles what is ready first.
+int nextWakeUp();
+
 } // namespace orbel

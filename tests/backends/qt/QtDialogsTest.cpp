@@ -207,15 +207,6 @@ TEST_F(QtDialogsTest, KeepsTheFocusUntilTheLastOfSeveralHasClosed) {
   EXPECT_EQ(m_events, "take front front front none back answer ");
 }
 
-TEST_F(QtDialogsTest, MayAskTheNextQuestionFromWithinAnAnswer) {
-  m_dialogs->runAlert(alert("First"), [this] { ask(); });
-  QTest::keyClick(shownDialog(), Qt::Key_Return);
-  ASSERT_NE(shownDialog(), nullptr);
-  QTest::keyClicks(&line(), "Second");
-  QTest::keyClick(&line(), Qt::Key_Return);
-  EXPECT_EQ(m_answer, "Second");
-}
-
 TEST_F(QtDialogsTest, MayGoFromWithinAnAnswer) {
   m_dialogs->runAlert(alert("First"), [this] { m_dialogs.reset(); });
   QTest::keyClick(shownDialog(), Qt::Key_Return);

@@ -9,14 +9,6 @@ namespace {
 
 const QLocale kEnglish(QLocale::English, QLocale::UnitedStates);
 
-TEST(QtTextServicesTest, ComparesWithoutRegardToCase) {
-  const QtTextServices text(kEnglish);
-  EXPECT_EQ(text.compareLocalizedCaseInsensitive("mail", "MAIL"), 0);
-  EXPECT_LT(text.compareLocalizedCaseInsensitive("apple", "Banana"), 0);
-  EXPECT_GT(text.compareLocalizedCaseInsensitive("Cherry", "banana"), 0);
-  EXPECT_LT(text.compareLocalizedCaseInsensitive("", "a"), 0);
-}
-
 TEST(QtTextServicesTest, OrdersByTheLanguageOfTheUser) {
   // German sorts Ä with A, Swedish after Z.
   EXPECT_LT(QtTextServices(QLocale("de_DE")).compareLocalizedCaseInsensitive("Äpfel", "Zebra"), 0);

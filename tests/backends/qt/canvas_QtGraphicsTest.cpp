@@ -28,13 +28,6 @@ TEST(QtGraphicsTest, TheBitmapStartsClearAndIsPremultiplied) {
   EXPECT_EQ(bitmap.pixels[1], 0u);
 }
 
-TEST(QtGraphicsTest, NoPixelsAreAskedOfADrawingOfNoSize) {
-  QtGraphics graphics;
-  bool called = false;
-  EXPECT_TRUE(graphics.render(0, 10, {10, 10}, [&](Canvas&) { called = true; }).isEmpty());
-  EXPECT_FALSE(called);
-}
-
 TEST(QtGraphicsTest, ADrawnImageMayHoldDrawnImages) {
   QtGraphics graphics;
   const auto inner = graphics.drawnImage({10, 10}, [](Canvas& canvas) {

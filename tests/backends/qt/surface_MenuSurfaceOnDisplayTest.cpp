@@ -163,17 +163,6 @@ TEST_F(MenuSurfaceOnDisplay, ADelegateMayEndItsSurfaceAndShowAnother) {
   EXPECT_TRUE(becomesTrue([&] { return other.count("moved") >= 1; }, "the new surface hears the pointer"));
 }
 
-TEST_F(MenuSurfaceOnDisplay, LeavingTheDiscForACornerIsNoExit) {
-  const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
-  surface->show();
-  session().input().movePointer({500, 400});
-  session().input().movePointer({310, 210});
-  // The corner hears no moves, so an event that can only come later tells that no exit came.
-  session().input().movePointer({500, 402});
-  ASSERT_TRUE(becomesTrue([&] { return delegate.location == Point{200, 198}; }, "the pointer is back"));
-  EXPECT_EQ(delegate.count("exited"), 0);
-}
-
 TEST_F(MenuSurfaceOnDisplay, LeavingTheSquareThroughACornerIsAnExit) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
@@ -210,37 +199,6 @@ TEST_F(MenuSurfaceOnDisplay, AHiddenSurfaceReportsNoExit) {
   session().input().movePointer({100, 100});
   settle();
   EXPECT_EQ(delegate.count("exited"), 0);
-}
-
-TEST_F(MenuSurfaceOnDisplay, APressedButtonKeepsThePointerEvenOutside) {
-  const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
-  surface->show();
-  session().input().movePointer({500, 400});
-  session().input().press(kLeft);
-  session().input().movePointer({900, 400});
-  ASSERT_TRUE(becomesTrue(
-      [&] {
-        return delegate.location == Point{600, 200};
-      },
-      "the move outside has arrived"));
-  EXPECT_EQ(delegate.count("exited"), 0);
-  session().input().release(kLeft);
-  EXPECT_TRUE(becomesTrue([&] { return delegate.count("exited") == 1; }, "the exit follows the release"));
-}
-
-TEST_F(MenuSurfaceOnDisplay, EscapeCancelsTheTopmostSurface) {
-  RecordingDelegate subDelegate;
-  const auto menu = makeSurface(delegate, squareAround(500, 400, 400));
-  const auto sub = makeSurface(subDelegate, squareAround(600, 450, 300), SurfaceLevel::subMenu);
-  menu->show();
-  sub->show();
-  session().input().typeKey(XK_Escape);
-  ASSERT_TRUE(becomesTrue([&] { return subDelegate.count("cancelled") == 1; }, "the sub-menu is cancelled"));
-  EXPECT_EQ(delegate.count("cancelled"), 0);
-  sub->orderOut();
-  session().input().typeKey(XK_Escape);
-  ASSERT_TRUE(becomesTrue([&] { return delegate.count("cancelled") == 1; }, "the menu is cancelled"));
-  EXPECT_EQ(subDelegate.count("cancelled"), 1);
 }
 
 TEST_F(MenuSurfaceOnDisplay, EscapeBelongsToThePrograms) {
@@ -326,13 +284,6 @@ TEST_F(MenuSurfaceOnDisplay, BeingCoveredAndUncoveredPaintsNothing) {
         return session().screen().pixel({500, 435}) != covered;
       },
       "the disc is whole again"));
-  EXPECT_TRUE(delegate.painted.empty());
-}
-
-TEST_F(MenuSurfaceOnDisplay, NothingIsPaintedWhileHidden) {
-  const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
-  surface->needsDisplay({0, 0, 400, 400});
-  settle();
   EXPECT_TRUE(delegate.painted.empty());
 }
 

@@ -266,20 +266,6 @@ TEST_F(X11EventTapsTest, ATapThatIsGoneListensNoMore) {
   EXPECT_EQ(m_events, 0);
 }
 
-TEST_F(X11EventTapsTest, ATapMayBeDisabledFromItsOwnCallback) {
-  int releases = 0;
-  std::unique_ptr<EventTap> tap;
-  tap = m_taps->makeMouseUpTap([&] {
-    ++releases;
-    tap->setEnabled(false);
-  });
-  setEnabled(*tap, true);
-  driver().click(kPrimary);
-  driver().click(kPrimary);
-  m_taps->drain();
-  EXPECT_EQ(releases, 1);
-}
-
 TEST_F(X11EventTapsTest, ListeningIsAllowedAndAnUnreadableTouchpadIsNotTrusted) {
   EXPECT_TRUE(m_taps->isTrusted());
   EXPECT_FALSE(m_taps->unreadableTouchpad());

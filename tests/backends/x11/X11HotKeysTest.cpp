@@ -54,16 +54,6 @@ protected:
   Numbers m_pressed;
 };
 
-TEST_F(X11HotKeysTest, APressIsToldWithItsIdentityFromTheMainLoop) {
-  HotKeyIdentity told;
-  m_handler.reset();
-  m_handler = m_hotKeys->installHandler([&](HotKeyIdentity identity) { told = identity; });
-  const auto hotKey = registerSpace(kOption, 7);
-  ASSERT_TRUE(hotKey);
-  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
-  EXPECT_TRUE(iterateUntil([&] { return told == HotKeyIdentity{0x4D415353, 7}; }));
-}
-
 TEST_F(X11HotKeysTest, EveryModifierIsItsOwnKey) {
   const auto command = registerSpace(kCommand, 1);
   const auto option = registerSpace(kOption, 2);
@@ -159,24 +149,11 @@ TEST_F(X11HotKeysTest, OneRefusedLockVariantUndoesTheOthers) {
   EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1 | XCB_MOD_MASK_2));
 }
 
-TEST_F(X11HotKeysTest, AskingWhetherACombinationIsTakenKeepsNothing) {
-  EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(kSpace, kOption));
-  settle();
-  EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1));
-}
-
 TEST_F(X11HotKeysTest, ACombinationThatADesktopHoldsByTheInputExtensionIsTakenToo) {
   ASSERT_TRUE(driver().grabKeyByExtension(KEY_SPACE, XCB_MOD_MASK_1));
   EXPECT_TRUE(m_hotKeys->isTakenByAnotherProgram(kSpace, kOption));
   EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(kSpace, kControl));
   EXPECT_TRUE(driver().grabKeyByExtension(KEY_SPACE, XCB_MOD_MASK_CONTROL)) << "asking has kept it";
-}
-
-TEST_F(X11HotKeysTest, OurOwnCombinationIsNotAnotherProgramsAndStaysWhenAskedAbout) {
-  const auto hotKey = registerSpace(kOption, 1);
-  EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(kSpace, kOption));
-  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
-  EXPECT_TRUE(iterateUntil([&] { return m_pressed == Numbers({1}); }));
 }
 
 TEST_F(X11HotKeysTest, ReplacingARegistrationByTheSameCombinationKeepsIt) {
@@ -193,32 +170,6 @@ TEST_F(X11HotKeysTest, AKeyThatNoKeyboardHasIsRefusedAndLogged) {
   EXPECT_TRUE(hasLogged("virtual key code 52"));
   EXPECT_FALSE(m_hotKeys->registerHotKey(0x7FFFFFFFFFFFFFFF, kOption, {0, 1}));
   EXPECT_FALSE(m_hotKeys->isTakenByAnotherProgram(52, kOption));
-}
-
-TEST_F(X11HotKeysTest, OnlyOneHandlerIsInstalledAtATime) {
-  EXPECT_FALSE(m_hotKeys->installHandler([](HotKeyIdentity) {}));
-  EXPECT_FALSE(log().empty());
-  m_handler.reset();
-  const auto hotKey = registerSpace(kOption, 1);
-  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
-  settle();
-  EXPECT_EQ(m_pressed, Numbers());
-  EXPECT_TRUE(m_hotKeys->installHandler([](HotKeyIdentity) {}));
-}
-
-TEST_F(X11HotKeysTest, AHandlerMayEndItsOwnHotKeyAndAnother) {
-  Registration one, other;
-  m_handler.reset();
-  m_handler = m_hotKeys->installHandler([&](HotKeyIdentity identity) {
-    m_pressed.push_back(identity.number);
-    one.reset();
-    other.reset();
-  });
-  one = registerSpace(kOption, 1);
-  other = registerSpace(kOption, 2);
-  driver().tapKeys({KEY_LEFTALT, KEY_SPACE});
-  settle();
-  EXPECT_EQ(m_pressed, Numbers({1}));
 }
 
 TEST_F(X11HotKeysTest, AnotherLayoutKeepsTheKeysWhereTheyAre) {

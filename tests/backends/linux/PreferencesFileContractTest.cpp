@@ -1,0 +1,64 @@
+#include "backends/linux/PreferencesFile.h"
+
+#include "DesktopSandbox.h"
+#include "LogLines.h"
+#include "Waiting.h"
+#include "contracts/PreferencesStoreContract.h"
+#include "doubles/ManualRunLoop.h"
+#include "foundation/PropertyListCoder.h"
+
+#include <filesystem>
+#include <memory>
+
+namespace orbel::contracts {
+namespace {
+
+class PreferencesFileSubject {
+public:
+  static constexpr const char* kName = "PreferencesFile";
+
+  PreferencesStore& store() {
+    if (!m_store) m_store = std::make_unique<PreferencesFile>(m_file, m_loop);
+    return *m_store;
+  }
+  void changeFromOutside(const PropertyList::Dictionary& values) {
+    // What the watch tells of the store's own saves comes first.
+    runReadySources();
+    m_loop.advance(1);
+    const auto bytes = PropertyListCoder::write(values, PropertyListCoder::Format::xml);
+    DesktopSandbox::write(m_file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
+    EXPECT_TRUE(waitUntil([this] { return m_loop.pendingDelays() > 0; })) << "the watch tells nothing";
+    m_loop.advance(PreferencesFile::kSettleDelay);
+  }
+  void letAMomentPass() { m_loop.advance(PreferencesFile::kSaveDelay); }
+  PropertyList::Dictionary saved() const { return decoded(m_file); }
+  std::optional<PropertyList::Dictionary> datedCopy() const {
+    std::optional<PropertyList::Dictionary> newest;
+    for (const auto& name : DesktopSandbox::list(m_folder))
+      if (name.starts_with("preferences-")) newest = decoded(m_folder + "/" + name);
+    return newest;
+  }
+  // A plain file where the folder should be.
+  void setDiskFails(bool fails) {
+    std::filesystem::remove_all(m_folder);
+    if (fails) DesktopSandbox::write(m_folder, "in the way");
+  }
+
+private:
+  static PropertyList::Dictionary decoded(const std::string& file) {
+    const auto result = PropertyListCoder::read(DesktopSandbox::bytes(DesktopSandbox::read(file)));
+    const auto* value = std::get_if<PropertyList>(&result);
+    return value && value->dictionary() ? *value->dictionary() : PropertyList::Dictionary{};
+  }
+
+  const std::string m_folder = DesktopSandbox::shared().makeFolder() + "/orbelmenu";
+  const std::string m_file = m_folder + "/preferences.plist";
+  LogLines m_log;
+  ManualRunLoop m_loop;
+  std::unique_ptr<PreferencesFile> m_store;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, PreferencesStoreContract, PreferencesFileSubject, SubjectNames);
+
+} // namespace
+} // namespace orbel::contracts

@@ -1,0 +1,131 @@
+// The contracts of what the toolkit gives without a display: text, drawing, menus and dialogs.
+#include "backends/qt/QtContextMenus.h"
+#include "backends/qt/QtDialogs.h"
+#include "backends/qt/QtGraphics.h"
+#include "backends/qt/QtTextServices.h"
+#include "backends/qt/TestDisplay.h"
+#include "backends/qt/TestPictures.h"
+#include "contracts/ContextMenusContract.h"
+#include "contracts/DialogsContract.h"
+#include "contracts/GraphicsContract.h"
+#include "contracts/TextServicesContract.h"
+#include "harness/TemporaryDirectory.h"
+
+#include <QApplication>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QTest>
+
+namespace orbel::contracts {
+namespace {
+
+class QtTextServicesSubject {
+public:
+  static constexpr const char* kName = "QtTextServices";
+  TextServices& text() { return m_text; }
+
+private:
+  QtTextServices m_text{QLocale("en_US")};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, TextServicesContract, QtTextServicesSubject, SubjectNames);
+
+class QtGraphicsSubject {
+public:
+  static constexpr const char* kName = "QtGraphics";
+  Graphics& graphics() { return m_graphics; }
+
+private:
+  QtGraphics m_graphics;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, GraphicsContract, QtGraphicsSubject, SubjectNames);
+
+class QtContextMenusSubject {
+public:
+  static constexpr const char* kName = "QtContextMenus";
+  ContextMenus& menus() { return m_menus; }
+  static bool isOpen() { return menu() != nullptr; }
+  static std::vector<std::string> titles() {
+    std::vector<std::string> all;
+    for (const QAction* action : menu()->actions())
+      all.push_back(action->isSeparator() ? "-" : action->text().toStdString());
+    return all;
+  }
+  void choose(const std::string& title) {
+    QMenu& shown = *menu();
+    if (const int index = indexOf(shown, title); index >= 0) return click(shown, index);
+    for (QAction* action : shown.actions()) {
+      if (!action->menu() || indexOf(*action->menu(), title) < 0) continue;
+      shown.setActiveAction(action);
+      QTest::keyClick(&shown, Qt::Key_Right);
+      ASSERT_EQ(menu(), action->menu());
+      return click(*action->menu(), indexOf(*action->menu(), title));
+    }
+    FAIL() << "there is no entry " << title;
+  }
+  static void dismiss() { QTest::keyClick(menu(), Qt::Key_Escape); }
+
+private:
+  static QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
+  static int indexOf(const QMenu& shown, const std::string& title) {
+    const auto actions = shown.actions();
+    for (int index = 0; index < actions.size(); ++index)
+      if (actions.at(index)->text().toStdString() == title && !actions.at(index)->menu()) return index;
+    return -1;
+  }
+  static void click(QMenu& shown, int index) {
+    QTest::mouseClick(&shown, Qt::LeftButton, {}, shown.actionGeometry(shown.actions().at(index)).center());
+  }
+  PopUpRegistry m_popUps;
+  QtContextMenus m_menus{m_popUps};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, ContextMenusContract, QtContextMenusSubject, SubjectNames);
+
+class QtDialogsSubject {
+public:
+  static constexpr const char* kName = "QtDialogs";
+  ~QtDialogsSubject() {
+    m_dialogs.reset();
+    EXPECT_TRUE(becomesTrue([] { return shownDialog() == nullptr; }, "all dialogs are closed"));
+  }
+  Dialogs& dialogs() { return *m_dialogs; }
+  static bool isAnyOpen() { return shownDialog() != nullptr; }
+  static void answerPrompt(const std::string& text) {
+    auto* line = shownDialog()->findChild<QLineEdit*>();
+    QTest::keyClicks(line, QString::fromStdString(text));
+    QTest::keyClick(line, Qt::Key_Return);
+  }
+  static void cancelPrompt() { press(Qt::Key_Escape); }
+  static void closeAlert() { press(Qt::Key_Return); }
+  std::string file(const std::string& name) const {
+    writeText(m_folder.path() / name, "x");
+    return (m_folder.path() / name).string();
+  }
+  static bool choose(const std::string& path) {
+    QDialog& panel = *shownDialog();
+    auto* line = panel.findChild<QLineEdit*>();
+    EXPECT_TRUE(becomesTrue([&] { return line->hasFocus(); }, "the line has the keyboard"));
+    line->selectAll();
+    QTest::keyClicks(line, QString::fromStdString(path.substr(path.rfind('/') + 1)));
+    panel.accept(); // as its button does; Return belongs to the line's suggestions first
+    return shownDialog() != &panel;
+  }
+  static void cancelPanel() { press(Qt::Key_Escape); }
+
+private:
+  static QDialog* shownDialog() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
+  static void press(Qt::Key key) { QTest::keyClick(shownDialog(), key); }
+
+  PopUpRegistry m_popUps;
+  QtTextServices m_text{QLocale("en_US")};
+  std::unique_ptr<QtDialogs> m_dialogs = std::make_unique<QtDialogs>(m_popUps, m_text, DialogHooks());
+  desktop::TemporaryDirectory m_folder{"orbel-dialogs"};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, DialogsContract, QtDialogsSubject, SubjectNames);
+
+} // namespace
+} // namespace orbel::contracts

@@ -1,0 +1,39 @@
+#include "backends/qt/surface_WindowSystemFixture.h"
+#include "contracts/WindowSystemContract.h"
+
+#include <X11/keysym.h>
+
+namespace orbel::contracts {
+namespace {
+
+// The fixture of this folder without a test of its own.
+class QtWindowSystemSubject : public WindowSystemFixture {
+public:
+  static constexpr const char* kName = "QtWindowSystemOnDisplay";
+  QtWindowSystemSubject() { SetUp(); }
+  ~QtWindowSystemSubject() override { TearDown(); }
+  void TestBody() override {}
+
+  WindowSystem& windows() { return *system; }
+  static bool waitFor(const std::function<bool()>& condition) {
+    return bool(becomesTrue(condition, "the contract holds"));
+  }
+  using WindowSystemFixture::settle;
+  static void movePointer(Point screenPoint) {
+    session().input().movePointer({static_cast<int>(screenPoint.x),
+                                   desktop::VirtualDisplay::kHeight - static_cast<int>(screenPoint.y)});
+  }
+  static void press(PointerButton button) { session().input().press(harnessButton(button)); }
+  static void release(PointerButton button) { session().input().release(harnessButton(button)); }
+  static void pressEscape() { session().input().typeKey(XK_Escape); }
+
+private:
+  static desktop::PointerButton harnessButton(PointerButton button) {
+    return button == PointerButton::primary ? desktop::PointerButton::left : desktop::PointerButton::right;
+  }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, WindowSystemContract, QtWindowSystemSubject, SubjectNames);
+
+} // namespace
+} // namespace orbel::contracts

@@ -1,0 +1,123 @@
+// The contracts of hot keys, event taps and the keyboard layout, on an X server of the test's own.
+#include "backends/x11/PassiveKeyGrabs.h"
+#include "backends/x11/RawPointer.h"
+#include "backends/x11/X11EventTaps.h"
+#include "backends/x11/X11HotKeys.h"
+#include "backends/x11/X11KeyboardLayout.h"
+#include "contracts/EventTapsContract.h"
+#include "contracts/HotKeysContract.h"
+#include "contracts/KeyboardLayoutContract.h"
+#include "support/X11Test.h"
+
+#include <linux/input-event-codes.h>
+
+#include <utility>
+
+namespace orbel::contracts {
+namespace {
+
+// The fixture of this folder without a test of its own.
+class OwnServer : public test::X11Test {
+public:
+  OwnServer() { SetUp(); }
+  ~OwnServer() override { TearDown(); }
+  void TestBody() override {}
+  using X11Test::connect;
+  using X11Test::driver;
+  using X11Test::run;
+};
+
+class X11HotKeysSubject {
+public:
+  static constexpr const char* kName = "X11HotKeys";
+  HotKeys& hotKeys() { return m_hotKeys; }
+  void typeSpace(std::uint32_t modifiers) {
+    std::vector<std::uint16_t> keys;
+    for (const auto& [bit, key] :
+         {std::pair(256U, KEY_LEFTMETA), {512U, KEY_LEFTSHIFT}, {2048U, KEY_LEFTALT}, {4096U, KEY_LEFTCTRL}})
+      if (modifiers & bit) keys.push_back(static_cast<std::uint16_t>(key));
+    keys.push_back(KEY_SPACE);
+    m_server.driver().tapKeys(keys);
+    settle();
+  }
+  bool otherProgramGrabsSpace(std::uint32_t modifiers) {
+    settle();
+    std::uint16_t mask = 0;
+    for (const auto& [bit, own] : {std::pair(256U, XCB_MOD_MASK_4),
+                                   {512U, XCB_MOD_MASK_SHIFT},
+                                   {2048U, XCB_MOD_MASK_1},
+                                   {4096U, XCB_MOD_MASK_CONTROL}})
+      if (modifiers & bit) mask = static_cast<std::uint16_t>(mask | own);
+    return m_server.driver().grabKey(KEY_SPACE, mask);
+  }
+
+private:
+  void settle() {
+    m_server.driver().sync();
+    m_connection->drain();
+    test::iterateWhatIsPending();
+    m_connection->drain();
+  }
+  OwnServer m_server;
+  std::unique_ptr<Connection> m_connection = m_server.connect();
+  PassiveKeyGrabs m_grabs{*m_connection};
+  X11HotKeys m_hotKeys{m_grabs};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, HotKeysContract, X11HotKeysSubject, SubjectNames);
+
+class X11EventTapsSubject {
+public:
+  static constexpr const char* kName = "X11EventTaps";
+  EventTaps& taps() { return m_taps; }
+  void clickPrimaryButton() { click(kPrimary); }
+  void clickSecondaryButton() { click(kSecondary); }
+  void movePointer() {
+    begin();
+    m_server.driver().moveTo(m_x += 10, 100);
+    m_taps.drain();
+  }
+  void dragPointer() {
+    begin();
+    m_server.driver().pressButton(kPrimary);
+    m_server.driver().moveTo(m_x += 10, 100);
+    m_server.driver().releaseButton(kPrimary);
+    m_taps.drain();
+  }
+
+private:
+  static constexpr std::uint8_t kPrimary = 1, kSecondary = 3;
+  // What has been enabled is known to the server.
+  void begin() { m_taps.drain(); }
+  void click(std::uint8_t button) {
+    begin();
+    m_server.driver().click(button);
+    m_taps.drain();
+  }
+  OwnServer m_server;
+  std::unique_ptr<Connection> m_connection = m_server.connect();
+  RawPointer m_pointer{*m_connection};
+  X11EventTaps m_taps{m_pointer};
+  int m_x = 100;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, EventTapsContract, X11EventTapsSubject, SubjectNames);
+
+class X11KeyboardLayoutSubject {
+public:
+  static constexpr const char* kName = "X11KeyboardLayout";
+  X11KeyboardLayoutSubject() { m_server.run({"setxkbmap", "us"}); }
+  KeyboardLayout& layout() { return m_layout; }
+  void switchToGerman() { m_server.run({"setxkbmap", "de"}); }
+  void holdShift() { m_server.driver().pressKey(KEY_LEFTSHIFT); }
+
+private:
+  OwnServer m_server;
+  std::unique_ptr<Connection> m_connection = m_server.connect();
+  X11KeyboardLayout m_layout{*m_connection};
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Backend, KeyboardLayoutContract, X11KeyboardLayoutSubject, SubjectNames);
+
+} // namespace
+} // namespace orbel::contracts

@@ -1,0 +1,58 @@
+// The contracts of hot keys, event taps and the keyboard layout, for their doubles.
+#include "contracts/EventTapsContract.h"
+#include "contracts/HotKeysContract.h"
+#include "contracts/KeyboardLayoutContract.h"
+#include "doubles/FakeSystemServices.h"
+
+namespace orbel::contracts {
+namespace {
+
+class FakeHotKeysSubject {
+public:
+  static constexpr const char* kName = "FakeHotKeys";
+  HotKeys& hotKeys() { return m_hotKeys; }
+  void typeSpace(std::uint32_t modifiers) { m_hotKeys.press(kSpace, modifiers); }
+  bool otherProgramGrabsSpace(std::uint32_t modifiers) {
+    for (const auto& entry : m_hotKeys.registered())
+      if (entry.keyCode == kSpace && entry.modifiers == modifiers) return false;
+    return m_hotKeys.takenByOthers.insert({kSpace, modifiers}).second;
+  }
+
+private:
+  static constexpr std::uint64_t kSpace = 49;
+  FakeHotKeys m_hotKeys;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Double, HotKeysContract, FakeHotKeysSubject, SubjectNames);
+
+class FakeEventTapsSubject {
+public:
+  static constexpr const char* kName = "FakeEventTaps";
+  EventTaps& taps() { return m_taps; }
+  void clickPrimaryButton() { m_taps.mouseUp(); }
+  void clickSecondaryButton() {} // no tap of the double hears of it
+  void movePointer() { m_taps.mouseMoved(); }
+  void dragPointer() { m_taps.mouseUp(); } // at its end
+
+private:
+  FakeEventTaps m_taps;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Double, EventTapsContract, FakeEventTapsSubject, SubjectNames);
+
+class FakeKeyboardLayoutSubject {
+public:
+  static constexpr const char* kName = "FakeKeyboardLayout";
+  FakeKeyboardLayoutSubject() { m_layout.texts = {{1, "s"}, {6, "z"}, {18, "1"}, {50, "`"}}; }
+  KeyboardLayout& layout() { return m_layout; }
+  void switchToGerman() { m_layout.texts = {{1, "s"}, {6, "y"}, {18, "1"}, {50, "^"}}; }
+  void holdShift() {} // the double knows of no modifiers
+
+private:
+  FakeKeyboardLayout m_layout;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Double, KeyboardLayoutContract, FakeKeyboardLayoutSubject, SubjectNames);
+
+} // namespace
+} // namespace orbel::contracts

@@ -1,0 +1,24 @@
+#include "contracts/PreferencesStoreContract.h"
+#include "doubles/FakePreferences.h"
+
+namespace orbel::contracts {
+namespace {
+
+class FakePreferencesSubject {
+public:
+  static constexpr const char* kName = "FakePreferences";
+  PreferencesStore& store() { return m_store; }
+  void changeFromOutside(PropertyList::Dictionary values) { m_store.changeFromOutside(std::move(values)); }
+  void letAMomentPass() { m_store.save(); }
+  PropertyList::Dictionary saved() const { return m_store.saved; }
+  std::optional<PropertyList::Dictionary> datedCopy() const { return m_store.datedCopy; }
+  void setDiskFails(bool fails) { m_store.savingFails = fails; }
+
+private:
+  FakePreferences m_store;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Double, PreferencesStoreContract, FakePreferencesSubject, SubjectNames);
+
+} // namespace
+} // namespace orbel::contracts

@@ -1,0 +1,67 @@
+// The contracts of what a toolkit gives, apart from windows, for the doubles.
+#include "contracts/ContextMenusContract.h"
+#include "contracts/DialogsContract.h"
+#include "contracts/GraphicsContract.h"
+#include "contracts/TextServicesContract.h"
+#include "doubles/FakeSystemServices.h"
+
+namespace orbel::contracts {
+namespace {
+
+class FakeTextServicesSubject {
+public:
+  static constexpr const char* kName = "FakeTextServices";
+  TextServices& text() { return m_text; }
+
+private:
+  FakeTextServices m_text;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Double, TextServicesContract, FakeTextServicesSubject, SubjectNames);
+
+class FakeGraphicsSubject {
+public:
+  static constexpr const char* kName = "FakeGraphics";
+  Graphics& graphics() { return m_graphics; }
+
+private:
+  FakeGraphics m_graphics;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Double, GraphicsContract, FakeGraphicsSubject, SubjectNames);
+
+class FakeContextMenusSubject {
+public:
+  static constexpr const char* kName = "FakeContextMenus";
+  ContextMenus& menus() { return m_menus; }
+  bool isOpen() const { return m_menus.isOpen; }
+  std::vector<std::string> titles() const { return m_menus.visibleTitles(); }
+  void choose(const std::string& title) { EXPECT_TRUE(m_menus.choose(title)); }
+  void dismiss() { m_menus.close(); }
+
+private:
+  FakeContextMenus m_menus;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Double, ContextMenusContract, FakeContextMenusSubject, SubjectNames);
+
+class FakeDialogsSubject {
+public:
+  static constexpr const char* kName = "FakeDialogs";
+  Dialogs& dialogs() { return m_dialogs; }
+  bool isAnyOpen() const { return m_dialogs.prompt || m_dialogs.alert || m_dialogs.panel; }
+  void answerPrompt(const std::string& text) { m_dialogs.answerPrompt(text); }
+  void cancelPrompt() { m_dialogs.answerPrompt(std::nullopt); }
+  void closeAlert() { m_dialogs.closeAlert(); }
+  static std::string file(const std::string& name) { return "/files/" + name; }
+  bool choose(const std::string& path) { return m_dialogs.answerPanel(path); }
+  void cancelPanel() { m_dialogs.answerPanel(std::nullopt); }
+
+private:
+  FakeDialogs m_dialogs;
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(Double, DialogsContract, FakeDialogsSubject, SubjectNames);
+
+} // namespace
+} // namespace orbel::contracts

@@ -4,6 +4,7 @@
 #include "backends/qt/DisplayServer.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/RootSnapshot.h"
+#include "backends/x11/SharedPixels.h"
 
 #include <algorithm>
 #include <array>
@@ -26,7 +27,9 @@ void ScreenFrost::take(double scale) {
   release();
   Connection& connection = m_display.connection();
   const DeviceRect screen{0, 0, connection.screen().width_in_pixels, connection.screen().height_in_pixels};
-  RootSnapshot snapshot(connection);
+  // Not the menus', which would keep memory for a whole screen from then on.
+  SharedPixelsStore memory(connection);
+  RootSnapshot snapshot(connection, memory);
   if (!snapshot.capture(screen)) return;
   const int side = std::clamp(static_cast<int>(std::lround(kCellPoints * scale)), 1, 64);
   CellPicture cells(snapshot.pixels(), screen.width, screen.height, side);

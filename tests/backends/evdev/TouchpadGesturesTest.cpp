@@ -39,9 +39,9 @@ protected:
     m_tap = std::make_unique<TouchpadTap>(TouchHandlers{[this](const std::vector<Touch>& touches) {
                                                           ++m_frames;
                                                           m_fingers = touches.size();
-                                                          m_platform.eventTaps.touch.touchesChanged(touches);
+                                                          m_platform.eventTaps.touchesChanged(touches);
                                                         },
-                                                        [this] { m_platform.eventTaps.touch.magnified(); }});
+                                                        [this] { m_platform.eventTaps.magnified(); }});
     m_tap->setEnabled(true);
     // A finger that moved the pointer a moment ago.
     putDown(1, 0);

@@ -22,6 +22,7 @@
 #include "backends/x11/ClickWatch.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/PassiveKeyGrabs.h"
+#include "backends/x11/PinchGestures.h"
 #include "backends/x11/RawPointer.h"
 #include "backends/x11/SystemTrayWatch.h"
 #include "backends/x11/X11EventTaps.h"
@@ -111,13 +112,15 @@ private:
   ClickWatch m_clicks{*m_connection, m_rawPointer};
   X11HotKeys m_hotKeys{m_keyGrabs};
   X11KeyboardLayout m_keyboardLayout{*m_connection};
-  X11EventTaps m_eventTaps{m_rawPointer, TouchSource{
-                                             .makeTap =
-                                                 [](TouchHandlers handlers) {
-                                                   return std::make_unique<TouchpadTap>(std::move(handlers));
-                                                 },
-                                             .unreadableTouchpad = TouchpadAccess::unreadable,
-                                         }};
+  PinchGestures m_pinches{*m_connection};
+  X11EventTaps m_eventTaps{
+      m_rawPointer,
+      TouchSource{
+          .makeTap =
+              [](TouchHandlers handlers) { return std::make_unique<TouchpadTap>(std::move(handlers)); },
+          .unreadableTouchpad = TouchpadAccess::unreadable,
+      },
+      &m_pinches};
   X11TopLevelWindows m_topLevelWindows{*m_connection, m_clicks};
   QtIconLoader m_icons;
   LinuxWorkspace m_workspace;

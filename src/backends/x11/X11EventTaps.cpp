@@ -2,6 +2,7 @@
 
 #include "backends/x11/MouseMovedTap.h"
 #include "backends/x11/MouseUpTap.h"
+#include "backends/x11/PinchAwareTouchTap.h"
 #include "backends/x11/RawPointer.h"
 #include "foundation/Log.h"
 
@@ -25,8 +26,8 @@ private:
 
 } // namespace
 
-X11EventTaps::X11EventTaps(RawPointer& pointer, TouchSource touches)
-    : m_pointer(pointer), m_touches(std::move(touches)) {}
+X11EventTaps::X11EventTaps(RawPointer& pointer, TouchSource touches, PinchGestures* pinches)
+    : m_pointer(pointer), m_touches(std::move(touches)), m_pinches(pinches) {}
 
 std::unique_ptr<EventTap> X11EventTaps::makeMouseUpTap(std::function<void()> mouseUp) {
   return std::make_unique<MouseUpTap>(m_pointer, std::move(mouseUp));
@@ -37,8 +38,9 @@ std::unique_ptr<EventTap> X11EventTaps::makeMouseMovedTap(std::function<void()> 
 }
 
 std::unique_ptr<EventTap> X11EventTaps::makeTouchTap(TouchHandlers handlers) {
-  if (m_touches.makeTap) return m_touches.makeTap(std::move(handlers));
-  return std::make_unique<MissingTouchTap>();
+  if (!m_touches.makeTap) return std::make_unique<MissingTouchTap>();
+  if (!m_pinches) return m_touches.makeTap(std::move(handlers));
+  return std::make_unique<PinchAwareTouchTap>(*m_pinches, m_touches.makeTap, std::move(handlers));
 }
 
 bool X11EventTaps::isTrusted() {

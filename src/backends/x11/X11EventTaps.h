@@ -1,11 +1,12 @@
 // The event taps of an X11 desktop: the pointer's from raw input events, touches from a source that main
-// gives, since the X server keeps resting fingers to itself.
+// gives, since the X server keeps resting fingers to itself, pinches from both.
 #pragma once
 
 #include "platform/EventTaps.h"
 
 namespace orbel {
 
+class PinchGestures;
 class RawPointer;
 
 // Where touches come from. Either block may be empty.
@@ -16,7 +17,8 @@ struct TouchSource {
 
 class X11EventTaps : public EventTaps {
 public:
-  explicit X11EventTaps(RawPointer& pointer, TouchSource touches = {});
+  // `pinches` may be empty: then only those that the source finds are told.
+  explicit X11EventTaps(RawPointer& pointer, TouchSource touches = {}, PinchGestures* pinches = nullptr);
 
   std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> mouseUp) override;
   std::unique_ptr<EventTap> makeMouseMovedTap(std::function<void()> mouseMoved) override;
@@ -32,6 +34,7 @@ public:
 private:
   RawPointer& m_pointer;
   TouchSource m_touches;
+  PinchGestures* m_pinches;
 };
 
 } // namespace orbel

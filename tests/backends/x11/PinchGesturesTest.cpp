@@ -1,0 +1,158 @@
+// The X server's own pinches, end to end, and what the touch tap makes of them.
+#include "backends/x11/PinchGestures.h"
+
+#include "backends/x11/Connection.h"
+#include "backends/x11/RawPointer.h"
+#include "backends/x11/X11EventTaps.h"
+#include "foundation/Log.h"
+#include "support/MainLoop.h"
+#include "support/PinchServer.h"
+
+#include <gtest/gtest.h>
+#include <string>
+#include <vector>
+
+namespace orbel::test {
+namespace {
+
+using Phases = std::vector<PinchPhase>;
+
+class PinchGesturesTest : public testing::Test {
+protected:
+  void SetUp() override {
+    m_earlierSink =
+        Log::setSink([this](Log::Severity, const std::string& message) { m_log.push_back(message); });
+    if (m_server.display().empty()) GTEST_SKIP() << m_server.problem();
+    m_connection = Connection::open(m_server.display());
+    ASSERT_TRUE(m_connection);
+    m_pinches = std::make_unique<PinchGestures>(*m_connection);
+    ASSERT_TRUE(m_pinches->isAvailable());
+  }
+  void TearDown() override {
+    m_pinches.reset();
+    m_connection.reset();
+    Log::setSink(m_earlierSink);
+  }
+
+  void pinchOnce() {
+    m_server.beginPinch();
+    m_server.pinch(1.3);
+    m_server.endPinch(1.3);
+  }
+
+  PinchServer m_server;
+  std::unique_ptr<Connection> m_connection;
+  std::unique_ptr<PinchGestures> m_pinches;
+  std::vector<std::string> m_log;
+  Log::Sink m_earlierSink;
+};
+
+// Touches that the test makes.
+struct TestTouches {
+  TouchHandlers handlers;
+  bool isEnabled = false;
+
+  class Tap : public EventTap {
+  public:
+    explicit Tap(TestTouches& touches) : m_touches(touches) {}
+    void setEnabled(bool enabled) override { m_touches.isEnabled = enabled; }
+    bool isEnabled() const override { return m_touches.isEnabled; }
+
+  private:
+    TestTouches& m_touches;
+  };
+};
+
+TEST_F(PinchGesturesTest, APinchIsToldFromItsBeginToItsEnd) {
+  Phases phases;
+  const auto observation = m_pinches->observe([&](PinchPhase phase) { phases.push_back(phase); });
+  pinchOnce();
+  EXPECT_TRUE(iterateUntil([&] { return phases.size() == 3; }));
+  EXPECT_EQ(phases, (Phases{PinchPhase::began, PinchPhase::changed, PinchPhase::ended}));
+}
+
+TEST_F(PinchGesturesTest, NothingComesFromTheServerWhileNobodyObserves) {
+  int events = 0;
+  const auto counting = m_connection->observeEvents([&](const xcb_generic_event_t&) { ++events; });
+  pinchOnce();
+  m_connection->drain();
+  EXPECT_EQ(events, 0);
+  auto observation = m_pinches->observe([](PinchPhase) {});
+  pinchOnce();
+  m_connection->drain();
+  EXPECT_EQ(events, 3);
+  observation.reset();
+  m_connection->drain();
+  pinchOnce();
+  m_connection->drain();
+  EXPECT_EQ(events, 3);
+}
+
+TEST_F(PinchGesturesTest, AnotherProgramThatListensAlreadyKeepsThePinches) {
+  const auto otherConnection = Connection::open(m_server.display());
+  PinchGestures others(*otherConnection);
+  int ofOthers = 0;
+  const auto first = others.observe([&](PinchPhase) { ++ofOthers; });
+  int ours = 0;
+  const auto second = m_pinches->observe([&](PinchPhase) { ++ours; });
+  ASSERT_EQ(m_log.size(), 1U);
+  EXPECT_NE(m_log[0].find("another program listens"), std::string::npos);
+  pinchOnce();
+  EXPECT_TRUE(iterateUntil([&] { return ofOthers == 3; }));
+  m_connection->drain();
+  EXPECT_EQ(ours, 0);
+}
+
+TEST_F(PinchGesturesTest, WhileAPinchLastsEveryReportOfTouchesIsFollowedByOneOfAPinch) {
+  RawPointer pointer(*m_connection);
+  TestTouches touches;
+  const auto makeTap = [&](TouchHandlers handlers) -> std::unique_ptr<EventTap> {
+    touches.handlers = std::move(handlers);
+    return std::make_unique<TestTouches::Tap>(touches);
+  };
+  X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
+  std::string told;
+  const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { told += 't'; }, [&] { told += 'p'; }});
+  const std::vector<Touch> fingers = {{1, {0.4, 0.5}}, {2, {0.6, 0.5}}};
+
+  pinchOnce();
+  m_connection->drain();
+  EXPECT_EQ(told, "") << "the tap is disabled";
+  tap->setEnabled(true);
+  EXPECT_TRUE(touches.isEnabled);
+  touches.handlers.touchesChanged(fingers);
+  EXPECT_EQ(told, "t");
+  m_server.beginPinch();
+  EXPECT_TRUE(iterateUntil([&] { return told == "tp"; }));
+  touches.handlers.touchesChanged(fingers);
+  EXPECT_EQ(told, "tptp");
+  m_server.endPinch(1.2);
+  EXPECT_TRUE(iterateUntil([&] { return told == "tptpp"; }));
+  touches.handlers.touchesChanged(fingers);
+  EXPECT_EQ(told, "tptppt");
+  touches.handlers.magnified();
+  EXPECT_EQ(told, "tptpptp") << "the source's own pinches are told, too";
+  tap->setEnabled(false);
+  EXPECT_FALSE(touches.isEnabled);
+}
+
+TEST_F(PinchGesturesTest, TheEndOfAPinchIsNotWaitedForWhenAllFingersAreLifted) {
+  RawPointer pointer(*m_connection);
+  TestTouches touches;
+  const auto makeTap = [&](TouchHandlers handlers) -> std::unique_ptr<EventTap> {
+    touches.handlers = std::move(handlers);
+    return std::make_unique<TestTouches::Tap>(touches);
+  };
+  X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
+  std::string told;
+  const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { told += 't'; }, [&] { told += 'p'; }});
+  tap->setEnabled(true);
+  m_server.beginPinch();
+  EXPECT_TRUE(iterateUntil([&] { return told == "p"; }));
+  touches.handlers.touchesChanged({});
+  touches.handlers.touchesChanged({{3, {0.5, 0.5}}});
+  EXPECT_EQ(told, "ptt");
+}
+
+} // namespace
+} // namespace orbel::test

@@ -13,6 +13,7 @@
 #include "backends/qt/QtWindowSystem.h"
 #include "backends/qt/SingleInstance.h"
 #include "backends/qt/settings/QtSettingsForms.h"
+#include "backends/qt/video/QtVideoPlayers.h"
 #include "backends/x11/ClickWatch.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/PassiveKeyGrabs.h"
@@ -57,16 +58,6 @@ std::string preferencesPath() {
 class NoKeyRecorder : public KeyRecorder {
 public:
   Registration record(Handlers) override { return {}; }
-};
-
-// Nothing plays videos on this desktop yet.
-class NoVideoPlayers : public VideoPlayers {
-public:
-  std::unique_ptr<VideoPlayer> load(const std::string& resource, const std::string&,
-                                    VideoPlayerHandlers) override {
-    Log::warning("the video " + resource + " cannot be played");
-    return nullptr;
-  }
 };
 
 // Everything of the desktop, in the order in which it depends on each other.
@@ -128,7 +119,7 @@ private:
       .runLoop = m_runLoop,
       .activate = [this](WId window) { m_topLevelWindows.activate(window); },
   }};
-  NoVideoPlayers m_videoPlayers;
+  QtVideoPlayers m_videoPlayers{QtVideoPlayers::findProgram()};
   Platform m_platform{m_runLoop, m_workspace,   m_preferences,    m_windows,     m_graphics,
                       m_text,    m_hotKeys,     m_keyboardLayout, m_eventTaps,   m_contextMenus,
                       m_dialogs, m_keyRecorder, m_settingsForms,  m_videoPlayers};

@@ -158,6 +158,11 @@ TEST_P(RecorderLayoutTest, ACombinationOfAnotherProgramShowsTheAlertAndRecording
   ASSERT_TRUE(waitForOwnWindows(2));
   ASSERT_TRUE(
       waitFor([&] { return m_windows.focusWindow() == ownWindows().back(); }, "the alert has the keys"));
+  const ScreenRect alert = m_windows.geometry(ownWindows().back()).value();
+  const auto isDrawn = [&] {
+    return m_session.screen().capture(alert).count([](const Rgb& c) { return c == Rgb{}; }) > 0;
+  };
+  EXPECT_TRUE(waitFor(isDrawn, "the alert is drawn"));
   savePicture(std::string("taken-") + GetParam());
   EXPECT_EQ(other.pressCount(), 0) << "the other program's combination acted";
   m_input.typeKey(XK_Return);

@@ -153,13 +153,15 @@ private:
   int loop(bool readsCommands) {
     const xcb_atom_t closeRequest = atom("WM_DELETE_WINDOW");
     while (!m_windows.empty() || readsCommands) {
-      pollfd sources[] = {{xcb_get_file_descriptor(m_connection), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}};
-      xcb_flush(m_connection);
-      poll(sources, readsCommands ? 2 : 1, -1);
+      // First what has come along with earlier answers: the descriptor does not tell of it any more.
       while (auto* event = xcb_poll_for_event(m_connection)) {
         handle(*event, closeRequest);
         std::free(event);
       }
+      if (m_windows.empty() && !readsCommands) break;
+      pollfd sources[] = {{xcb_get_file_descriptor(m_connection), POLLIN, 0}, {STDIN_FILENO, POLLIN, 0}};
+      xcb_flush(m_connection);
+      poll(sources, readsCommands ? 2 : 1, -1);
       if (xcb_connection_has_error(m_connection)) return EXIT_FAILURE;
       if (readsCommands && sources[1].revents != 0 && !obey()) return EXIT_SUCCESS;
     }

@@ -244,7 +244,7 @@ void SettingsWindowController::helpClicked() {
   const auto self = weak_from_this();
   m_playerView = std::make_shared<BezelView>(Rect({}, kHelpVideoSize));
   // What is seen until the first frame comes, and where none ever does.
-  m_playerView->setImage(Platform::current().workspace.imageNamed(kHelpVideo));
+  m_playerView->setImage(Platform::current().videoPlayers.still(kHelpVideo, kHelpVideoSize));
   m_threeFingerRestPlayer = Platform::current().videoPlayers.load(
       kHelpVideo, kHelpVideoExtension,
       {.frameReady =

@@ -2,6 +2,7 @@
 // watched and let go after. Used by the settings window's help. Main thread only.
 #pragma once
 
+#include "foundation/Geometry.h"
 #include "scene/Image.h"
 
 #include <functional>
@@ -27,6 +28,9 @@ struct VideoPlayerHandlers {
 class VideoPlayers {
 public:
   virtual ~VideoPlayers() = default;
+  // A picture of that size that stands in for the video where no frame of it is there; empty when there is
+  // none.
+  virtual ImagePointer still(const std::string& resource, Size size) = 0;
   // The resource of that name and extension, at its start and not playing. Empty when it cannot be played
   // (logged); where that shows only later it is logged then, and no frame ever comes.
   virtual std::unique_ptr<VideoPlayer> load(const std::string& resource, const std::string& extension,

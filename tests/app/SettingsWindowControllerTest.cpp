@@ -339,26 +339,28 @@ TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLetGoWhenItsPopoverCloses) {
 }
 
 TEST_F(SettingsWindowControllerTest, FramesOfTheHelpVideoReplaceTheStillPicture) {
-  platform.workspace.namedImages.insert("ThreeFingerRest");
   shown().delegate.helpClicked();
   const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
   const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);
   ASSERT_NE(view, nullptr);
-  EXPECT_NE(view->image(), nullptr);
+  ASSERT_NE(view->image(), nullptr);
+  EXPECT_EQ(view->image(), platform.videoPlayers.lastStill);
+  EXPECT_EQ(view->image()->size(), Size(282, 360));
   const auto frame = Image::withBitmap({2, 2}, Bitmap(2, 2));
   platform.videoPlayers.handlers.frameReady(frame);
   EXPECT_EQ(view->image(), frame);
 }
 
 TEST_F(SettingsWindowControllerTest, WithoutAPlayerTheHelpIsAStillPicture) {
-  platform.workspace.namedImages.insert("ThreeFingerRest");
   platform.videoPlayers.loadSucceeds = false;
   shown().delegate.helpClicked();
   const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
   EXPECT_TRUE(popover.isShown());
   const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);
   ASSERT_NE(view, nullptr);
-  EXPECT_NE(view->image(), nullptr);
+  ASSERT_NE(view->image(), nullptr);
+  EXPECT_EQ(view->image(), platform.videoPlayers.lastStill);
+  EXPECT_EQ(view->image()->size(), Size(282, 360));
   EXPECT_EQ(controller->threeFingerRestPlayer(), nullptr);
 }
 

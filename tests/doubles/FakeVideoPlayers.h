@@ -12,6 +12,10 @@ namespace orbel {
 
 class FakeVideoPlayers : public VideoPlayers {
 public:
+  ImagePointer still(const std::string&, Size size) override {
+    lastStill = Image::withBitmap(size, Bitmap(2, 2));
+    return lastStill;
+  }
   std::unique_ptr<VideoPlayer> load(const std::string& resource, const std::string& extension,
                                     VideoPlayerHandlers newHandlers) override {
     loaded.push_back(resource + "." + extension);
@@ -21,6 +25,7 @@ public:
   }
 
   bool loadSucceeds = true;
+  ImagePointer lastStill;
   std::vector<std::string> loaded;
   VideoPlayerHandlers handlers; // of the newest player
   int alive = 0;

@@ -25,6 +25,7 @@ PopoverWidget::PopoverWidget(DisplayServer* display, RunLoop& runLoop, QWidget* 
     : QWidget(parent, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint), m_display(display),
       m_runLoop(runLoop) {
   setAttribute(Qt::WA_TranslucentBackground);
+  setAttribute(Qt::WA_WindowPropagation); // the colours of the window it belongs to
   // The click that closes it is not for the control beneath, which would open it again.
   setAttribute(Qt::WA_NoMouseReplay);
   auto* grid = new QGridLayout(this);
@@ -67,7 +68,8 @@ void PopoverWidget::showBeside(const QWidget& control) {
     clearMask();
   }
   show();
-  if (!m_hosts.empty()) m_hosts.front()->setFocus(Qt::PopupFocusReason);
+  if (!m_hosts.empty() && m_hosts.front()->focusPolicy() != Qt::NoFocus)
+    m_hosts.front()->setFocus(Qt::PopupFocusReason);
 }
 
 QRectF PopoverWidget::body() const {

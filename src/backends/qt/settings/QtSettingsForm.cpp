@@ -40,6 +40,7 @@ QtSettingsForm::QtSettingsForm(const SettingsFormEnvironment& environment, Setti
   widget().setWindowTitle(localized("Orbel Menu Settings"));
   build(contents);
   addKeys();
+  m_window.widget().setDidHide([this] { closePopovers(); });
   widget().adjustSize();
 }
 
@@ -199,6 +200,12 @@ void QtSettingsForm::addKeys() {
   add(Qt::META | Qt::Key_W, close);
   add(Qt::CTRL | Qt::Key_Q, quit);
   add(Qt::META | Qt::Key_Q, quit);
+}
+
+void QtSettingsForm::closePopovers() {
+  for (QObject* child : QObjectList(widget().children())) {
+    if (auto* popover = dynamic_cast<PopoverWidget*>(child)) popover->hide();
+  }
 }
 
 void QtSettingsForm::setTabOrder(const std::vector<QWidget*>& order) {

@@ -57,6 +57,7 @@ private:
   QLayout* makeFooter(const SettingsFormContents& contents);
   void addGroup(QVBoxLayout& column, const QString& heading, FormCard& card);
   void addKeys();
+  void closePopovers();
   void setTabOrder(const std::vector<QWidget*>& order);
 
   SettingsFormEnvironment m_environment;

@@ -1,0 +1,60 @@
+#include "backends/qt/video/QtVideoPlayers.h"
+
+#include "backends/qt/OwnResources.h"
+#include "backends/qt/video/VideoProcess.h"
+#include "foundation/Log.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QImage>
+#include <QImageReader>
+
+#include <cstring>
+#include <utility>
+
+namespace orbel {
+
+namespace {
+constexpr const char* kProgram = "orbelmenu-video";
+
+Bitmap bitmapOf(QImage image) {
+  image.convertTo(QImage::Format_ARGB32_Premultiplied);
+  Bitmap bitmap(image.width(), image.height());
+  for (int y = 0; y < bitmap.height; ++y) {
+    std::memcpy(bitmap.pixels.data() + static_cast<std::ptrdiff_t>(y) * bitmap.width, image.constScanLine(y),
+                static_cast<std::size_t>(bitmap.width) * 4);
+  }
+  return bitmap;
+}
+} // namespace
+
+QString QtVideoPlayers::findProgram() {
+  const QString folder = QCoreApplication::applicationDirPath();
+  const QString beside = folder + QLatin1Char('/') + QLatin1String(kProgram);
+  if (QFileInfo(beside).isExecutable()) return beside;
+  return folder + QStringLiteral("/../libexec/orbelmenu/") + QLatin1String(kProgram);
+}
+
+ImagePointer QtVideoPlayers::still(const std::string& resource, Size size) {
+  OwnResources::load();
+  const QString path = QStringLiteral(":/video/%1.svg").arg(QString::fromStdString(resource));
+  if (!QFileInfo::exists(path)) return nullptr;
+  return std::make_shared<Image>(size, [path](int width, int height) {
+    QImageReader reader(path);
+    reader.setScaledSize(QSize(width, height));
+    return bitmapOf(reader.read());
+  });
+}
+
+std::unique_ptr<VideoPlayer> QtVideoPlayers::load(const std::string& resource, const std::string& extension,
+                                                  VideoPlayerHandlers handlers) {
+  const std::string video = resource + '.' + extension;
+  if (!QFileInfo(m_program).isExecutable()) {
+    Log::warning("the video " + video + " is shown as a still picture: there is no program " +
+                 m_program.toStdString());
+    return nullptr;
+  }
+  return std::make_unique<VideoProcess>(m_program, video, std::move(handlers));
+}
+
+} // namespace orbel

@@ -1,0 +1,42 @@
+// One video that plays in a process of its own. Made by QtVideoPlayers.
+#pragma once
+
+#include "backends/qt/video/VideoMessage.h"
+#include "platform/VideoPlayer.h"
+
+#include <QProcess>
+#include <QString>
+
+#include <memory>
+#include <string>
+
+namespace orbel {
+
+class VideoProcess : public VideoPlayer {
+public:
+  // Points for each pixel of a frame: the videos are drawn for twice the scale.
+  static constexpr double kPointsPerPixel = 0.5;
+
+  VideoProcess(const QString& program, std::string video, VideoPlayerHandlers handlers);
+  ~VideoProcess() override;
+  VideoProcess(const VideoProcess&) = delete;
+  VideoProcess& operator=(const VideoProcess&) = delete;
+
+  void seekToStart() override { tell(VideoCommand::seekToStart); }
+  void play() override { tell(VideoCommand::play); }
+
+private:
+  void tell(VideoCommand command);
+  void readMessages();
+  void processEnded();
+  void report(const std::string& cause);
+
+  std::string m_video;
+  VideoPlayerHandlers m_handlers;
+  QProcess m_process;
+  VideoMessageReader m_messages;
+  std::shared_ptr<char> m_life = std::make_shared<char>(); // handlers may end this object
+  bool m_isReported = false;
+};
+
+} // namespace orbel

@@ -1,0 +1,23 @@
+// Plays the video of our own that is named on the command line ("ThreeFingerRest.mp4").
+#include "video/VideoPlayback.h"
+
+#include <QFile>
+#include <QGuiApplication>
+#include <QUrl>
+
+#include <cstdio>
+
+int main(int argumentCount, char** arguments) {
+  QGuiApplication application(argumentCount, arguments);
+  const QString name = QCoreApplication::arguments().value(1);
+  if (name.isEmpty() || !QFile::exists(QStringLiteral(":/video/") + name)) {
+    std::fprintf(stderr, "there is no video \"%s\"\n", qUtf8Printable(name));
+    return 2;
+  }
+  const orbel::VideoPlayback playback(QUrl(QStringLiteral("qrc:/video/") + name));
+  if (!playback.isAvailable()) {
+    std::fprintf(stderr, "no media plugin can be loaded\n");
+    return 1;
+  }
+  return QCoreApplication::exec();
+}

@@ -1,0 +1,125 @@
+// The help's video through the real video program, and through programs that are none.
+#include "backends/qt/LogCapture.h"
+#include "backends/qt/video/QtVideoPlayers.h"
+
+#include <QFile>
+#include <QTest>
+
+#include <gtest/gtest.h>
+
+namespace orbel {
+namespace {
+
+constexpr int kPatience = 20000; // milliseconds
+
+class QtVideoPlayersTest : public testing::Test {
+protected:
+  VideoPlayerHandlers handlers() {
+    return {.frameReady =
+                [this](ImagePointer frame) {
+                  ++frames;
+                  lastFrame = std::move(frame);
+                },
+            .didPlayToEnd = [this] { ++ends; }};
+  }
+  static bool waitFor(const std::function<bool()>& condition) {
+    return QTest::qWaitFor(condition, kPatience);
+  }
+  // Which media libraries this very process has loaded.
+  static bool hasMediaLibraries() {
+    QFile maps(QStringLiteral("/proc/self/maps"));
+    return maps.open(QIODevice::ReadOnly) && maps.readAll().contains("libQt6Multimedia");
+  }
+
+  int frames = 0;
+  int ends = 0;
+  ImagePointer lastFrame;
+  LogCapture log;
+};
+
+TEST_F(QtVideoPlayersTest, TheHelpsVideoPlaysToItsEndAndAgainFromItsStart) {
+  QtVideoPlayers players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
+  const auto player = players.load("ThreeFingerRest", "mp4", handlers());
+  ASSERT_NE(player, nullptr);
+  player->seekToStart();
+  player->play();
+  ASSERT_TRUE(waitFor([&] { return frames > 3; }));
+  EXPECT_EQ(lastFrame->size(), Size(282, 360));
+  ASSERT_TRUE(waitFor([&] { return ends == 1; }));
+  const int framesOfTheFirstTime = frames;
+  player->seekToStart();
+  player->play();
+  EXPECT_TRUE(waitFor([&] { return frames > framesOfTheFirstTime + 3; }));
+  EXPECT_TRUE(log.lines.empty());
+  EXPECT_FALSE(hasMediaLibraries());
+}
+
+TEST_F(QtVideoPlayersTest, NothingComesBeforeItPlays) {
+  QtVideoPlayers players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
+  const auto quiet = players.load("ThreeFingerRest", "mp4", handlers());
+  int others = 0;
+  const auto playing = players.load("ThreeFingerRest", "mp4", {[&](ImagePointer) { ++others; }, {}});
+  playing->play();
+  ASSERT_TRUE(waitFor([&] { return others > 5; }));
+  EXPECT_EQ(ends, 0);
+  EXPECT_LE(frames, 1); // a player may show where it stands
+}
+
+TEST_F(QtVideoPlayersTest, APlayerMayEndWithinItsOwnHandler) {
+  QtVideoPlayers players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
+  std::unique_ptr<VideoPlayer> player;
+  bool ended = false;
+  player = players.load("ThreeFingerRest", "mp4",
+                        {.frameReady =
+                             [&](ImagePointer) {
+                               ended = true;
+                               player.reset();
+                             },
+                         .didPlayToEnd = {}});
+  player->play();
+  ASSERT_TRUE(waitFor([&] { return ended; }));
+  EXPECT_EQ(player, nullptr);
+}
+
+TEST_F(QtVideoPlayersTest, WithoutTheProgramThereIsNoPlayerAndALineInTheLog) {
+  QtVideoPlayers players(QStringLiteral("/nowhere/orbelmenu-video"));
+  EXPECT_EQ(players.load("ThreeFingerRest", "mp4", handlers()), nullptr);
+  EXPECT_TRUE(log.has("ThreeFingerRest.mp4 is shown as a still picture"));
+}
+
+TEST_F(QtVideoPlayersTest, AVideoThatTheProgramCannotPlayIsLoggedOnce) {
+  QtVideoPlayers players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
+  const auto player = players.load("Missing", "mp4", handlers());
+  ASSERT_NE(player, nullptr);
+  ASSERT_TRUE(waitFor([&] { return !log.lines.empty(); }));
+  EXPECT_EQ(log.lines.size(), 1u);
+  EXPECT_TRUE(log.has("there is no video \"Missing.mp4\""));
+  EXPECT_EQ(frames, 0);
+  // Harmless afterwards.
+  player->play();
+}
+
+TEST_F(QtVideoPlayersTest, AProgramThatTalksNonsenseIsEndedAndLogged) {
+  QtVideoPlayers players(QStringLiteral("/bin/echo"));
+  const auto player = players.load("ThreeFingerRest", "mp4", handlers());
+  ASSERT_TRUE(waitFor([&] { return !log.lines.empty(); }));
+  EXPECT_TRUE(log.has("does not speak our language"));
+  EXPECT_EQ(frames, 0);
+  EXPECT_EQ(ends, 0);
+}
+
+TEST_F(QtVideoPlayersTest, AStillPictureStandsInAtAnyScale) {
+  QtVideoPlayers players(QString{});
+  const auto still = players.still("ThreeFingerRest", {282, 360});
+  ASSERT_NE(still, nullptr);
+  EXPECT_EQ(still->size(), Size(282, 360));
+  const Bitmap& large = still->representation(564, 720);
+  EXPECT_EQ(large.width, 564);
+  EXPECT_EQ(large.height, 720);
+  EXPECT_EQ(large.pixels.front() >> 24, 255u);
+  EXPECT_NE(large.pixels.front(), large.pixels.back());
+  EXPECT_EQ(players.still("Missing", {282, 360}), nullptr);
+}
+
+} // namespace
+} // namespace orbel

@@ -1,7 +1,6 @@
 // What every ContextMenus keeps to.
 //
 // Subject: the menus of a program, and a user. Each action returns when all that comes of it has come.
-//   static constexpr const char* kName;
 //   ContextMenus& menus();
 //   bool isOpen();                          whether one is open on the screen
 //   std::vector<std::string> titles();      of the menu that is open, "-" for a separator
@@ -9,7 +8,6 @@
 //   void dismiss();                         the user closes the menu without a choice
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "platform/ContextMenus.h"
 
 #include <gtest/gtest.h>

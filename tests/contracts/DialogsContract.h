@@ -2,7 +2,6 @@
 //
 // Subject: the dialogs of a program, and a user. Each action is taken on the dialog in front and returns when
 // all that comes of it has come.
-//   static constexpr const char* kName;
 //   Dialogs& dialogs();
 //   bool isAnyOpen();
 //   void answerPrompt(const std::string& text);  types it and presses the button
@@ -15,7 +14,6 @@
 //   void cancelPanel();
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "platform/Dialogs.h"
 
 #include <gtest/gtest.h>

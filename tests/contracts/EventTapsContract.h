@@ -2,7 +2,6 @@
 //
 // Subject: the taps of a program that may listen, and a mouse. Each action returns when all that comes of it
 // has come.
-//   static constexpr const char* kName;
 //   EventTaps& taps();
 //   void clickPrimaryButton();   presses and releases it
 //   void clickSecondaryButton();
@@ -10,7 +9,6 @@
 //   void dragPointer();          presses the primary button, moves, releases it
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "platform/EventTaps.h"
 
 #include <gtest/gtest.h>

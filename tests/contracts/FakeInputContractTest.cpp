@@ -9,7 +9,6 @@ namespace {
 
 class FakeHotKeysSubject {
 public:
-  static constexpr const char* kName = "FakeHotKeys";
   HotKeys& hotKeys() { return m_hotKeys; }
   void typeSpace(std::uint32_t modifiers) { m_hotKeys.press(kSpace, modifiers); }
   bool otherProgramGrabsSpace(std::uint32_t modifiers) {
@@ -23,11 +22,10 @@ private:
   FakeHotKeys m_hotKeys;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, HotKeysContract, FakeHotKeysSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeHotKeysContract, HotKeysContract, FakeHotKeysSubject);
 
 class FakeEventTapsSubject {
 public:
-  static constexpr const char* kName = "FakeEventTaps";
   EventTaps& taps() { return m_taps; }
   void clickPrimaryButton() { m_taps.mouseUp(); }
   void clickSecondaryButton() {} // no tap of the double hears of it
@@ -38,11 +36,10 @@ private:
   FakeEventTaps m_taps;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, EventTapsContract, FakeEventTapsSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeEventTapsContract, EventTapsContract, FakeEventTapsSubject);
 
 class FakeKeyboardLayoutSubject {
 public:
-  static constexpr const char* kName = "FakeKeyboardLayout";
   FakeKeyboardLayoutSubject() { m_layout.texts = {{1, "s"}, {6, "z"}, {18, "1"}, {50, "`"}}; }
   KeyboardLayout& layout() { return m_layout; }
   void switchToGerman() { m_layout.texts = {{1, "s"}, {6, "y"}, {18, "1"}, {50, "^"}}; }
@@ -52,7 +49,7 @@ private:
   FakeKeyboardLayout m_layout;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, KeyboardLayoutContract, FakeKeyboardLayoutSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeKeyboardLayoutContract, KeyboardLayoutContract, FakeKeyboardLayoutSubject);
 
 } // namespace
 } // namespace orbel::contracts

@@ -6,7 +6,6 @@ namespace {
 
 class FakePreferencesSubject {
 public:
-  static constexpr const char* kName = "FakePreferences";
   PreferencesStore& store() { return m_store; }
   void changeFromOutside(PropertyList::Dictionary values) { m_store.changeFromOutside(std::move(values)); }
   void letAMomentPass() { m_store.save(); }
@@ -18,7 +17,7 @@ private:
   FakePreferences m_store;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, PreferencesStoreContract, FakePreferencesSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakePreferencesContract, PreferencesStoreContract, FakePreferencesSubject);
 
 } // namespace
 } // namespace orbel::contracts

@@ -10,29 +10,26 @@ namespace {
 
 class FakeTextServicesSubject {
 public:
-  static constexpr const char* kName = "FakeTextServices";
   TextServices& text() { return m_text; }
 
 private:
   FakeTextServices m_text;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, TextServicesContract, FakeTextServicesSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeTextServicesContract, TextServicesContract, FakeTextServicesSubject);
 
 class FakeGraphicsSubject {
 public:
-  static constexpr const char* kName = "FakeGraphics";
   Graphics& graphics() { return m_graphics; }
 
 private:
   FakeGraphics m_graphics;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, GraphicsContract, FakeGraphicsSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeGraphicsContract, GraphicsContract, FakeGraphicsSubject);
 
 class FakeContextMenusSubject {
 public:
-  static constexpr const char* kName = "FakeContextMenus";
   ContextMenus& menus() { return m_menus; }
   bool isOpen() const { return m_menus.isOpen; }
   std::vector<std::string> titles() const { return m_menus.visibleTitles(); }
@@ -43,11 +40,10 @@ private:
   FakeContextMenus m_menus;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, ContextMenusContract, FakeContextMenusSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeContextMenusContract, ContextMenusContract, FakeContextMenusSubject);
 
 class FakeDialogsSubject {
 public:
-  static constexpr const char* kName = "FakeDialogs";
   Dialogs& dialogs() { return m_dialogs; }
   bool isAnyOpen() const { return m_dialogs.prompt || m_dialogs.alert || m_dialogs.panel; }
   void answerPrompt(const std::string& text) { m_dialogs.answerPrompt(text); }
@@ -61,7 +57,7 @@ private:
   FakeDialogs m_dialogs;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, DialogsContract, FakeDialogsSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeDialogsContract, DialogsContract, FakeDialogsSubject);
 
 } // namespace
 } // namespace orbel::contracts

@@ -6,7 +6,6 @@ namespace {
 
 class FakeWindowSystemSubject {
 public:
-  static constexpr const char* kName = "FakeWindowSystem";
   FakeWindowSystemSubject() { m_windows.movePointer({1270, 14}); }
   WindowSystem& windows() { return m_windows; }
   bool waitFor(const std::function<bool()>& condition) {
@@ -26,7 +25,7 @@ private:
   FakeWindowSystem m_windows;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, WindowSystemContract, FakeWindowSystemSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeWindowSystemContract, WindowSystemContract, FakeWindowSystemSubject);
 
 } // namespace
 } // namespace orbel::contracts

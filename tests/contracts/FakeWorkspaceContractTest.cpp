@@ -6,7 +6,6 @@ namespace {
 
 class FakeWorkspaceSubject {
 public:
-  static constexpr const char* kName = "FakeWorkspace";
   FakeWorkspaceSubject() {
     m_workspace.namedImages = {"Finder"};
     m_workspace.unknownApplications = {"No Such Application"};
@@ -46,7 +45,7 @@ private:
   FakeWorkspace m_workspace;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, WorkspaceContract, FakeWorkspaceSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeWorkspaceContract, WorkspaceContract, FakeWorkspaceSubject);
 
 } // namespace
 } // namespace orbel::contracts

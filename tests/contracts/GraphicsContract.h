@@ -1,11 +1,9 @@
 // What every Graphics keeps to, apart from the pixels that a drawing makes: those are the canvas's own tests.
 //
 // Subject:
-//   static constexpr const char* kName;
 //   Graphics& graphics();
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "platform/Graphics.h"
 
 #include <gtest/gtest.h>

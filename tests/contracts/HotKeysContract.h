@@ -1,7 +1,6 @@
 // What every HotKeys keeps to.
 //
 // Subject: the hot keys of a program, a keyboard, and another program.
-//   static constexpr const char* kName;
 //   HotKeys& hotKeys();
 //   void typeSpace(std::uint32_t modifiers);           holds the modifiers, taps the space bar, lets go;
 //                                                      returns when all that comes of it has come
@@ -10,7 +9,6 @@
 #pragma once
 
 #include "contracts/LoggedLines.h"
-#include "contracts/SubjectNames.h"
 #include "platform/HotKeys.h"
 
 #include <gtest/gtest.h>

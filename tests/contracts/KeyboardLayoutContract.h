@@ -1,13 +1,11 @@
 // What every KeyboardLayout keeps to.
 //
 // Subject: an American keyboard at the start.
-//   static constexpr const char* kName;
 //   KeyboardLayout& layout();
 //   void switchToGerman();      the user does; returns when it has happened
 //   void holdShift();           for the rest of the test
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "platform/KeyboardLayout.h"
 
 #include <gtest/gtest.h>

@@ -6,7 +6,6 @@ namespace {
 
 class ManualRunLoopSubject {
 public:
-  static constexpr const char* kName = "ManualRunLoop";
   RunLoop& loop() { return m_loop; }
   bool runUntil(const std::function<bool()>& condition) {
     for (int step = 0; step < 1000 && !condition(); ++step)
@@ -21,7 +20,7 @@ private:
   ManualRunLoop m_loop;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Double, RunLoopContract, ManualRunLoopSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(ManualRunLoopContract, RunLoopContract, ManualRunLoopSubject);
 
 } // namespace
 } // namespace orbel::contracts

@@ -1,7 +1,6 @@
 // What every PreferencesStore keeps to.
 //
 // Subject: a store that is empty at the start, and its disk.
-//   static constexpr const char* kName;
 //   PreferencesStore& store();
 //   void changeFromOutside(PropertyList::Dictionary);  another program stores exactly these values; returns
 //                                                      when the store has taken notice
@@ -11,7 +10,6 @@
 //   void setDiskFails(bool);                           only while nothing has been saved yet
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "platform/PreferencesStore.h"
 
 #include <gtest/gtest.h>

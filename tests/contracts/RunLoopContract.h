@@ -1,7 +1,6 @@
 // What every RunLoop keeps to.
 //
 // Subject: a run loop with nothing pending.
-//   static constexpr const char* kName;
 //   RunLoop& loop();
 //   bool runUntil(const std::function<bool()>& condition);  turns the loop until the condition holds; false
 //                                                           when it never comes to
@@ -10,7 +9,6 @@
 //   bool wouldWake();                                       whether the loop would ever wake by itself
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "foundation/RunLoop.h"
 
 #include <gtest/gtest.h>

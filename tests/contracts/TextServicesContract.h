@@ -1,11 +1,9 @@
 // What every TextServices keeps to, as far as ASCII goes: the doubles know no more.
 //
 // Subject: text services of an English-speaking user.
-//   static constexpr const char* kName;
 //   TextServices& text();
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "platform/TextServices.h"
 
 #include <gtest/gtest.h>

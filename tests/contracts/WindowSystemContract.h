@@ -2,7 +2,6 @@
 //
 // Subject: a window system on a screen of at least 1000 by 1000 points, with a pointer that rests in its
 // lower right corner, and a keyboard.
-//   static constexpr const char* kName;
 //   WindowSystem& windows();
 //   bool waitFor(const std::function<bool()>&);  lets the display work until that holds; false if it never
 //                                                does
@@ -13,7 +12,6 @@
 //   void pressEscape();
 #pragma once
 
-#include "contracts/SubjectNames.h"
 #include "platform/WindowSystem.h"
 
 #include <gtest/gtest.h>

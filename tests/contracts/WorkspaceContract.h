@@ -2,7 +2,6 @@
 //
 // Subject: a desktop without applications, whose user speaks English or any language without a translation
 // of the names that the tests use.
-//   static constexpr const char* kName;
 //   Workspace& workspace();
 //   std::string addFile(const std::string& name);    an ordinary file of a type that nothing opens; all paths
 //   std::string addFolder(const std::string& name);  lie in one empty folder of the subject's own
@@ -20,7 +19,6 @@
 #pragma once
 
 #include "contracts/LoggedLines.h"
-#include "contracts/SubjectNames.h"
 #include "platform/Workspace.h"
 
 #include <gtest/gtest.h>

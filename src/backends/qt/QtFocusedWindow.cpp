@@ -7,14 +7,22 @@
 
 namespace orbel {
 
+namespace {
+// A window that has just been hidden, such as an alert that was answered, keeps the focus in the toolkit's
+// eyes until the server has told it.
+QWindow* focusedWindow() {
+  QWindow* window = QGuiApplication::focusWindow();
+  return window && window->isVisible() ? window : nullptr;
+}
+} // namespace
+
 xcb_window_t QtFocusedWindow::current() const {
-  const QWindow* window = QGuiApplication::focusWindow();
+  const QWindow* window = focusedWindow();
   return window ? static_cast<xcb_window_t>(window->winId()) : xcb_window_t{XCB_NONE};
 }
 
 Registration QtFocusedWindow::observeLoss(std::function<void()> block) {
-  const auto changed = [block = std::move(block),
-                        focused = QGuiApplication::focusWindow()](QWindow* now) mutable {
+  const auto changed = [block = std::move(block), focused = focusedWindow()](QWindow* now) mutable {
     const bool isLost = focused && now != focused;
     focused = now;
     // A copy: telling usually ends the observation.

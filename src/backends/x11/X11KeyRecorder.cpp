@@ -78,7 +78,9 @@ bool X11KeyRecorder::takeKeyboard() {
   xcb_grab_status_t status = focused == XCB_NONE ? XCB_GRAB_STATUS_NOT_VIEWABLE : grabOn(focused);
   if (status == XCB_GRAB_STATUS_ALREADY_GRABBED && m_keyboard == Keyboard::awaited) return true;
   if (status == XCB_GRAB_STATUS_ALREADY_GRABBED) {
-    awaitKeyboard(focused);
+    m_keyboard = Keyboard::awaited;
+    // The window gets the focus back when a grab elsewhere ends.
+    watchFocusOf(focused);
     // It may have been let go of before its end was selected.
     status = grabOn(focused);
     if (status == XCB_GRAB_STATUS_ALREADY_GRABBED) {
@@ -111,10 +113,9 @@ xcb_grab_status_t X11KeyRecorder::grabOn(xcb_window_t window) {
   return reply ? static_cast<xcb_grab_status_t>(reply->status) : XCB_GRAB_STATUS_NOT_VIEWABLE;
 }
 
-void X11KeyRecorder::awaitKeyboard(xcb_window_t window) {
-  m_keyboard = Keyboard::awaited;
-  m_awaitedWindow = window;
-  // The window gets the focus back when a grab elsewhere ends.
+void X11KeyRecorder::watchFocusOf(xcb_window_t window) {
+  if (m_watchedWindow == window) return;
+  m_watchedWindow = window;
   const std::uint32_t mask = XCB_EVENT_MASK_FOCUS_CHANGE;
   xcb_change_window_attributes(m_connection.xcb(), window, XCB_CW_EVENT_MASK, &mask);
 }
@@ -122,6 +123,9 @@ void X11KeyRecorder::awaitKeyboard(xcb_window_t window) {
 void X11KeyRecorder::keyboardTaken(xcb_window_t window) {
   m_keyboard = Keyboard::ours;
   m_grabWindow = window;
+  // The toolkit waits a while before it believes that the focus is gone; what is typed meanwhile belongs to
+  // another program already.
+  if (window != m_ownWindow) watchFocusOf(window);
   m_modifiers = ModifierMap::current(m_connection);
   if (m_xkb) m_xkb->selectModifierChanges(m_connection, true);
   m_down.reset();
@@ -132,10 +136,10 @@ void X11KeyRecorder::keyboardTaken(xcb_window_t window) {
 }
 
 void X11KeyRecorder::releaseKeyboard() {
-  if (m_awaitedWindow != XCB_NONE) {
+  if (m_watchedWindow != XCB_NONE) {
     const std::uint32_t mask = XCB_EVENT_MASK_NO_EVENT;
-    xcb_change_window_attributes(m_connection.xcb(), m_awaitedWindow, XCB_CW_EVENT_MASK, &mask);
-    m_awaitedWindow = XCB_NONE;
+    xcb_change_window_attributes(m_connection.xcb(), m_watchedWindow, XCB_CW_EVENT_MASK, &mask);
+    m_watchedWindow = XCB_NONE;
   }
   if (m_keyboard == Keyboard::ours) {
     if (m_xkb) m_xkb->selectModifierChanges(m_connection, false);
@@ -170,6 +174,9 @@ void X11KeyRecorder::handleEvent(const xcb_generic_event_t& event) {
   case XCB_FOCUS_IN:
     handleFocusIn(reinterpret_cast<const xcb_focus_in_event_t&>(event));
     return;
+  case XCB_FOCUS_OUT:
+    handleFocusOut(reinterpret_cast<const xcb_focus_out_event_t&>(event));
+    return;
   default:
     if (!m_xkb) return;
     if (const auto change = m_xkb->modifierChange(event)) handleModifiers(*change);
@@ -177,8 +184,22 @@ void X11KeyRecorder::handleEvent(const xcb_generic_event_t& event) {
 }
 
 void X11KeyRecorder::handleFocusIn(const xcb_focus_in_event_t& focusIn) {
-  if (m_keyboard != Keyboard::awaited || focusIn.mode != XCB_NOTIFY_MODE_UNGRAB || takeKeyboard()) return;
-  const auto recording = m_recording;
+  if (m_keyboard == Keyboard::awaited && focusIn.mode == XCB_NOTIFY_MODE_UNGRAB && !takeKeyboard())
+    tellFocusLoss();
+}
+
+void X11KeyRecorder::handleFocusOut(const xcb_focus_out_event_t& focusOut) {
+  if (m_keyboard != Keyboard::ours || focusOut.event != m_grabWindow) return;
+  // Grabs come and go without the focus moving.
+  const bool hasMoved =
+      focusOut.mode == XCB_NOTIFY_MODE_NORMAL || focusOut.mode == XCB_NOTIFY_MODE_WHILE_GRABBED;
+  const bool isWithin =
+      focusOut.detail == XCB_NOTIFY_DETAIL_INFERIOR || focusOut.detail == XCB_NOTIFY_DETAIL_POINTER;
+  if (hasMoved && !isWithin) tellFocusLoss();
+}
+
+void X11KeyRecorder::tellFocusLoss() {
+  const auto recording = m_recording; // ends within the call
   if (recording && recording->focusLost) recording->focusLost();
 }
 

@@ -37,6 +37,8 @@ private:
 
   void handleEvent(const xcb_generic_event_t& event);
   void handleFocusIn(const xcb_focus_in_event_t& focusIn);
+  void handleFocusOut(const xcb_focus_out_event_t& focusOut);
+  void tellFocusLoss();
   void handlePress(const xcb_key_press_event_t& press);
   void handleRelease(const xcb_key_release_event_t& release);
   void handleModifiers(const XkbEvents::ModifierChange& change);
@@ -44,7 +46,7 @@ private:
 
   bool takeKeyboard(); // whether it is ours, or will be
   xcb_grab_status_t grabOn(xcb_window_t window);
-  void awaitKeyboard(xcb_window_t window);
+  void watchFocusOf(xcb_window_t window);
   void keyboardTaken(xcb_window_t window);
   void end(const std::shared_ptr<Handlers>& recording);
   void releaseKeyboard();
@@ -57,7 +59,7 @@ private:
   std::shared_ptr<Handlers> m_recording;
   Keyboard m_keyboard = Keyboard::free;
   xcb_window_t m_grabWindow = XCB_NONE;
-  xcb_window_t m_awaitedWindow = XCB_NONE; // its focus events are selected while the keyboard is awaited
+  xcb_window_t m_watchedWindow = XCB_NONE; // its focus events are selected
   xcb_window_t m_ownWindow = XCB_NONE;     // never seen; for when no window of ours has the focus
   std::bitset<256> m_down;                 // key codes
   xcb_keycode_t m_endingKey = 0;           // pressed and being told, or awaited to be released

@@ -8,7 +8,6 @@ namespace {
 
 class GlibRunLoopSubject {
 public:
-  static constexpr const char* kName = "GlibRunLoop";
   RunLoop& loop() { return m_loop; }
   bool runUntil(const std::function<bool()>& condition) { return waitUntil(condition); }
   void runWhatIsDue() { runReadySources(); }
@@ -23,7 +22,7 @@ private:
   GlibRunLoop m_loop;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, RunLoopContract, GlibRunLoopSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(GlibRunLoopContract, RunLoopContract, GlibRunLoopSubject);
 
 } // namespace
 } // namespace orbel::contracts

@@ -15,8 +15,6 @@ namespace {
 
 class LinuxWorkspaceSubject {
 public:
-  static constexpr const char* kName = "LinuxWorkspace";
-
   Workspace& workspace() { return m_workspace; }
   std::string addFile(const std::string& name) const {
     DesktopSandbox::write(missingPath(name), "x");
@@ -82,7 +80,7 @@ private:
   std::uint64_t m_lastWindow = 0;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, WorkspaceContract, LinuxWorkspaceSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(LinuxWorkspaceContract, WorkspaceContract, LinuxWorkspaceSubject);
 
 } // namespace
 } // namespace orbel::contracts

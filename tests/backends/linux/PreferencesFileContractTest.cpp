@@ -15,8 +15,6 @@ namespace {
 
 class PreferencesFileSubject {
 public:
-  static constexpr const char* kName = "PreferencesFile";
-
   PreferencesStore& store() {
     if (!m_store) m_store = std::make_unique<PreferencesFile>(m_file, m_loop);
     return *m_store;
@@ -58,7 +56,7 @@ private:
   std::unique_ptr<PreferencesFile> m_store;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, PreferencesStoreContract, PreferencesFileSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(PreferencesFileContract, PreferencesStoreContract, PreferencesFileSubject);
 
 } // namespace
 } // namespace orbel::contracts

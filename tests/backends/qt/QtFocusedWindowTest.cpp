@@ -62,6 +62,18 @@ TEST_F(QtFocusedWindowOnDisplay, AWindowThatIsClosedHasLostTheFocus) {
   EXPECT_EQ(m_losses, 1);
 }
 
+TEST_F(QtFocusedWindowOnDisplay, AWindowThatHasJustBeenHiddenDoesNotCountAndLosesNothing) {
+  focus(m_window);
+  focus(m_other);
+  m_other.hide();
+  EXPECT_EQ(m_focused.current(), 0u);
+  watch();
+  m_window.requestActivate();
+  ASSERT_TRUE(
+      becomesTrue([&] { return QGuiApplication::focusWindow() == &m_window; }, "the focus goes back"));
+  EXPECT_EQ(m_losses, 0);
+}
+
 TEST_F(QtFocusedWindowOnDisplay, GainingTheFocusIsNoLoss) {
   ASSERT_EQ(QGuiApplication::focusWindow(), nullptr);
   watch();

@@ -22,29 +22,26 @@ namespace {
 
 class QtTextServicesSubject {
 public:
-  static constexpr const char* kName = "QtTextServices";
   TextServices& text() { return m_text; }
 
 private:
   QtTextServices m_text{QLocale("en_US")};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, TextServicesContract, QtTextServicesSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(QtTextServicesContract, TextServicesContract, QtTextServicesSubject);
 
 class QtGraphicsSubject {
 public:
-  static constexpr const char* kName = "QtGraphics";
   Graphics& graphics() { return m_graphics; }
 
 private:
   QtGraphics m_graphics;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, GraphicsContract, QtGraphicsSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(QtGraphicsContract, GraphicsContract, QtGraphicsSubject);
 
 class QtContextMenusSubject {
 public:
-  static constexpr const char* kName = "QtContextMenus";
   ContextMenus& menus() { return m_menus; }
   static bool isOpen() { return menu() != nullptr; }
   static std::vector<std::string> titles() {
@@ -82,11 +79,10 @@ private:
   QtContextMenus m_menus{m_popUps};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, ContextMenusContract, QtContextMenusSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(QtContextMenusContract, ContextMenusContract, QtContextMenusSubject);
 
 class QtDialogsSubject {
 public:
-  static constexpr const char* kName = "QtDialogs";
   ~QtDialogsSubject() {
     m_dialogs.reset();
     EXPECT_TRUE(becomesTrue([] { return shownDialog() == nullptr; }, "all dialogs are closed"));
@@ -125,7 +121,7 @@ private:
   desktop::TemporaryDirectory m_folder{"orbel-dialogs"};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, DialogsContract, QtDialogsSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(QtDialogsContract, DialogsContract, QtDialogsSubject);
 
 } // namespace
 } // namespace orbel::contracts

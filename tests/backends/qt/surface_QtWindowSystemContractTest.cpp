@@ -9,7 +9,6 @@ namespace {
 // The fixture of this folder without a test of its own.
 class QtWindowSystemSubject : public WindowSystemFixture {
 public:
-  static constexpr const char* kName = "QtWindowSystemOnDisplay";
   QtWindowSystemSubject() { SetUp(); }
   ~QtWindowSystemSubject() override { TearDown(); }
   void TestBody() override {}
@@ -33,7 +32,7 @@ private:
   }
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, WindowSystemContract, QtWindowSystemSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(QtWindowSystemContractOnDisplay, WindowSystemContract, QtWindowSystemSubject);
 
 } // namespace
 } // namespace orbel::contracts

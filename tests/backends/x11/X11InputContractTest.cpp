@@ -29,7 +29,6 @@ public:
 
 class X11HotKeysSubject {
 public:
-  static constexpr const char* kName = "X11HotKeys";
   HotKeys& hotKeys() { return m_hotKeys; }
   void typeSpace(std::uint32_t modifiers) {
     std::vector<std::uint16_t> keys;
@@ -64,11 +63,10 @@ private:
   X11HotKeys m_hotKeys{m_grabs};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, HotKeysContract, X11HotKeysSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(X11HotKeysContract, HotKeysContract, X11HotKeysSubject);
 
 class X11EventTapsSubject {
 public:
-  static constexpr const char* kName = "X11EventTaps";
   EventTaps& taps() { return m_taps; }
   void clickPrimaryButton() { click(kPrimary); }
   void clickSecondaryButton() { click(kSecondary); }
@@ -101,11 +99,10 @@ private:
   int m_x = 100;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, EventTapsContract, X11EventTapsSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(X11EventTapsContract, EventTapsContract, X11EventTapsSubject);
 
 class X11KeyboardLayoutSubject {
 public:
-  static constexpr const char* kName = "X11KeyboardLayout";
   X11KeyboardLayoutSubject() { m_server.run({"setxkbmap", "us"}); }
   KeyboardLayout& layout() { return m_layout; }
   void switchToGerman() { m_server.run({"setxkbmap", "de"}); }
@@ -117,7 +114,7 @@ private:
   X11KeyboardLayout m_layout{*m_connection};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(Backend, KeyboardLayoutContract, X11KeyboardLayoutSubject, SubjectNames);
+INSTANTIATE_TYPED_TEST_SUITE_P(X11KeyboardLayoutContract, KeyboardLayoutContract, X11KeyboardLayoutSubject);
 
 } // namespace
 } // namespace orbel::contracts

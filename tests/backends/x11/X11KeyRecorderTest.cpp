@@ -381,6 +381,27 @@ TEST_F(X11KeyRecorderTest, TheLossOfTheFocusIsToldWhileItRecords) {
   EXPECT_EQ(m_told, Told());
 }
 
+TEST_F(X11KeyRecorderTest, AFocusThatTheServerMovesAwayIsToldWithoutTheToolkit) {
+  const auto other = otherClient({"--window", "--at", "400", "0"});
+  startRecording();
+  focus(other->window());
+  settle();
+  EXPECT_EQ(m_focusLosses, 1);
+  EXPECT_FALSE(m_recording);
+  driver().tapKey(KEY_F1);
+  EXPECT_TRUE(waitUntil([&] { return other->program().hasWritten("key 67"); }));
+  EXPECT_EQ(m_told, Told());
+}
+
+TEST_F(X11KeyRecorderTest, AWindowThatIsHiddenHasLostTheFocus) {
+  const auto shown = otherClient({"--window", "--commands"});
+  focus(shown->window());
+  m_focus.window = shown->window();
+  startRecording();
+  shown->program().writeLine("unmap " + std::to_string(shown->window()));
+  EXPECT_TRUE(iterateUntil([&] { return m_focusLosses == 1; }));
+}
+
 TEST_F(X11KeyRecorderTest, AnEventThatIsNotSwallowedReachesTheWindow) {
   m_swallows = false;
   m_endsAt = kLetterQ;
@@ -420,11 +441,12 @@ TEST_F(X11KeyRecorderTest, ARecordingGoesOnAfterAPause) {
   EXPECT_EQ(m_told, Told({key(kLetterA)}));
 }
 
-TEST_F(X11KeyRecorderTest, TheKeyboardIsFreeWhenTheConnectionEndsInTheMiddle) {
+TEST_F(X11KeyRecorderTest, TheKeyboardIsFreeWhenTheRecorderEndsInTheMiddle) {
   startRecording();
   ASSERT_TRUE(m_recording);
   m_recorder.reset();
   m_recording.reset(); // late and harmless
+  m_connection->drain();
   driver().tapKey(KEY_F1);
   EXPECT_TRUE(waitUntil([&] { return windowGot("key 67"); }));
 }

@@ -1,0 +1,69 @@
+// "Launch at login" of the real program and the entry in the autostart folder.
+#include "agent/SettingsFixture.h"
+
+#include "harness/TextFile.h"
+
+using namespace orbel::desktop;
+
+namespace {
+
+class LoginItemTest : public SettingsFixture {
+protected:
+  std::filesystem::path folder() const { return m_session.configurationFolder() / "autostart"; }
+  std::filesystem::path entry() const { return folder() / "org.orbelmenu.OrbelMenu.desktop"; }
+  void toggle() { m_input.typeCombination({XK_Alt_L, XK_l}); }
+  testing::AssertionResult waitUntilStored(bool launch) {
+    return waitFor([&] { return m_session.preferences().boolean("launchAtLogin") == launch; },
+                   "the setting is stored");
+  }
+};
+
+TEST_F(LoginItemTest, TheCheckBoxWritesAndRemovesTheEntry) {
+  startAgentAlone();
+  ASSERT_TRUE(openSettings());
+  toggle();
+  ASSERT_TRUE(waitUntilStored(true));
+  const std::string text = readFile(entry());
+  EXPECT_NE(text.find("Exec=" + OrbelAgent::executable() + "\n"), std::string::npos) << text;
+  toggle();
+  ASSERT_TRUE(waitUntilStored(false));
+  EXPECT_FALSE(std::filesystem::exists(entry()));
+}
+
+TEST_F(LoginItemTest, WhereTheFolderCannotBeWrittenTheSettingIsOffAndTheAlertShows) {
+  writeFile(folder(), "a file where the folder belongs");
+  startAgentAlone();
+  ASSERT_TRUE(openSettings());
+  const Picture before = m_session.screen().capture(settingsFrame());
+  toggle();
+  ASSERT_TRUE(waitForOwnWindows(2));
+  savePicture("login alert");
+  EXPECT_TRUE(waitForLog("cannot be started at login"));
+  EXPECT_NE(m_session.preferences().boolean("launchAtLogin"), true);
+  m_input.typeKey(XK_Return);
+  EXPECT_TRUE(waitForOwnWindows(1));
+  EXPECT_EQ(readFile(folder()), "a file where the folder belongs");
+}
+
+TEST_F(LoginItemTest, AnEntryThatIsRemovedFromOutsideTurnsTheSettingOff) {
+  startAgentAlone();
+  ASSERT_TRUE(openSettings());
+  toggle();
+  ASSERT_TRUE(waitUntilStored(true));
+  std::filesystem::remove(entry());
+  EXPECT_TRUE(waitUntilStored(false));
+}
+
+TEST_F(LoginItemTest, AnEntryThatTheDesktopSwitchedOffBetweenTwoStartsTurnsTheSettingOff) {
+  startAgentAlone();
+  ASSERT_TRUE(openSettings());
+  toggle();
+  ASSERT_TRUE(waitUntilStored(true));
+  quitAgent();
+  writeFile(entry(), readFile(entry()) + "Hidden=true\n");
+  startAgentAlone();
+  EXPECT_TRUE(waitUntilStored(false));
+  EXPECT_TRUE(std::filesystem::exists(entry())) << "what the desktop wrote stays";
+}
+
+} // namespace

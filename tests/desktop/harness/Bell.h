@@ -1,0 +1,24 @@
+// Hears the display's bell, which programs ring to refuse something.
+#pragma once
+
+#include "harness/DisplayConnection.h"
+
+#include <string>
+
+namespace orbel::desktop {
+
+class Bell {
+public:
+  // Hears what rings from now on. Throws std::runtime_error where the server does not tell.
+  explicit Bell(const std::string& display);
+
+  // So far.
+  int rings();
+
+private:
+  DisplayConnection m_display;
+  std::uint8_t m_event = 0;
+  int m_rings = 0;
+};
+
+} // namespace orbel::desktop

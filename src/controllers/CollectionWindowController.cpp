@@ -84,7 +84,10 @@ void CollectionWindowController::setCollectionItem(std::shared_ptr<CollectionMen
 void CollectionWindowController::showWindowAtScreenPosition(Point point) {
   m_menuWindow.setFrame(point, collectionMenuSide(AppSettings::sharedInstance().menuSizeSettings()));
   orbelView().reloadData();
-  window().animateAlphaValue(1, [self = shared_from_this()] { self->m_windowVisible = true; });
+  // Only the way out must outlast whoever lets go of the menu.
+  window().animateAlphaValue(1, [self = weak_from_this()] {
+    if (const auto controller = self.lock()) controller->m_windowVisible = true;
+  });
   window().show();
 }
 

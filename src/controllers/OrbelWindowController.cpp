@@ -70,8 +70,10 @@ void OrbelWindowController::showWindowAtScreenPosition(Point point) {
   m_lastFrontmostApp = Platform::current().workspace.frontmostApplication();
   m_menuWindow.setFrame(point, mainMenuSide(AppSettings::sharedInstance().menuSizeSettings()));
   refreshItems();
-  window().animateAlphaValue(1, [self = shared_from_this()] {
-    self->m_menuShownTimestamp = Platform::current().runLoop.clock().now();
+  // Only the way out must outlast whoever lets go of the menu.
+  window().animateAlphaValue(1, [self = weak_from_this()] {
+    if (const auto controller = self.lock())
+      controller->m_menuShownTimestamp = Platform::current().runLoop.clock().now();
   });
   window().show();
 }

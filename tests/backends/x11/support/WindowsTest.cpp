@@ -42,7 +42,9 @@ std::optional<TopLevelWindow> WindowsTest::window(std::uint64_t id) {
 std::unique_ptr<OtherClient> WindowsTest::programAt(int x, int y) {
   auto program = otherClient({"--title", "program", "--class", "program", "Program", "--at",
                               std::to_string(x), std::to_string(y), "--window"});
-  EXPECT_TRUE(iterateUntil([&] { return isListed(program->window()); }));
+  EXPECT_TRUE(iterateUntil([&] { return isListed(program->window()); }))
+      << "the client said " << testing::PrintToString(program->program().lines()) << ", its status is "
+      << testing::PrintToString(program->program().exitStatus());
   return program;
 }
 

@@ -39,6 +39,10 @@ public:
     m_screen = xcb_setup_roots_iterator(xcb_get_setup(m_connection)).data;
   }
 
+  ~Client() { xcb_disconnect(m_connection); }
+  Client(const Client&) = delete;
+  Client& operator=(const Client&) = delete;
+
   int run(int count, char** words) {
     bool readsCommands = false, grabsPointer = false, grabsKeyboard = false;
     Description description;
@@ -153,7 +157,8 @@ private:
   int loop(bool readsCommands) {
     const xcb_atom_t closeRequest = atom("WM_DELETE_WINDOW");
     while (!m_windows.empty() || readsCommands) {
-      // First, since an answer that was waited for may have brought events along, of which poll knows nothing.
+      // First, since an answer that was waited for may have brought events along, of which poll knows
+      // nothing.
       while (auto* event = xcb_poll_for_event(m_connection)) {
         handle(*event, closeRequest);
         std::free(event);

@@ -67,8 +67,8 @@ public:
   virtual std::optional<Point> pointerLocation() const = 0;
   virtual double backingScale() const = 0;
 
-  // Whether the pointer is over a pop-up that this surface brought up (a context menu, a prompt, the open
-  // panel).
+  // Whether the pointer is over a pop-up of ours (a context menu, a prompt, the open panel, a bubble),
+  // wherever the surface is.
   virtual bool pointerIsOverOwnPopUp() const = 0;
 };
 

@@ -73,18 +73,6 @@ TEST_F(MenuSurfaceOnDisplay, ItStandsAboveAFullscreenProgram) {
   EXPECT_EQ(session().windows().windowAt({500, 400}), ownWindows().front());
 }
 
-TEST_F(MenuSurfaceOnDisplay, PointerEventsComeInPointsFromTheLowerLeft) {
-  const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
-  surface->show();
-  session().input().movePointer({540, 350});
-  ASSERT_TRUE(becomesTrue([&] { return delegate.location == Point{240, 250}; }, "the move has arrived"));
-  EXPECT_GE(delegate.count("moved"), 1);
-  EXPECT_EQ(surface->pointerLocation(), (Point{240, 250}));
-  session().input().movePointer({250, 800});
-  session().display().roundTrip();
-  EXPECT_EQ(surface->pointerLocation(), (Point{-50, -200}));
-}
-
 TEST_F(MenuSurfaceOnDisplay, BothButtonsCountAndTheOthersDoNot) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();

@@ -57,7 +57,6 @@ std::vector<StoredItem> items(int count) {
 void writePreferences(DesktopSession& session, int itemCount, int menuSize) {
   session.preferences().setBoolean("launchedBefore", true); // else the settings come up
   session.preferences().setShortcut({kSpaceKeyCode, kControlFlag | kOptionFlag});
-  session.preferences().setBoolean("launchedBefore", true);
   session.preferences().setInteger("menuSizeSettings", menuSize);
   session.preferences().setMenuItems(items(itemCount));
 }

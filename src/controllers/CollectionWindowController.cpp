@@ -84,7 +84,9 @@ void CollectionWindowController::setCollectionItem(std::shared_ptr<CollectionMen
 void CollectionWindowController::showWindowAtScreenPosition(Point point) {
   m_menuWindow.setFrame(point, collectionMenuSide(AppSettings::sharedInstance().menuSizeSettings()));
   orbelView().reloadData();
-  window().animateAlphaValue(1, [self = shared_from_this()] { self->m_windowVisible = true; });
+  window().animateAlphaValue(1, [self = weak_from_this()] {
+    if (const auto controller = self.lock()) controller->m_windowVisible = true;
+  });
   window().show();
 }
 

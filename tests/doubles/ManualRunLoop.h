@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace orbel {
@@ -24,6 +25,8 @@ public:
   void advance(double seconds);
   // Runs what is due now (delays of 0 seconds).
   void runDue() { advance(0); }
+  // Destroys the delays that have not run.
+  void dropPending() { std::exchange(m_delays, {}); }
   bool wantsFrames() const { return !m_frames->empty(); }
   std::size_t pendingDelays() const { return m_delays.size(); }
   int framesRun() const { return m_framesRun; }

@@ -15,6 +15,8 @@ OrbelWindowController::OrbelWindowController() : m_menuWindow(SurfaceLevel::menu
 
 OrbelWindowController::~OrbelWindowController() {
   if (m_collectionController) m_collectionController->setDelegate(nullptr);
+  // It lives by its fade alone, which nobody would see the end of.
+  if (const auto closing = m_closingCollection.lock()) closing->window().setAlphaValue(0);
 }
 
 std::shared_ptr<OrbelWindowController> OrbelWindowController::create() {
@@ -107,6 +109,7 @@ void OrbelWindowController::cancel() {
 void OrbelWindowController::closeCollection() {
   m_collectionController->hideWindow();
   m_collectionController->setDelegate(nullptr);
+  m_closingCollection = m_collectionController;
   m_collectionController = nullptr;
   orbelView().setEnabled(true);
 }

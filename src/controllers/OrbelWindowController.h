@@ -137,6 +137,7 @@ private:
   MenuItemPointer m_targetMenuItem;
   bool m_canClose = true;
   std::shared_ptr<CollectionWindowController> m_collectionController;
+  std::weak_ptr<CollectionWindowController> m_closingCollection; // fading out
   std::vector<Registration> m_observations;
 };
 

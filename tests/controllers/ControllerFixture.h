@@ -30,8 +30,7 @@ public:
 class ControllerTest : public testing::Test {
 protected:
   ~ControllerTest() override {
-    if (m_controller) m_controller->window().setAlphaValue(0);
-    m_controller.reset();
+    letControllerGo();
     AppSettings::destroySharedInstance();
   }
 
@@ -59,6 +58,12 @@ protected:
   std::shared_ptr<OrbelWindowController> shared() {
     controller();
     return m_controller;
+  }
+  // As the program does at its end, whatever it is in the middle of.
+  void letControllerGo() {
+    platform.runLoop.dropPending();
+    if (m_controller) m_controller->window().setAlphaValue(0);
+    m_controller.reset();
   }
   // Shown around (500, 500) with the pointer there, and faded in.
   OrbelWindowController& shown() {

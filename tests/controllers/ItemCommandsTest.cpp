@@ -603,6 +603,21 @@ TEST_F(OpenCollectionTest, ItsCloseButtonClosesItAloneAndTheMainMenuReloadsSoonA
   EXPECT_NE(controller().menuItems(), before);
 }
 
+// Neither a menu that fades in nor one that fades out may outlive the one that it belongs to.
+TEST_F(OpenCollectionTest, ItGoesWithTheMainMenuInTheMiddleOfAFade) {
+  for (const bool isFadingOut : {false, true}) {
+    store({storedCollection("Work", {storedCore("Mail")})});
+    shown().didClickItem(at(0));
+    const std::weak_ptr<CollectionWindowController> collection = controller().collectionController();
+    if (isFadingOut) controller().collectionWindowControllerShouldClose();
+    platform.runLoop.advance(0.05);
+    EXPECT_FALSE(collection.expired());
+    letControllerGo();
+    EXPECT_TRUE(collection.expired());
+    platform.runLoop.advance(1);
+  }
+}
+
 TEST_F(OpenCollectionTest, HoveringCountsTheCollectionsFrameToo) {
   openCollection();
   controller().collectionController()->showWindowAtScreenPosition({900, 900});

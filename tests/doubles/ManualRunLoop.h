@@ -6,6 +6,7 @@
 #include "foundation/RunLoop.h"
 
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace orbel {
@@ -27,6 +28,8 @@ public:
   void holdUp(double seconds) { m_clock.time += seconds; }
   // Runs what is due now (delays of 0 seconds).
   void runDue() { advance(0); }
+  // Destroys the delays that have not run.
+  void dropPending() { std::exchange(m_delays, {}); }
   bool wantsFrames() const { return m_frames.size() > 0; }
   std::size_t pendingDelays() const { return m_delays.size(); }
   int framesRun() const { return m_framesRun; }

@@ -1,6 +1,7 @@
 #include "backends/qt/DisplayServer.h"
 
 #include "backends/x11/Connection.h"
+#include "backends/x11/ScreenSelection.h"
 #include "foundation/Log.h"
 
 #include <QGuiApplication>
@@ -35,6 +36,10 @@ DisplayServer::DisplayServer(const X11Parts& parts, xcb_connection_t* windowConn
       m_blur(parts.connection, windowConnection), m_shape(windowConnection),
       m_stack(parts.connection, windowConnection), m_sharedPixels(parts.connection),
       m_settings(parts.connection), m_compositor(parts.connection, std::move(compositorChanged)) {}
+
+bool DisplayServer::isDragUnderWay() const {
+  return ScreenSelection::owner(m_connection, m_connection.atom("XdndSelection")) != XCB_NONE;
+}
 
 std::optional<QPoint> DisplayServer::pointerLocation() const {
   const auto reply = ownReply(xcb_query_pointer_reply(

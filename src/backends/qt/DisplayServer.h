@@ -38,6 +38,8 @@ public:
 
   Connection& connection() const { return m_connection; }
   bool isCompositing() const { return m_compositor.isCompositing(); }
+  // Whether a program offers something that is being dragged, asked now.
+  bool isDragUnderWay() const;
   // Device pixels of the root window, asked now.
   std::optional<QPoint> pointerLocation() const;
   std::unique_ptr<PointerWatch> makePointerWatch() const;

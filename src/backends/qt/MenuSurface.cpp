@@ -140,8 +140,8 @@ void MenuSurface::paintWindow(QPainter& painter, const QRect& damage) {
 }
 
 void MenuSurface::windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers) {
-  // A drag holds the pointer. One that has it no longer and did not say so has lost its program.
-  if (m_drag) windowDragLeft();
+  // A program that dies while it drags something over us says nothing.
+  if (m_drag && m_system.display() && !m_system.display()->isDragUnderWay()) windowDragLeft();
   m_pointerInside = true;
   if (m_pointerWatch) m_pointerWatch->stop();
   if (m_delegate) m_delegate->pointerMoved(mouseEvent(position, modifiers));

@@ -1,5 +1,7 @@
 #include "settings/SettingsFixture.h"
 
+#include <algorithm>
+
 namespace orbel::desktop {
 
 namespace {
@@ -34,8 +36,13 @@ testing::AssertionResult SettingsFixture::waitUntilOpen() {
     return testing::AssertionFailure()
            << "the settings are " << frame << ": the places of their controls no longer hold";
   }
-  // Shown is not painted yet.
-  return waitFor([&] { return m_session.screen().pixel(placeOf({122, 16})) != Rgb{}; }, "it is painted");
+  // Shown is not on the screen yet: a compositor takes its time. The button's left end is nearly white.
+  return waitFor(
+      [&] {
+        const Rgb button = m_session.screen().pixel(placeOf({kQuitButton.x - 58, kQuitButton.y}));
+        return std::min({button.red, button.green, button.blue}) > 230;
+      },
+      "it is painted");
 }
 
 testing::AssertionResult SettingsFixture::waitUntilClosed() {

@@ -30,6 +30,7 @@ TEST_P(SettingsWindowTest, StartingTheProgramASecondTimeOpensItCentredInTheRunni
   EXPECT_EQ(m_session.run({OrbelAgent::executable()}).exitStatus, 0);
   ASSERT_TRUE(waitUntilOpen());
   EXPECT_TRUE(isCentred());
+  savePicture("settings");
   EXPECT_TRUE(m_windows.isAbove(*settingsWindow(), other.id()));
 }
 

@@ -114,14 +114,12 @@ testing::AssertionResult EditingFixture::openContextMenuAt(ScreenPoint place) {
 }
 
 testing::AssertionResult EditingFixture::reopenContextMenuAt(ScreenPoint place) {
-  constexpr std::chrono::milliseconds kOpening{400};
-  return waitFor(
-      [&] {
-        m_input.clickAt(place, PointerButton::right);
-        return static_cast<bool>(
-            waitFor([this] { return !contextMenus().empty(); }, kOpening, "the context menu is open"));
-      },
-      "the context menu is open again");
+  // For half a second a right-click is taken for the one that closed the menu before.
+  constexpr std::chrono::milliseconds kClosing{650};
+  const auto isClosed = [this] { return contextMenus().empty(); };
+  if (const auto result = waitFor(isClosed, "the context menu is closed"); !result) return result;
+  if (const auto result = holdsFor(isClosed, kClosing, "it stays closed"); !result) return result;
+  return openContextMenuAt(place);
 }
 
 testing::AssertionResult EditingFixture::waitUntilContextMenuGone() {
@@ -187,6 +185,9 @@ testing::AssertionResult EditingFixture::waitForItems(const std::vector<StoredIt
         if (stored == expected) return testing::AssertionSuccess();
         auto failure = testing::AssertionFailure() << "stored is:";
         for (const StoredItem& item : stored.value_or(std::vector<StoredItem>{}))
+          failure << "\n  " << item;
+        failure << "\nexpected is:";
+        for (const StoredItem& item : expected)
           failure << "\n  " << item;
         return failure;
       },

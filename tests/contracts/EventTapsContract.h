@@ -7,6 +7,7 @@
 //   void clickSecondaryButton();
 //   void movePointer();          to another place, no button held
 //   void dragPointer();          presses the primary button, moves, releases it
+//   void passInterval();         the time in which movements may be left out passes
 #pragma once
 
 #include "platform/EventTaps.h"
@@ -65,8 +66,10 @@ TYPED_TEST_P(EventTapsContract, MovementsAreToldWhileNoButtonIsHeld) {
   this->subject.movePointer();
   EXPECT_GE(this->movements, 1);
   const int before = this->movements;
+  this->subject.passInterval();
   this->subject.dragPointer();
   EXPECT_EQ(this->movements, before);
+  this->subject.passInterval();
   this->subject.movePointer();
   EXPECT_GT(this->movements, before);
 }

@@ -31,6 +31,7 @@ public:
   void clickSecondaryButton() {} // no tap of the double hears of it
   void movePointer() { m_taps.mouseMoved(); }
   void dragPointer() { m_taps.mouseUp(); } // at its end
+  void passInterval() {}                   // it leaves none out
 
 private:
   FakeEventTaps m_taps;

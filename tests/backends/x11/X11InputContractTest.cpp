@@ -11,6 +11,7 @@
 
 #include <linux/input-event-codes.h>
 
+#include <chrono>
 #include <utility>
 
 namespace orbel::contracts {
@@ -81,6 +82,11 @@ public:
     m_server.driver().moveTo(m_x += 10, 100);
     m_server.driver().releaseButton(kPrimary);
     m_taps.drain();
+  }
+  void passInterval() {
+    const auto end =
+        std::chrono::steady_clock::now() + std::chrono::duration<double>(EventTaps::kMovementInterval);
+    test::iterateUntil([&] { return std::chrono::steady_clock::now() > end; });
   }
 
 private:

@@ -370,7 +370,9 @@ void RandomEditsTest::keep() {
   const std::string bundle = *item->app()->bundlePath();
   choose(place, "Keep in Orbel Menu");
   if (chance(20)) {
-    if (chance(50)) EXPECT_FALSE(platform.dialogs.answerPanel("/apps/other.desktop"));
+    if (chance(50)) {
+      EXPECT_FALSE(platform.dialogs.answerPanel("/apps/other.desktop"));
+    }
     platform.dialogs.answerPanel(std::nullopt);
   } else {
     expected[place] = {"AppMenuItem", bundle.substr(bundle.rfind('/') + 1), {}};

@@ -86,7 +86,7 @@ public:
   void passInterval() {
     const auto end =
         std::chrono::steady_clock::now() + std::chrono::duration<double>(EventTaps::kMovementInterval);
-    test::iterateUntil([&] { return std::chrono::steady_clock::now() > end; });
+    EXPECT_TRUE(test::iterateUntil([&] { return std::chrono::steady_clock::now() > end; }));
   }
 
 private:

@@ -14,6 +14,8 @@ constexpr std::uint32_t kEmbedVersion = 0;
 constexpr std::uint32_t kEmbedMapped = 1; // the tray shows the window when it has taken it
 constexpr std::uint32_t kRequestDock = 0;
 constexpr int kFirstSide = 24; // pixels; the tray decides
+constexpr std::uint32_t kSmallestSide = 16;
+constexpr std::uint32_t kHasSmallestSize = 1U << 4; // of the size hints
 constexpr std::uint32_t kAllPlanes = ~0U;
 constexpr xcb_button_t kPrimary = 1, kSecondary = 3;
 
@@ -85,6 +87,10 @@ void TrayIcon::describeWindow(const std::string& title) {
   xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, m_connection.atom("_NET_WM_NAME"),
                       m_connection.atom("UTF8_STRING"), 8, static_cast<std::uint32_t>(title.size()),
                       title.data());
+  // Some trays hide an icon that asks for no size.
+  const std::uint32_t hints[18] = {kHasSmallestSize, 0, 0, 0, 0, kSmallestSide, kSmallestSide};
+  xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_NORMAL_HINTS, XCB_ATOM_WM_SIZE_HINTS,
+                      32, 18, hints);
   constexpr char classes[] = "orbelmenu\0orbelmenu";
   xcb_change_property(xcb, XCB_PROP_MODE_REPLACE, m_window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 8,
                       sizeof classes, classes);

@@ -58,7 +58,7 @@ void CollectionWindowController::observe() {
   NotificationCenter& center = NotificationCenter::defaultCenter();
   m_observations.push_back(
       center.observe(kOrbelMenuMagnifySettingsChangedNotification, nullptr,
-                     [this](const Notification&) { m_menuWindow.refreshMagnification(); }));
+                     [this](const Notification&) { m_menuWindow.magnificationChanged(); }));
   m_observations.push_back(center.observe(kOrbelMenuWindowTintSettingsChangedNotification, nullptr,
                                           [this](const Notification&) { refreshWindowTint(); }));
   Workspace& workspace = Platform::current().workspace;

@@ -43,7 +43,7 @@ void OrbelWindowController::connect() {
   };
   m_observations.push_back(
       center.observe(kOrbelMenuMagnifySettingsChangedNotification, nullptr,
-                     [this](const Notification&) { m_menuWindow.refreshMagnification(); }));
+                     [this](const Notification&) { m_menuWindow.magnificationChanged(); }));
   observe(kOrbelMenuWindowTintSettingsChangedNotification, &OrbelWindowController::refreshWindowTint);
   observe(kOrbelMenuShowRunningAppsChangedNotification, &OrbelWindowController::refreshItems);
   observe(kOrbelMenuMenuSizeSettingsChangedNotification, &OrbelWindowController::menuSizeSettingsChanged);

@@ -50,4 +50,9 @@ void RadialMenuWindow::refreshMagnification() {
   m_orbelView->setMagnifyItemsOnMouseOver(AppSettings::sharedInstance().magnifySettings());
 }
 
+void RadialMenuWindow::magnificationChanged() {
+  refreshMagnification();
+  m_orbelView->reloadData();
+}
+
 } // namespace orbel

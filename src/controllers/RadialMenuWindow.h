@@ -25,6 +25,8 @@ public:
   // Takes tint and magnification from the settings; the tint also reloads the view.
   void refreshTint();
   void refreshMagnification();
+  // The same while the menu is open: the items take their new sizes at once, under a pointer that rests.
+  void magnificationChanged();
 
 private:
   std::unique_ptr<OrbelWindow> m_window;

@@ -20,7 +20,7 @@ struct Look {
 const Look& lookOf(ColorScheme scheme) {
   static constexpr Look kLight{Color::white(0.99), Color::white(0.82), Color::white(0.68), Color::white(0.1),
                                Color::white(0.6)};
-  static constexpr Look kDark{Color::white(0.28), Color::white(0.18), Color::white(0.45), Color::white(0.95),
+  static constexpr Look kDark{Color::white(0.34), Color::white(0.22), Color::white(0.48), Color::white(0.95),
                               Color::white(0.55)};
   return scheme == ColorScheme::dark ? kDark : kLight;
 }

@@ -288,6 +288,18 @@ TEST_F(OrbelWindowControllerTest, MagnificationFollowsItsSetting) {
   EXPECT_FALSE(controller().orbelView().magnifyItemsOnMouseOver());
 }
 
+TEST_F(OrbelWindowControllerTest, SwitchedMagnificationShowsUnderAPointerThatRests) {
+  shown();
+  const Point center = controller().window().frame().center();
+  platform.windows.movePointer({center.x + 10, center.y + 120});
+  OrbelView& view = controller().orbelView();
+  EXPECT_GT(view.relativeSize(at(0)), 4);
+  AppSettings::sharedInstance().setMagnifySettings(false);
+  EXPECT_EQ(view.relativeSize(at(0)), 1);
+  AppSettings::sharedInstance().setMagnifySettings(true);
+  EXPECT_GT(view.relativeSize(at(0)), 4);
+}
+
 TEST_F(OrbelWindowControllerTest, TheMenuIsVisibleAboveHalfAlpha) {
   controller().window().setAlphaValue(0.5);
   EXPECT_FALSE(controller().windowVisible());

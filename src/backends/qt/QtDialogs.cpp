@@ -4,12 +4,22 @@
 #include "backends/qt/OpenPanelDialog.h"
 #include "backends/qt/TextPromptDialog.h"
 
+#include <QApplication>
 #include <QFile>
 
 #include <algorithm>
 #include <utility>
 
 namespace orbel {
+
+namespace {
+bool floatingWindowIsShown() {
+  const auto windows = QApplication::topLevelWidgets();
+  return std::any_of(windows.begin(), windows.end(), [](const QWidget* window) {
+    return window->isVisible() && window->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
+  });
+}
+} // namespace
 
 QtDialogs::QtDialogs(PopUpRegistry& popUps, const TextServices& text, DialogHooks hooks)
     : m_popUps(popUps), m_text(text), m_hooks(std::move(hooks)) {}
@@ -65,6 +75,8 @@ void QtDialogs::run(std::unique_ptr<QDialog> dialog,
         // Last, because it may do anything, such as ask the next question.
         answer();
       });
+  // A window of ours that floats would cover it.
+  if (floatingWindowIsShown()) shown.setWindowFlag(Qt::WindowStaysOnTopHint);
   // Not modal for a window, as open() makes it: the menu's windows are nobody's parents, and all of them have
   // to wait.
   shown.setWindowModality(Qt::ApplicationModal);

@@ -90,6 +90,10 @@ void MenuFixture::quitAgent() {
   EXPECT_TRUE(m_agent->isRunning()) << "the program has ended with "
                                     << m_agent->process().exitStatus().value_or(0);
   m_agent->process().sendSignal(SIGTERM);
+  expectAgentQuits();
+}
+
+void MenuFixture::expectAgentQuits() {
   EXPECT_TRUE(m_agent->process().waitForExit(kPatience));
   EXPECT_EQ(m_agent->process().exitStatus(), 0);
   EXPECT_FALSE(m_agent->logContains("the X server refused")) << m_agent->logText();

@@ -62,6 +62,8 @@ protected:
   OrbelAgent& agent() { return *m_agent; }
   // Quits it and expects that it does so in order.
   void quitAgent();
+  // The user has quit it; expects that it ended in order.
+  void expectAgentQuits();
 
   InstalledProgram installProgram(const std::string& id, const TestWindowOptions& window, Rgb icon);
   // One that writes down which documents it was given and is the default application for the type.

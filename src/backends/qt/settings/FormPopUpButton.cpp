@@ -18,6 +18,7 @@ constexpr int kArrowRoom = 26;
 constexpr int kHeight = 26; // of the body
 constexpr int kEntryHeight = 26;
 constexpr double kArrowWidth = 1.6;
+constexpr int kListRadius = 8;
 
 QString cssColor(const QColor& color) {
   return QStringLiteral("rgba(%1,%2,%3,%4)")
@@ -48,6 +49,15 @@ FormPopUpButton::FormPopUpButton(QWidget* parent) : QComboBox(parent) {
   setFocusPolicy(Qt::StrongFocus);
   // A list of its own, which the style does not turn into a menu that covers the field.
   setView(new QListView(this));
+  styleList();
+}
+
+void FormPopUpButton::setTranslucentList(bool translucent) {
+  m_translucentList = translucent;
+  QWidget* window = view()->window();
+  window->setWindowFlag(Qt::FramelessWindowHint);
+  window->setWindowFlag(Qt::NoDropShadowWindowHint);
+  window->setAttribute(Qt::WA_TranslucentBackground, translucent);
   styleList();
 }
 
@@ -98,15 +108,19 @@ void FormPopUpButton::changeEvent(QEvent* event) {
 
 void FormPopUpButton::styleList() {
   const QPalette colors = palette();
+  // The list's window has a frame of the toolkit's style, which would show behind the round corners.
+  view()->window()->setStyleSheet(
+      QStringLiteral("QComboBoxPrivateContainer { border: 0; background: transparent; }"));
   view()->setStyleSheet(
-      QStringLiteral(
-          "QListView { background: %1; color: %2; border: 1px solid %3; padding: 3px; outline: 0; }"
-          "QListView::item { min-height: %6px; padding-left: 6px; border-radius: 5px; }"
-          "QListView::item:selected { background: %4; color: %5; }")
+      QStringLiteral("QListView { background: %1; color: %2; border: 1px solid %3; border-radius: %7px; "
+                     "padding: 3px; outline: 0; }"
+                     "QListView::item { min-height: %6px; padding-left: 6px; border-radius: 5px; }"
+                     "QListView::item:selected { background: %4; color: %5; }")
           .arg(cssColor(colors.color(QPalette::Base)), cssColor(colors.color(QPalette::Text)),
                cssColor(colors.color(QPalette::Mid)), cssColor(colors.color(QPalette::Highlight)),
                cssColor(colors.color(QPalette::HighlightedText)))
-          .arg(kEntryHeight));
+          .arg(kEntryHeight)
+          .arg(m_translucentList ? kListRadius : 0));
 }
 
 } // namespace orbel

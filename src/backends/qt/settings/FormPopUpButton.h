@@ -13,6 +13,8 @@ class FormPopUpButton : public QComboBox {
 public:
   explicit FormPopUpButton(QWidget* parent = nullptr);
 
+  // The list of entries gets round corners where windows can be translucent.
+  void setTranslucentList(bool translucent);
   void addEntry(const QString& title, std::int64_t tag);
   // An unknown tag changes nothing.
   void selectEntryWithTag(std::int64_t tag);
@@ -28,6 +30,8 @@ protected:
 
 private:
   void styleList();
+
+  bool m_translucentList = false;
 };
 
 } // namespace orbel

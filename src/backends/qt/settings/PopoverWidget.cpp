@@ -97,6 +97,8 @@ QPainterPath PopoverWidget::outline() const {
 
 void PopoverWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
+  // Where nothing can be clear, the edge must not mix with the black beneath.
+  if (m_display && !m_display->isCompositing()) painter.fillRect(rect(), palette().base());
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(palette().color(QPalette::Mid), 1));
   painter.setBrush(palette().base());

@@ -1,5 +1,6 @@
 #include "backends/qt/settings/QtSettingsForm.h"
 
+#include "backends/qt/DisplayServer.h"
 #include "backends/qt/OwnResources.h"
 #include "backends/qt/settings/QtPopover.h"
 
@@ -37,7 +38,7 @@ QtSettingsForm::QtSettingsForm(const SettingsFormEnvironment& environment, Setti
                                SettingsFormDelegate& delegate)
     : m_environment(environment), m_delegate(delegate), m_window(environment.display, environment.activate) {
   OwnResources::load();
-  widget().setWindowTitle(localized("Orbel Menu Settings"));
+  widget().setWindowTitle(localized("Settings"));
   build(contents);
   addKeys();
   m_window.widget().setDidHide([this] { closePopovers(); });
@@ -166,6 +167,7 @@ FormPopUpButton* QtSettingsForm::makePopUpButton(const std::vector<SettingsChoic
                                                  const QString& name, Tagged clicked) {
   auto* button = new FormPopUpButton(&widget());
   button->setAccessibleName(name);
+  button->setTranslucentList(m_environment.display && m_environment.display->isCompositing());
   for (const SettingsChoice& choice : choices)
     button->addEntry(QString::fromStdString(choice.title), choice.tag);
   QObject::connect(button, &QComboBox::activated, button,

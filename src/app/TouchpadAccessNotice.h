@@ -6,8 +6,8 @@ namespace orbel {
 
 class TouchpadAccessNotice {
 public:
-  // Applies the access rule that is installed with the program to the touchpads that are there already.
-  static constexpr const char* kCommand = "sudo udevadm trigger --subsystem-match=input";
+  // Installed with the program: it lets whoever sits at the seat read the touchpads.
+  static constexpr const char* kCommand = "sudo orbelmenu-touchpad-access";
 
   // Remembered in the preferences once the desktop has taken the message; without anybody who shows messages
   // it is tried again at the next start.

@@ -2,16 +2,14 @@
 
 #include <QCoreApplication>
 #include <QEvent>
-#include <QIcon>
-#include <QPixmap>
+#include <QImage>
 
+#include <algorithm>
+#include <cstddef>
+#include <optional>
 #include <utility>
 
 namespace orbel {
-
-namespace {
-constexpr int kTraySides[] = {16, 22, 24, 32, 48, 64}; // pixels
-}
 
 QtStatusItem::QtStatusItem(StatusItemContents contents, SystemTrayWatch& tray, const QDBusConnection& bus)
     : m_picture(QString::fromStdString(contents.image), contents.isTemplate),
@@ -27,37 +25,32 @@ QtStatusItem::QtStatusItem(StatusItemContents contents, SystemTrayWatch& tray, c
 
 void QtStatusItem::trayChanged() {
   const xcb_window_t tray = m_usesTray ? m_tray.tray() : xcb_window_t{XCB_NONE};
-  if (tray != m_iconsTray) {
-    // The toolkit does not follow a tray that comes later or comes back: the icon is made anew for each.
-    m_trayIcon.reset();
-    m_iconsTray = tray;
-    if (tray != XCB_NONE) putIntoTray();
-  }
+  const bool isAnother = tray != m_iconsTray;
+  if (isAnother) m_trayIcon.reset();
+  m_iconsTray = tray;
   redraw();
+  if (!isAnother || tray == XCB_NONE) return;
+  m_trayIcon = std::make_unique<TrayIcon>(
+      m_tray.connection(), tray,
+      TrayIcon::Contents{m_title.toStdString(), [this](int side) { return bitmap(side); }, m_clicked});
 }
 
-void QtStatusItem::putIntoTray() {
-  m_trayIcon = std::make_unique<QSystemTrayIcon>();
-  m_trayIcon->setToolTip(m_title);
-  connect(m_trayIcon.get(), &QSystemTrayIcon::activated, this,
-          [this](QSystemTrayIcon::ActivationReason reason) {
-            if (reason != QSystemTrayIcon::MiddleClick && m_clicked) m_clicked();
-          });
-  redraw();
-  m_trayIcon->show();
+Bitmap QtStatusItem::bitmap(int side) const {
+  const QImage image = m_picture.image(side, m_foreground);
+  Bitmap bitmap(image.width(), image.height());
+  for (int y = 0; y < image.height(); ++y)
+    std::copy_n(reinterpret_cast<const std::uint32_t*>(image.constScanLine(y)), image.width(),
+                bitmap.pixels.begin() + static_cast<std::ptrdiff_t>(y) * image.width());
+  return bitmap;
 }
 
 void QtStatusItem::redraw() {
   std::optional<QColor> wish;
   if (const auto color = m_tray.foreground())
     wish = QColor::fromRgba64(QRgba64::fromRgba64(color->red, color->green, color->blue, 0xFFFF));
-  const QColor color = StatusPicture::foreground(wish);
-  m_notifierItem.setForeground(color);
-  if (!m_trayIcon) return;
-  QIcon icon;
-  for (const int side : kTraySides)
-    icon.addPixmap(QPixmap::fromImage(m_picture.image(side, color)));
-  m_trayIcon->setIcon(icon);
+  m_foreground = StatusPicture::foreground(wish);
+  m_notifierItem.setForeground(m_foreground);
+  if (m_trayIcon) m_trayIcon->redraw();
 }
 
 bool QtStatusItem::eventFilter(QObject* object, QEvent* event) {

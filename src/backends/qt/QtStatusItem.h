@@ -5,12 +5,13 @@
 #include "backends/qt/StatusNotifierItem.h"
 #include "backends/qt/StatusNotifierRegistration.h"
 #include "backends/x11/SystemTrayWatch.h"
+#include "backends/x11/TrayIcon.h"
 #include "foundation/Registration.h"
 #include "platform/StatusBar.h"
 
+#include <QColor>
 #include <QDBusConnection>
 #include <QObject>
-#include <QSystemTrayIcon>
 
 #include <functional>
 #include <memory>
@@ -26,16 +27,17 @@ public:
 
 private:
   void trayChanged();
-  void putIntoTray();
+  Bitmap bitmap(int side) const;
   void redraw();
 
   StatusPicture m_picture;
   QString m_title;
   std::function<void()> m_clicked;
   SystemTrayWatch& m_tray;
+  QColor m_foreground;
   StatusNotifierItem m_notifierItem;
   bool m_usesTray = false; // no panel draws notifier items
-  std::unique_ptr<QSystemTrayIcon> m_trayIcon;
+  std::unique_ptr<TrayIcon> m_trayIcon;
   xcb_window_t m_iconsTray = XCB_NONE; // the tray that the icon was put into
   Registration m_trayChanges;
   StatusNotifierRegistration m_registration;

@@ -25,6 +25,7 @@ public:
   // The connection outlives the watch.
   explicit SystemTrayWatch(Connection& connection);
 
+  Connection& connection() const { return m_connection; }
   // The tray's window, which tells one tray from the next; XCB_NONE while there is none.
   xcb_window_t tray() const { return m_tray; }
   // Asked of the server now. Nothing when there is no tray or it does not say.

@@ -195,5 +195,60 @@ TEST_F(QtStatusBarOnDisplay, WithoutAnyPanelNothingHappens) {
   EXPECT_EQ(m_log.lines, std::vector<std::string>());
 }
 
+TEST_F(QtStatusBarOnDisplay, WithoutASessionBusTheOlderTrayHasTheIcon) {
+  SystemTray tray(testDisplay()->environment().at("DISPLAY"), kDark, kLight);
+  makeItemOn(QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere/bus"), "missing"));
+  EXPECT_TRUE(isDockedIn(tray));
+}
+
+TEST_F(QtStatusBarOnDisplay, WhereThereIsOnlyTheOlderTrayTheIconIsThereInItsColour) {
+  for (const auto& [bar, foreground] : {std::pair(kDark, kLight), std::pair(kLight, kDark)}) {
+    SystemTray tray(testDisplay()->environment().at("DISPLAY"), bar, foreground);
+    makeItem();
+    ASSERT_TRUE(isDockedIn(tray));
+    EXPECT_TRUE(becomesTrue([&] { return markIn(tray, bar).first > 100; }, "the icon is drawn"));
+    const int brightness = markIn(tray, bar).second;
+    EXPECT_NEAR(brightness, foreground.green, 60);
+    testDisplay()->screen().save("tray-" + std::to_string(bar.red), {0, 0, 96, 32});
+    m_clicks = 0;
+    testDisplay()->input().clickAt(tray.icons().front().center());
+    EXPECT_TRUE(becomesTrue([&] { return m_clicks == 1; }, "the click is told"));
+    m_item.reset();
+    EXPECT_TRUE(becomesTrue([&] { return tray.icons().empty(); }, "the icon is gone"));
+  }
+}
+
+TEST_F(QtStatusBarOnDisplay, AnOlderTrayThatComesLaterOrComesBackGetsTheIcon) {
+  makeItem();
+  QCoreApplication::processEvents();
+  for (int round = 0; round < 2; ++round) {
+    SystemTray tray(testDisplay()->environment().at("DISPLAY"), kDark, kLight);
+    ASSERT_TRUE(isDockedIn(tray)) << round;
+  }
+}
+
+TEST_F(QtStatusBarOnDisplay, TheIconFollowsATrayThatChangesItsColour) {
+  SystemTray tray(testDisplay()->environment().at("DISPLAY"), kDark, kDark);
+  makeItem();
+  ASSERT_TRUE(isDockedIn(tray));
+  tray.setForeground(kLight);
+  EXPECT_TRUE(becomesTrue([&] { return markIn(tray, kDark).first > 100; }, "the icon stands out"));
+}
+
+TEST_F(QtStatusBarOnDisplay, TheOlderTrayLosesTheIconToAPanelAndGetsItBack) {
+  SystemTray tray(testDisplay()->environment().at("DISPLAY"), kDark, kLight);
+  makeItem();
+  ASSERT_TRUE(isDockedIn(tray));
+  StatusNotifierWatcher watcher(m_address, PanelPresence::absent);
+  ASSERT_TRUE(registersWith(watcher));
+  EXPECT_EQ(tray.icons().size(), 1u);
+  watcher.setPanel(PanelPresence::drawsItems);
+  EXPECT_TRUE(
+      becomesTrue([&] { return watcher.items().size() == 1 && tray.icons().empty(); }, "the panel has it"));
+  watcher.setPanel(PanelPresence::absent);
+  EXPECT_TRUE(becomesTrue([&] { return watcher.items().size() == 1 && tray.icons().size() == 1; },
+                          "the tray has it again"));
+}
+
 } // namespace
 } // namespace orbel

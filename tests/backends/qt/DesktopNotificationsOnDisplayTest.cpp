@@ -1,0 +1,75 @@
+// Messages to a notification area on a real session bus.
+#include "backends/qt/DesktopNotifications.h"
+
+#include "backends/qt/LogCapture.h"
+#include "backends/qt/TestDisplay.h"
+#include "harness/NotificationServer.h"
+#include "harness/TemporaryDirectory.h"
+
+#include <gtest/gtest.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace orbel {
+namespace {
+
+class DesktopNotificationsOnDisplay : public testing::Test {
+protected:
+  void SetUp() override {
+    if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
+    auto environment = testDisplay()->environment();
+    m_address = "unix:path=" + (m_folder.path() / "bus").string();
+    environment["DBUS_SESSION_BUS_ADDRESS"] = m_address;
+    m_bus.emplace(environment, m_folder.path() / "services", m_address, m_folder.path() / "bus.log");
+  }
+  void TearDown() override { QDBusConnection::disconnectFromBus(QStringLiteral("notifications")); }
+
+  void deliver(DesktopNotifications& notifications) {
+    notifications.deliver({"Title", "a < b & c\nsecond"},
+                          [this](bool isTaken) { m_answers.push_back(isTaken); });
+  }
+  testing::AssertionResult isAnswered(bool isTaken) {
+    return becomesTrue([&] { return m_answers == std::vector<bool>{isTaken}; }, "the answer comes");
+  }
+  QDBusConnection connection() const {
+    return QDBusConnection::connectToBus(QString::fromStdString(m_address), QStringLiteral("notifications"));
+  }
+
+  desktop::TemporaryDirectory m_folder{"orbel-notifications"};
+  std::string m_address;
+  std::optional<desktop::SessionBus> m_bus;
+  LogCapture m_log;
+  std::vector<bool> m_answers;
+};
+
+TEST_F(DesktopNotificationsOnDisplay, TheDesktopShowsTheMessageAsPlainText) {
+  desktop::NotificationServer server(m_address);
+  DesktopNotifications notifications(connection());
+  deliver(notifications);
+  EXPECT_TRUE(m_answers.empty()) << "answered within the call";
+  ASSERT_TRUE(isAnswered(true));
+  ASSERT_EQ(server.messages().size(), 1u);
+  EXPECT_EQ(server.messages()[0].program, "Orbel Menu");
+  EXPECT_EQ(server.messages()[0].title, "Title");
+  EXPECT_EQ(server.messages()[0].text, "a &lt; b &amp; c\nsecond");
+}
+
+TEST_F(DesktopNotificationsOnDisplay, WithoutAnybodyWhoShowsMessagesThatIsToldAndLogged) {
+  DesktopNotifications notifications(connection());
+  deliver(notifications);
+  EXPECT_TRUE(isAnswered(false));
+  EXPECT_TRUE(m_log.has("shows no notifications"));
+}
+
+TEST_F(DesktopNotificationsOnDisplay, WithoutABusTheTextIsInTheLog) {
+  DesktopNotifications notifications(
+      QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere/bus"), "missing"));
+  deliver(notifications);
+  EXPECT_TRUE(isAnswered(false));
+  EXPECT_TRUE(m_log.has("a < b & c"));
+}
+
+} // namespace
+} // namespace orbel

@@ -44,8 +44,7 @@ std::shared_ptr<Touchpad> Touchpad::open(const TouchpadDevice& device, std::int3
   }
   libevdev* kernelDevice = libevdev_new();
   libevdev_set_device_log_function(kernelDevice, logMessage, LIBEVDEV_LOG_ERROR, nullptr);
-  const std::shared_ptr<Touchpad> touchpad(
-      new Touchpad(descriptor, kernelDevice, number, std::move(handlers)));
+  std::shared_ptr<Touchpad> touchpad(new Touchpad(descriptor, kernelDevice, number, std::move(handlers)));
   if (const int status = libevdev_set_fd(kernelDevice, descriptor); status < 0) {
     cause = std::strerror(-status);
     return nullptr;

@@ -66,6 +66,10 @@ void QtSettingsForm::build(SettingsFormContents& contents) {
       makeCheckBox(localized("&Launch at login"), &SettingsFormDelegate::startOnLoginCheckboxClicked);
   m_helpButton = makeButton(FormButton::Shape::disc, QStringLiteral("?"),
                             localized("Show how to make the gesture"), &SettingsFormDelegate::helpClicked);
+  // The window keeps its size whatever is chosen beside it.
+  QSizePolicy keepsItsPlace = m_helpButton->sizePolicy();
+  keepsItsPlace.setRetainSizeWhenHidden(true);
+  m_helpButton->setSizePolicy(keepsItsPlace);
   m_swiftModeInfoButton =
       makeButton(FormButton::Shape::disc, QStringLiteral("i"), localized("What is Swift Mode?"),
                  &SettingsFormDelegate::swiftModeInfoClicked);

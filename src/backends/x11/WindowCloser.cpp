@@ -45,6 +45,9 @@ int WindowCloser::closeWindows(std::int32_t processIdentifier) {
       ClientMessage::sendToProgram(m_connection, window, "WM_PROTOCOLS",
                                    {m_connection.atom("WM_DELETE_WINDOW"), now, 0, 0, 0});
   }
+  // The companion ends right after this. A connection that is closed with something unread in it is reset,
+  // and what the server has not read by then is lost.
+  if (asked > 0) m_connection.drain();
   return asked;
 }
 

@@ -121,8 +121,8 @@ TEST_P(FileDropCasesTest, ProgramsBecomeApplicationItems) {
                               kShelf);
   drop(source, kPlace, "copy");
   EXPECT_TRUE(source.waitUntilFinished("copy"));
+  ASSERT_TRUE(waitFor([&] { return m_session.preferences().menuItems()->size() == 7; }, "they are stored"));
   const auto stored = m_session.preferences().menuItems().value();
-  ASSERT_EQ(stored.size(), 7U);
   const std::filesystem::path paths[] = {entry, image, bundle, inside / "plain.txt"};
   for (std::size_t index = 0; index < 4; ++index) {
     EXPECT_EQ(stored[index].kind, "AppMenuItem") << index;
@@ -151,7 +151,7 @@ TEST_P(FileDropCasesTest, UrisOfThisMachineAreFilesAndOthersAreLeftOutWithALineI
   const FileDragSource remote(m_session, {"https://example.org/other.html"}, {220, 700});
   drop(remote, kPlace, "copy");
   EXPECT_TRUE(remote.waitUntilFinished("copy"));
-  EXPECT_EQ(m_session.preferences().menuItems()->size(), 5U);
+  EXPECT_TRUE(holdsFor([&] { return m_session.preferences().menuItems()->size() == 5; }, 300ms, "all stays"));
 }
 
 TEST_P(FileDropCasesTest, FiveHundredFilesComeInTheirOrder) {

@@ -6,8 +6,19 @@
 #include <QUrl>
 
 #include <cstdio>
+#include <unistd.h>
+
+namespace {
+// Without a media plug-in the toolkit gives up with a fatal message. That is no crash worth a memory dump.
+void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
+  if (type == QtDebugMsg || type == QtInfoMsg) return;
+  std::fprintf(stderr, "%s\n", qUtf8Printable(message));
+  if (type == QtFatalMsg) _exit(1);
+}
+} // namespace
 
 int main(int argumentCount, char** arguments) {
+  qInstallMessageHandler(handleMessage);
   QGuiApplication application(argumentCount, arguments);
   const QString name = QCoreApplication::arguments().value(1);
   if (name.isEmpty() || !QFile::exists(QStringLiteral(":/video/") + name)) {

@@ -1,11 +1,15 @@
 // The help's video through the real video program, and through programs that are none.
 #include "backends/qt/LogCapture.h"
 #include "backends/qt/video/QtVideoPlayers.h"
+#include "harness/TemporaryDirectory.h"
 
 #include <QFile>
 #include <QTest>
 
 #include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
 
 namespace orbel {
 namespace {
@@ -97,6 +101,21 @@ TEST_F(QtVideoPlayersTest, AVideoThatTheProgramCannotPlayIsLoggedOnce) {
   EXPECT_EQ(frames, 0);
   // Harmless afterwards.
   player->play();
+}
+
+TEST_F(QtVideoPlayersTest, WithoutAMediaPluginThereIsALineInTheLogAndNoFrame) {
+  const desktop::TemporaryDirectory folder("orbel-video");
+  const auto program = folder.path() / "without-plugin";
+  std::ofstream(program) << "#!/bin/sh\nQT_MEDIA_BACKEND=none exec " << ORBEL_VIDEO_PROGRAM << " \"$@\"\n";
+  std::filesystem::permissions(program, std::filesystem::perms::owner_all);
+  QtVideoPlayers players(QString::fromStdString(program.string()));
+  const auto player = players.load("ThreeFingerRest", "mp4", handlers());
+  ASSERT_NE(player, nullptr);
+  player->play();
+  ASSERT_TRUE(waitFor([&] { return !log.lines.empty(); }));
+  EXPECT_EQ(log.lines.size(), 1u);
+  EXPECT_TRUE(log.has("ThreeFingerRest.mp4 is shown as a still picture: QtMultimedia is not"));
+  EXPECT_EQ(frames, 0);
 }
 
 TEST_F(QtVideoPlayersTest, AProgramThatTalksNonsenseIsEndedAndLogged) {

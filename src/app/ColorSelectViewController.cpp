@@ -73,14 +73,16 @@ void ColorSelectViewController::awakeFromNib() {
   }
 }
 
-std::vector<HostedView> ColorSelectViewController::content() const {
+std::vector<HostedView> ColorSelectViewController::content(const Color& present) const {
   std::vector<HostedView> views;
   for (const auto& box : m_boxes) {
     views.push_back({.view = box,
                      .accessibleName = nameOf(box->fillColor()),
-                     .press = [self = weak_from_this(), button = box->subviews().front()] {
-                       if (const auto controller = self.lock()) controller->buttonClicked(*button);
-                     }});
+                     .press =
+                         [self = weak_from_this(), button = box->subviews().front()] {
+                           if (const auto controller = self.lock()) controller->buttonClicked(*button);
+                         },
+                     .isCurrent = box->fillColor() == present});
   }
   return views;
 }

@@ -29,8 +29,8 @@ public:
 
   // One box a colour, each with a button inside.
   const std::vector<std::shared_ptr<SwatchView>>& boxes() const { return m_boxes; }
-  // What a popover shows, in rows of kColumns.
-  std::vector<HostedView> content() const;
+  // What a popover shows, in rows of kColumns; the swatch of the present colour is the current one.
+  std::vector<HostedView> content(const Color& present) const;
   // Tells the delegate the fill colour of the box that the button stands in; of any other view, nothing.
   void buttonClicked(const View& button) const;
 

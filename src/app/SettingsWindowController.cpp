@@ -230,7 +230,8 @@ void SettingsWindowController::windowTintClicked() {
     if (controller && controller->m_currentPopover)
       controller->popoverDidClose(*controller->m_currentPopover);
   });
-  m_currentPopover->setContent(m_colorSelection->content(), ColorSelectViewController::kColumns);
+  m_currentPopover->setContent(m_colorSelection->content(settings().windowTintColor()),
+                               ColorSelectViewController::kColumns);
   m_currentPopover->show(SettingsControl::windowTint);
 }
 

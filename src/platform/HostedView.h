@@ -20,6 +20,8 @@ struct HostedView {
   std::function<std::string(Point)> toolTipAt = {};
   // Space or Return while it has the keyboard focus. A view without it takes no focus.
   std::function<void()> press = {};
+  // Has the keyboard when the popover that it stands in opens.
+  bool isCurrent = false;
 };
 
 } // namespace orbel

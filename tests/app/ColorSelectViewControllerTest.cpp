@@ -74,7 +74,7 @@ TEST_F(ColorSelectViewControllerTest, APressAndAReleaseOnTheSwatchClickIt) {
 
 TEST_F(ColorSelectViewControllerTest, TheKeyboardClicksAsWellAndEverySwatchHasAName) {
   std::set<std::string> names;
-  const auto content = controller->content();
+  const auto content = controller->content(Color::white(1));
   ASSERT_EQ(content.size(), controller->boxes().size());
   for (const HostedView& hosted : content) {
     names.insert(hosted.accessibleName);
@@ -87,13 +87,21 @@ TEST_F(ColorSelectViewControllerTest, TheKeyboardClicksAsWellAndEverySwatchHasAN
     EXPECT_EQ(selected[index], controller->boxes()[index]->fillColor());
 }
 
+TEST_F(ColorSelectViewControllerTest, TheSwatchOfThePresentColourIsTheCurrentOne) {
+  const auto content = controller->content(controller->boxes().at(6)->fillColor());
+  for (std::size_t index = 0; index < content.size(); ++index)
+    EXPECT_EQ(content[index].isCurrent, index == 6) << index;
+  for (const HostedView& hosted : controller->content({0.1, 0.2, 0.3, 1}))
+    EXPECT_FALSE(hosted.isCurrent);
+}
+
 TEST_F(ColorSelectViewControllerTest, AColourThatIsNotOfferedHasNoName) {
   EXPECT_EQ(ColorSelectViewController::nameOf(Color::white(1)), "White");
   EXPECT_EQ(ColorSelectViewController::nameOf({0.123, 0.4, 0.5, 1}), "");
 }
 
 TEST_F(ColorSelectViewControllerTest, AClickAfterItHasGoneDoesNothing) {
-  const auto content = controller->content();
+  const auto content = controller->content(Color::white(1));
   controller = nullptr;
   content.at(0).press();
   EXPECT_TRUE(selected.empty());

@@ -255,6 +255,17 @@ TEST_F(QtSettingsFormTest, TheArrowKeysWalkThroughAPopover) {
   EXPECT_EQ(delegate.done, Done{"d"});
 }
 
+TEST_F(QtSettingsFormTest, APopoverBeginsAtItsCurrentView) {
+  shown();
+  const auto popover = form().makePopover({});
+  auto current = hosted("b", {0, 0, 20, 20});
+  current.isCurrent = true;
+  popover->setContent({hosted("a", {0, 0, 20, 20}), current}, 2);
+  popover->show(SettingsControl::windowTint);
+  QTest::keyClick(QApplication::activePopupWidget()->focusWidget(), Qt::Key_Space);
+  EXPECT_EQ(delegate.done, Done{"b"});
+}
+
 TEST_F(QtSettingsFormTest, APopoverMayEndWhileItTellsThatItHasClosed) {
   shown();
   std::unique_ptr<Popover> popover;

@@ -68,8 +68,15 @@ void PopoverWidget::showBeside(const QWidget& control) {
     clearMask();
   }
   show();
-  if (!m_hosts.empty() && m_hosts.front()->focusPolicy() != Qt::NoFocus)
-    m_hosts.front()->setFocus(Qt::PopupFocusReason);
+  focusCurrent();
+}
+
+void PopoverWidget::focusCurrent() {
+  auto current = std::find_if(m_hosts.begin(), m_hosts.end(),
+                              [](const ViewHost* host) { return host->hosted().isCurrent; });
+  if (current == m_hosts.end()) current = m_hosts.begin();
+  if (current != m_hosts.end() && (*current)->focusPolicy() != Qt::NoFocus)
+    (*current)->setFocus(Qt::PopupFocusReason);
 }
 
 QRectF PopoverWidget::body() const {

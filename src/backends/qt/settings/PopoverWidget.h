@@ -30,6 +30,7 @@ protected:
   void keyPressEvent(QKeyEvent* event) override;
 
 private:
+  void focusCurrent(); // or the first view
   QRectF body() const;
   QPainterPath outline() const;
 

@@ -9,6 +9,8 @@
 #include <ostream>
 #include <unistd.h>
 
+#include <X11/keysym.h>
+
 using namespace orbel::desktop;
 
 namespace {
@@ -79,6 +81,15 @@ protected:
     return waitUntilMenuShown(kPlace);
   }
   std::filesystem::path file() { return m_session.preferences().path(); }
+  testing::AssertionResult closeSettings() {
+    const auto hasFocus = [&] {
+      const auto focused = m_windows.focusWindow();
+      return focused && m_windows.processOf(*focused) == agent().pid();
+    };
+    if (const auto shown = waitFor(hasFocus, "the settings are shown"); !shown) return shown;
+    m_input.typeKey(XK_Escape);
+    return waitFor([&] { return !hasFocus(); }, "the settings are closed");
+  }
 };
 
 class BadPreferencesTest : public PreferencesTest, public testing::WithParamInterface<BadFile> {};
@@ -91,6 +102,7 @@ TEST_P(BadPreferencesTest, AreKeptAsideAndTheMenuStartsAfresh) {
   const auto aside = filesBeside(file(), "preferences.plist.unreadable-");
   ASSERT_EQ(aside.size(), 1U);
   EXPECT_EQ(readFile(aside.front()), bad);
+  ASSERT_TRUE(closeSettings()); // with nothing left of the store this is a first launch
 
   // Beside the settings, which come up in the middle for whoever seems to be new.
   const ScreenPoint place{230, 230};

@@ -104,16 +104,14 @@ TEST_P(BadPreferencesTest, AreKeptAsideAndTheMenuStartsAfresh) {
   EXPECT_EQ(readFile(aside.front()), bad);
   ASSERT_TRUE(closeSettings()); // with nothing left of the store this is a first launch
 
-  // Beside the settings, which come up in the middle for whoever seems to be new.
-  const ScreenPoint place{230, 230};
   m_session.preferences().setShortcut(kControlAltSpace);
-  m_input.movePointer(place);
+  m_input.movePointer(kPlace);
   const auto pressed = [&] {
     if (!menuWindow()) pressShortcut();
     return menuWindow().has_value();
   };
   ASSERT_TRUE(waitFor(pressed, "the shortcut works"));
-  ASSERT_TRUE(waitUntilMenuShown(place));
+  ASSERT_TRUE(waitUntilMenuShown(kPlace));
   // The six default items are there: no slot of a ring of six shows the disc alone.
   const auto menu = menuFrame().value();
   const Rgb disc = m_session.screen().pixel({menu.center().x + 40, menu.center().y});

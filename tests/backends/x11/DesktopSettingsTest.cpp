@@ -124,7 +124,7 @@ TEST(DesktopSettingsTest, ATextIsFoundByItsNameAndNothingElseIsOne) {
 
 TEST(DesktopSettingsTest, ATextThatEndsTooEarlyIsNone) {
   auto bytes = Settings().string("Net/ThemeName", "Adwaita-dark").bytes();
-  bytes.resize(bytes.size() - 4);
+  bytes.erase(bytes.end() - 4, bytes.end());
   EXPECT_EQ(DesktopSettings::text(bytes, "Net/ThemeName"), std::nullopt);
 }
 

@@ -35,9 +35,11 @@ bool ExtensionKeyGrabs::isHeldByAnother(xcb_keycode_t keyCode, std::span<const s
                                        XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
                                        XCB_INPUT_GRAB_OWNER_NO_OWNER, &events, modifierMasks.data()),
       nullptr));
-  xcb_input_xi_passive_ungrab_device(m_connection.xcb(), m_connection.root(), keyCode, kEveryKeyboard, count,
-                                     XCB_INPUT_GRAB_TYPE_KEYCODE, modifierMasks.data());
-  m_connection.flush();
+  // Waited for: a key that is pressed meanwhile would still come to this grab instead of to our own hot key.
+  const auto released = xcb_input_xi_passive_ungrab_device_checked(
+      m_connection.xcb(), m_connection.root(), keyCode, kEveryKeyboard, count, XCB_INPUT_GRAB_TYPE_KEYCODE,
+      modifierMasks.data());
+  const auto error = ownReply(xcb_request_check(m_connection.xcb(), released));
   // The reply lists the modifiers that could not be had.
   return reply && reply->num_modifiers != 0;
 }

@@ -1,12 +1,9 @@
 #include "support/TestTouchpad.h"
 
 #include <algorithm>
-#include <cerrno>
 #include <cmath>
 #include <cstring>
-#include <fcntl.h>
 #include <linux/input.h>
-#include <poll.h>
 #include <stdexcept>
 #include <sys/time.h>
 #include <umockdev.h>
@@ -91,7 +88,6 @@ void TestTouchpad::plugIn() {
   if (!umockdev_testbed_attach_ioctl(m_testbed, m_node.c_str(), m_handler, &error))
     throw std::runtime_error(error->message);
   m_descriptor = umockdev_testbed_get_dev_fd(m_testbed, m_node.c_str());
-  fcntl(m_descriptor, F_SETFL, fcntl(m_descriptor, F_GETFL) | O_NONBLOCK);
   m_isPresent = true;
   umockdev_testbed_uevent(m_testbed, ("/sys" + m_systemPath).c_str(), "add");
 }
@@ -182,24 +178,9 @@ void TestTouchpad::write(const std::vector<Event>& events) const {
     kernelEvent.value = event.value;
     told.push_back(kernelEvent);
   }
-  writeBytes(reinterpret_cast<const std::byte*>(told.data()), told.size() * sizeof(input_event));
-}
-
-// The device is a terminal underneath, which takes what there is room for. A write that waited for the rest
-// could wait for ever: a terminal that was full does not always say that it has been read.
-void TestTouchpad::writeBytes(const std::byte* bytes, std::size_t size) const {
-  constexpr int kAskAgain = 1; // milliseconds
-  for (std::size_t done = 0; done < size;) {
-    const ssize_t count = ::write(m_descriptor, bytes + done, size - done);
-    if (count > 0) {
-      done += static_cast<std::size_t>(count);
-    } else if (errno == EAGAIN || errno == EINTR) {
-      pollfd room{m_descriptor, POLLOUT, 0};
-      poll(&room, 1, kAskAgain);
-    } else {
-      throw std::runtime_error("the device takes no events");
-    }
-  }
+  const std::size_t size = told.size() * sizeof(input_event);
+  if (::write(m_descriptor, told.data(), size) != static_cast<ssize_t>(size))
+    throw std::runtime_error("the events do not fit into the device");
 }
 
 bool TestTouchpad::answer(UMockdevIoctlClient* client) {

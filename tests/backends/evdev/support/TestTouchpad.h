@@ -6,7 +6,6 @@
 
 #include <array>
 #include <atomic>
-#include <cstddef>
 #include <cstdint>
 #include <map>
 #include <memory>
@@ -79,7 +78,6 @@ private:
   void setNumber(int number);
   void set(int slot, std::uint16_t code, int value);
   void write(const std::vector<Event>& events) const;
-  void writeBytes(const std::byte* bytes, std::size_t size) const;
   bool answer(_UMockdevIoctlClient* client);
   std::vector<std::uint8_t> answerTo(unsigned long request, const std::uint8_t* question, std::size_t size);
   AxisRange rangeOf(std::uint16_t code) const;

@@ -2,9 +2,7 @@
 
 #include "support/TouchpadTest.h"
 
-#include <atomic>
 #include <linux/input.h>
-#include <thread>
 
 namespace orbel::test {
 namespace {

@@ -85,7 +85,7 @@ TYPED_TEST_P(DialogsContract, ThePanelAnswersTheChosenPathOrNothing) {
 TYPED_TEST_P(DialogsContract, AFileThatIsNotEnabledCannotBeChosen) {
   const std::string enabled = this->subject.file("enabled.txt");
   const std::string disabled = this->subject.file("disabled.txt");
-  this->openPanel(enabled, [&](const std::string& path) { return path != disabled; });
+  this->openPanel(enabled, [disabled](const std::string& path) { return path != disabled; });
   EXPECT_FALSE(this->subject.choose(disabled));
   EXPECT_TRUE(this->subject.isAnyOpen());
   EXPECT_TRUE(this->answers.empty());

@@ -30,7 +30,8 @@ protected:
   std::string state() {
     return "earlier " + std::to_string(m_earlier->window()) + ", other " + std::to_string(m_other->window()) +
            ", active " + testing::PrintToString(driver().numbers(driver().root(), "_NET_ACTIVE_WINDOW")) +
-           ", stack " + testing::PrintToString(driver().numbers(driver().root(), "_NET_CLIENT_LIST_STACKING")) +
+           ", stack " +
+           testing::PrintToString(driver().numbers(driver().root(), "_NET_CLIENT_LIST_STACKING")) +
            ", focus " + std::to_string(driver().focus());
   }
   // A click that hits this window and no other. A window manager holds clicks back until it has looked at
@@ -76,8 +77,7 @@ TEST_P(WindowActivationTest, RestoringWinsOverAProgramThatHasRaisedItself) {
   raiseItself(m_other->window());
   ASSERT_TRUE(iterateUntil([&] { return isInFront(m_other->window(), m_earlier->window()); }));
   EXPECT_TRUE(windows().restore(m_earlier->window(), mark));
-  EXPECT_TRUE(iterateUntil([&] { return isInFront(m_earlier->window(), m_other->window()); }))
-      << state();
+  EXPECT_TRUE(iterateUntil([&] { return isInFront(m_earlier->window(), m_other->window()); })) << state();
   EXPECT_TRUE(iterateUntil([&] { return driver().focus() == m_earlier->window(); }));
 }
 

@@ -4,14 +4,21 @@
 #   make build    build/release/orbelmenu and its companion
 #   make bench    the table of speeds
 #   make install  PREFIX=/usr/local DESTDIR=
-#   make format   clang-format over the sources
+#   make format   clang-format over the sources (make format-check: only look)
 
 PREFIX ?= /usr/local
 DESTDIR ?=
 # One job a core; memory is no limit for this project.
 JOBS ?= $(shell nproc)
-# Desktop tests run real window managers, which have races of their own: what fails is run again, twice at the most, and ctest says so.
+# The tests labelled "live" run real servers and window managers, which have races of their own: what fails there is run
+# again, twice at the most, and ctest says so. The others get no second try.
 REPEAT ?= --repeat until-pass:3
+
+# $(call run_tests,<preset>)
+define run_tests
+	ctest --preset $(1) -j $(JOBS) -LE live
+	ctest --preset $(1) -j $(JOBS) -L live $(REPEAT)
+endef
 
 .PHONY: run test build bench install format format-check tidy asan core clean
 run: build
@@ -27,33 +34,35 @@ test:
 	@tools/install-packages build test
 	cmake --preset dev
 	cmake --build --preset dev -j $(JOBS)
-	ctest --preset dev -j $(JOBS) $(REPEAT)
+	$(call run_tests,dev)
 
 asan:
 	@tools/install-packages build test
 	cmake --preset asan
 	cmake --build --preset asan -j $(JOBS)
-	ctest --preset asan -j $(JOBS) $(REPEAT)
+	$(call run_tests,asan)
 
 core:
-	@tools/install-packages core
+	@tools/install-packages core unit
 	cmake --preset core
 	cmake --build --preset core -j $(JOBS)
 	ctest --preset core -j $(JOBS)
 
 bench:
-	@tools/install-packages build test
-	cmake --preset release -DORBEL_BENCHMARKS=ON
-	cmake --build --preset release -j $(JOBS)
+	@tools/install-packages build test bench
+	cmake --preset bench
+	cmake --build --preset bench -j $(JOBS)
 	@tools/bench
 
 install: build
 	DESTDIR="$(DESTDIR)" cmake --install build/release --prefix "$(PREFIX)"
 
 format:
+	@tools/install-packages format
 	@git ls-files '*.cpp' '*.h' | xargs clang-format-14 -i
 
 format-check:
+	@tools/install-packages format
 	@git ls-files '*.cpp' '*.h' | xargs clang-format-14 --dry-run -Werror
 
 tidy:

@@ -1,4 +1,5 @@
-# orbel_module(<name> FOLDER <folder below src> [DEPENDS <modules>] [LIBRARIES <libraries>])
+# orbel_module(<name> FOLDER <folder below src> [DEPENDS <modules>] [LIBRARIES <libraries>]
+#              [PRIVATE_LIBRARIES <libraries that no header needs>])
 #
 # One folder of src is one static library. Its headers are reached as "<folder>/Header.h" through an include root that
 # holds this folder alone, so a header of a module that is not among DEPENDS cannot be included at all.

@@ -1,6 +1,6 @@
 #include "video/VideoPlayback.h"
 
-#include "backends/qt/video/VideoMessage.h"
+#include "video/protocol/VideoMessage.h"
 
 #include <QCoreApplication>
 #include <QImage>

@@ -57,12 +57,8 @@ void EditingFixture::openWorkWindow() {
 }
 
 std::optional<xcb_window_t> EditingFixture::collectionWindow() {
-  std::vector<xcb_window_t> menus;
-  for (const xcb_window_t window : agent().menuWindows()) {
-    const auto frame = m_windows.geometry(window);
-    if (frame && frame->width == frame->height && frame->width >= kSmallestMenu) menus.push_back(window);
-  }
-  return menus.size() == 2 ? std::optional(menus.back()) : std::nullopt;
+  const auto menus = menusBySize();
+  return menus.size() == 2 ? std::optional(menus.front()) : std::nullopt;
 }
 
 std::optional<ScreenRect> EditingFixture::collectionFrame() {
@@ -83,10 +79,15 @@ testing::AssertionResult EditingFixture::waitUntilCollectionHidden() {
   return waitFor([this] { return !collectionWindow(); }, "the collection's menu is gone");
 }
 
-bool EditingFixture::areBothMenusShown() {
+testing::AssertionResult EditingFixture::areBothMenusShown() {
   const auto main = menuWindow();
   const auto collection = collectionWindow();
-  return main && collection && m_windows.opacity(*main) >= 1 && m_windows.opacity(*collection) >= 1;
+  if (!main || !collection) return testing::AssertionFailure() << "there are not two menus";
+  const double opacity = m_windows.opacity(*main);
+  const double collectionOpacity = m_windows.opacity(*collection);
+  if (opacity < 1 || collectionOpacity < 1)
+    return testing::AssertionFailure() << "their opacities are " << opacity << " and " << collectionOpacity;
+  return testing::AssertionSuccess();
 }
 
 testing::AssertionResult EditingFixture::openCollection(int index, int count) {

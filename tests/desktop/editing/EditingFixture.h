@@ -43,7 +43,7 @@ protected:
   std::optional<ScreenRect> collectionFrame();
   testing::AssertionResult waitUntilCollectionShown();
   testing::AssertionResult waitUntilCollectionHidden();
-  bool areBothMenusShown();
+  testing::AssertionResult areBothMenusShown();
   // Opens the collection by a click on its icon and waits for its menu.
   testing::AssertionResult openCollection(int index, int count);
 

@@ -8,6 +8,7 @@
 #include <csignal>
 #include <numbers>
 #include <set>
+#include <utility>
 
 namespace orbel::desktop {
 
@@ -162,11 +163,22 @@ void MenuFixture::clickItem(int index, int count) {
 }
 
 std::optional<xcb_window_t> MenuFixture::menuWindow() {
+  const auto menus = menusBySize();
+  return menus.empty() ? std::nullopt : std::optional(menus.back());
+}
+
+std::vector<xcb_window_t> MenuFixture::menusBySize() {
+  std::vector<std::pair<int, xcb_window_t>> menus;
   for (const xcb_window_t window : m_agent->menuWindows()) {
     const auto frame = m_windows.geometry(window);
-    if (frame && frame->width == frame->height && frame->width >= kSmallestMenu) return window;
+    if (frame && frame->width == frame->height && frame->width >= kSmallestMenu)
+      menus.emplace_back(frame->width, window);
   }
-  return std::nullopt;
+  std::sort(menus.begin(), menus.end());
+  std::vector<xcb_window_t> windows;
+  for (const auto& [width, window] : menus)
+    windows.push_back(window);
+  return windows;
 }
 
 std::optional<ScreenRect> MenuFixture::menuFrame() {

@@ -174,8 +174,8 @@ TEST(PlainSessionTest, LeavesNoProcessAndNoFolderBehind) {
     runtimeFolder = session.runtimeFolder();
     // What a launcher does: a process in a session of its own, whose parent has gone.
     session.run({"sh", "-c", "setsid sleep 1000 & exit 0"});
-    // Server, bus, manager and sleeper. A process has no environment for a moment while its program is exchanged,
-    // which the sleeper may be doing still when its shell has ended.
+    // Server, bus, manager and sleeper. A process has no environment for a moment while its program is
+    // exchanged, which the sleeper may be doing still when its shell has ended.
     EXPECT_TRUE(waitFor([&] { return processesOfSession(runtimeFolder).size() >= 4U; }, "all four are seen"));
   }
   EXPECT_TRUE(processesOfSession(runtimeFolder).empty());

@@ -1,8 +1,8 @@
 // One video that plays in a process of its own. Made by QtVideoPlayers.
 #pragma once
 
-#include "backends/qt/video/VideoMessage.h"
 #include "platform/VideoPlayer.h"
+#include "video/protocol/VideoMessage.h"
 
 #include <QProcess>
 #include <QString>

@@ -1,4 +1,4 @@
-#include "backends/qt/video/VideoMessage.h"
+#include "video/protocol/VideoMessage.h"
 
 #include <array>
 #include <cstring>

@@ -19,18 +19,18 @@
 namespace orbel {
 
 namespace {
-bool isRegular(const RunningApplicationPointer& application) {
-  return application->activationPolicy() == ActivationPolicy::regular;
+std::vector<RunningApplicationPointer> regularApplications() {
+  auto applications = Platform::current().workspace.runningApplications();
+  std::erase_if(applications, [](const RunningApplicationPointer& application) {
+    return application->activationPolicy() != ActivationPolicy::regular;
+  });
+  return applications;
 }
 
-// A regular application among the first that is not among the second.
-bool hasNewcomer(const std::vector<RunningApplicationPointer>& first,
-                 const std::vector<RunningApplicationPointer>& second) {
-  return std::any_of(first.begin(), first.end(), [&](const RunningApplicationPointer& application) {
-    return isRegular(application) &&
-           std::none_of(second.begin(), second.end(),
-                        [&](const RunningApplicationPointer& other) { return application->isEqual(*other); });
-  });
+bool haveSameMembers(const std::vector<RunningApplicationPointer>& first,
+                     const std::vector<RunningApplicationPointer>& second) {
+  return std::is_permutation(first.begin(), first.end(), second.begin(), second.end(),
+                             [](const auto& one, const auto& other) { return one->isEqual(*other); });
 }
 } // namespace
 
@@ -62,18 +62,15 @@ void CollectionWindowController::observe() {
                      [this](const Notification&) { m_menuWindow.magnificationChanged(); }));
   m_observations.push_back(center.observe(kOrbelMenuWindowTintSettingsChangedNotification, nullptr,
                                           [this](const Notification&) { refreshWindowTint(); }));
-  Workspace& workspace = Platform::current().workspace;
-  m_knownApplications = workspace.runningApplications();
-  m_observations.push_back(workspace.observeRunningApplications([this] { runningApplicationsChanged(); }));
+  m_knownRegularApplications = regularApplications();
+  m_observations.push_back(
+      Platform::current().workspace.observeRunningApplications([this] { runningApplicationsChanged(); }));
 }
 
 void CollectionWindowController::runningApplicationsChanged() {
-  const auto earlier =
-      std::exchange(m_knownApplications, Platform::current().workspace.runningApplications());
+  const auto earlier = std::exchange(m_knownRegularApplications, regularApplications());
   // Only the dots change; the members never do.
-  if (hasNewcomer(m_knownApplications, earlier) || hasNewcomer(earlier, m_knownApplications)) {
-    orbelView().reloadData();
-  }
+  if (!haveSameMembers(earlier, m_knownRegularApplications)) orbelView().reloadData();
 }
 
 void CollectionWindowController::setCollectionItem(std::shared_ptr<CollectionMenuItem> item) {

@@ -81,7 +81,8 @@ private:
   MenuItemPointer m_targetMenuItem;
   bool m_windowVisible = false;
   bool m_canClose = true;
-  std::vector<RunningApplicationPointer> m_knownApplications;
+  // As they were at the last change: one that has ended no longer says what it was.
+  std::vector<RunningApplicationPointer> m_knownRegularApplications;
   std::vector<Registration> m_observations;
 };
 

@@ -197,6 +197,20 @@ TEST_F(CollectionWindowControllerTest, ARegularProgramThatComesOrGoesUpdatesTheD
   EXPECT_FALSE(dot());
 }
 
+TEST_F(CollectionWindowControllerTest, AProgramWithoutAnOrdinaryWindowThatComesOrGoesChangesNothing) {
+  make({storedCore("Mail")});
+  show();
+  const auto shown = [&] { return menu().orbelView().sections().item({0, 0}); };
+  const auto before = shown();
+  const auto applet = std::make_shared<FakeRunningApplication>(7, "Applet");
+  applet->policy = ActivationPolicy::accessory;
+  platform.workspace.running.push_back(applet);
+  platform.workspace.notifyRunningApplications();
+  EXPECT_EQ(shown(), before);
+  platform.workspace.terminate(7);
+  EXPECT_EQ(shown(), before);
+}
+
 TEST_F(CollectionWindowControllerTest, TheTintAndTheMagnificationAreFollowed) {
   make({storedCore("Mail")});
   AppSettings::sharedInstance().setWindowTintColor({0, 0, 0.5, 1});

@@ -126,6 +126,21 @@ TEST_P(CollectionMenuTest, ItsMembersAreRearrangedRemovedAndStoredAtOnce) {
   saveSettledPicture("back");
 }
 
+TEST_P(CollectionMenuTest, AMemberHasADotWhileItRuns) {
+  const ScreenRect frame = collectionFrame().value();
+  EXPECT_FALSE(hasDot(frame, 0, 2));
+  const auto process = m_session.start(
+      "green-errors",
+      TestWindow::command({.title = "Green", .className = m_green->id, .frame = kCorner, .color = kGreen},
+                          m_green->log.path(), m_green->executable));
+  EXPECT_TRUE(waitFor([&] { return hasDot(frame, 0, 2); }, "it has a dot"));
+  EXPECT_FALSE(hasDot(frame, 1, 2));
+  saveSettledPicture("running");
+  m_windows.close(m_windows.findByClass(m_green->id).value());
+  EXPECT_TRUE(waitFor([&] { return !hasDot(frame, 0, 2); }, "the dot is gone"));
+  EXPECT_TRUE(collectionStays());
+}
+
 // A moment later the main menu is to reload, which must not outlive the desktop's connection.
 TEST_P(CollectionMenuTest, QuittingRightAfterItWasClosedIsInOrder) {
   m_input.clickAt(collectionFrame().value().center());

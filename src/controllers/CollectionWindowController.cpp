@@ -40,14 +40,11 @@ CollectionWindowController::CollectionWindowController(std::shared_ptr<Collectio
 std::shared_ptr<CollectionWindowController>
 CollectionWindowController::withCollectionItem(std::shared_ptr<CollectionMenuItem> item) {
   std::shared_ptr<CollectionWindowController> controller(new CollectionWindowController(std::move(item)));
-  controller->closeButton().setMouseClickBlock([self = std::weak_ptr(controller)](const MouseEvent&) {
-    const auto strong = self.lock();
-    if (strong && strong->m_delegate) strong->m_delegate->collectionWindowControllerShouldClose();
-  });
-  controller->window().setCancelBlock([self = std::weak_ptr(controller)] {
-    const auto strong = self.lock();
-    if (strong && strong->m_delegate) strong->m_delegate->collectionWindowControllerShouldClose();
-  });
+  const auto askToClose = [self = std::weak_ptr(controller)] {
+    if (const auto strong = self.lock()) strong->askToClose();
+  };
+  controller->closeButton().setMouseClickBlock([askToClose](const MouseEvent&) { askToClose(); });
+  controller->window().setCancelBlock(askToClose);
   controller->refreshWindowTint();
   controller->observe();
   return controller;
@@ -103,11 +100,15 @@ bool CollectionWindowController::toolkitAvailable() const {
 }
 
 void CollectionWindowController::persistItems() {
-  if (m_delegate) m_delegate->collectionWindowControllerShouldPersistItems();
+  if (const auto delegate = this->delegate()) delegate->collectionWindowControllerShouldPersistItems();
+}
+
+void CollectionWindowController::askToClose() {
+  if (const auto delegate = this->delegate()) delegate->collectionWindowControllerShouldClose(*this);
 }
 
 void CollectionWindowController::didSelectItem() {
-  if (m_delegate) m_delegate->collectionWindowControllerDidSelectItem();
+  if (const auto delegate = this->delegate()) delegate->collectionWindowControllerDidSelectItem(*this);
 }
 
 MenuItemPointer CollectionWindowController::subitem(ItemPath path) const {

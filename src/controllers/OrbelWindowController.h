@@ -106,9 +106,9 @@ public:
   bool canDrop(const DragInfo& drag, ItemPath target) override;
   bool didDrop(const DragInfo& drag, ItemPath target) override;
 
-  void collectionWindowControllerShouldClose() override;
+  void collectionWindowControllerShouldClose(const CollectionWindowController& sender) override;
   void collectionWindowControllerShouldPersistItems() override { persistItems(); }
-  void collectionWindowControllerDidSelectItem() override { hideWindow(false, true); }
+  void collectionWindowControllerDidSelectItem(const CollectionWindowController& sender) override;
 
 private:
   OrbelWindowController();

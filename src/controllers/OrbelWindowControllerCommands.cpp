@@ -40,18 +40,23 @@ void OrbelWindowController::openCollection(const std::shared_ptr<CollectionMenuI
   const Rect frame = window().frame();
   const auto pointer = window().surface().pointerLocation();
   m_collectionController = CollectionWindowController::withCollectionItem(collection);
-  m_collectionController->setDelegate(this);
+  m_collectionController->setDelegate(shared_from_this());
   m_collectionController->showWindowAtScreenPosition(
       pointer ? Point{frame.minX() + pointer->x, frame.minY() + pointer->y} : frame.center());
   orbelView().closeAllTitles();
   orbelView().setEnabled(false);
 }
 
-void OrbelWindowController::collectionWindowControllerShouldClose() {
-  if (!m_collectionController) return;
+void OrbelWindowController::collectionWindowControllerShouldClose(const CollectionWindowController& sender) {
+  if (&sender != m_collectionController.get()) return;
   closeCollection();
   Platform::current().runLoop.after(kReloadAfterCollectionDelay,
                                     [self = shared_from_this()] { self->refreshItems(); });
+}
+
+void OrbelWindowController::collectionWindowControllerDidSelectItem(
+    const CollectionWindowController& sender) {
+  if (&sender == m_collectionController.get()) hideWindow(false, true);
 }
 
 void OrbelWindowController::didMoveItem(ItemPath from, ItemPath to) {

@@ -609,13 +609,27 @@ TEST_F(OpenCollectionTest, ItGoesWithTheMainMenuInTheMiddleOfAFade) {
     store({storedCollection("Work", {storedCore("Mail")})});
     shown().didClickItem(at(0));
     const std::weak_ptr<CollectionWindowController> collection = controller().collectionController();
-    if (isFadingOut) controller().collectionWindowControllerShouldClose();
+    if (isFadingOut) controller().collectionWindowControllerShouldClose(*controller().collectionController());
     platform.runLoop.advance(0.05);
     EXPECT_FALSE(collection.expired());
     letControllerGo();
     EXPECT_TRUE(collection.expired());
     platform.runLoop.advance(1);
   }
+}
+
+TEST_F(OpenCollectionTest, AMenuThatIsFadingOutNeitherClosesNorHidesWhatIsOpenMeanwhile) {
+  openCollection();
+  const auto first = controller().collectionController();
+  controller().collectionWindowControllerShouldClose(*first);
+  controller().didClickItem(at(0));
+  const auto second = controller().collectionController();
+  ASSERT_NE(second, first);
+  controller().collectionWindowControllerShouldClose(*first);
+  EXPECT_EQ(controller().collectionController(), second);
+  controller().collectionWindowControllerDidSelectItem(*first);
+  EXPECT_EQ(controller().collectionController(), second);
+  EXPECT_FALSE(controller().window().isFadingOut());
 }
 
 TEST_F(OpenCollectionTest, HoveringCountsTheCollectionsFrameToo) {
@@ -662,6 +676,21 @@ TEST_F(OpenCollectionTest, TheMenuOfACollectionThatHasGoneIsClosed) {
   EXPECT_EQ(controller().collectionController(), nullptr);
   EXPECT_TRUE(controller().orbelView().enabled());
   EXPECT_EQ(names(), Names{"iTunes"});
+}
+
+// The release beside the menus hides them before their view hears of it.
+TEST_F(OpenCollectionTest, AMoveThatEndsBesideBothMenusIsStored) {
+  openCollection();
+  const Point center = controller().collectionController()->window().frame().center();
+  platform.windows.movePointer({center.x + 92, center.y});
+  platform.windows.press(PointerButton::primary);
+  for (const double way : {0.25, 0.5, 0.75, 1.0}) // around to the place behind the other, and out there
+    platform.windows.movePointer({center.x + 92 - way * 227, center.y - way * 186});
+  controller().hideWindow(true, true);
+  platform.windows.release(PointerButton::primary);
+  platform.runLoop.advance(1);
+  const PropertyList& stored = platform.preferences.values["menuItems"].list()->at(0);
+  EXPECT_EQ(*stored.find("subitems")->list(), (PropertyList::List{storedCore("Safari"), storedCore("Mail")}));
 }
 
 TEST_F(OpenCollectionTest, AMemberIsRemovedAlsoWhenTheListWasLoadedAnewUnderItsMenu) {

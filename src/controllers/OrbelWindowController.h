@@ -115,7 +115,7 @@ private:
   void connect();
   void cancel();
   void closeCollection();
-  void followOpenCollection();
+  void followOpenCollection(const MenuItemList& earlier);
   void menuSizeSettingsChanged();
 
   MenuItemPointer menuItem(ItemPath path) const; // empty for a place that does not exist

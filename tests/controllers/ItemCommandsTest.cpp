@@ -659,6 +659,28 @@ TEST_F(OpenCollectionTest, AReloadTellsTwoEmptyCollectionsApart) {
             controller().menuItems().at(0));
 }
 
+TEST_F(OpenCollectionTest, AReloadTellsTwoCollectionsOfTheSameNameAndMembersApart) {
+  for (const int open : {0, 1, 2}) {
+    store({storedCollection("New", {}), storedCollection("New", {}), storedCollection("New", {})});
+    shown().didClickItem(at(open));
+    store({storedCore("Mail"), storedCollection("New", {}), storedCollection("New", {}),
+           storedCollection("New", {})});
+    controller().refreshItems();
+    EXPECT_EQ(MenuItemPointer(controller().collectionController()->collectionItem()),
+              controller().menuItems().at(static_cast<std::size_t>(open + 1)));
+    letControllerGo();
+  }
+}
+
+TEST_F(OpenCollectionTest, OfEqualCollectionsTheLastOneIsTakenWhenThereAreFewerThanBefore) {
+  store({storedCollection("New", {}), storedCollection("New", {}), storedCollection("New", {})});
+  shown().didClickItem(at(2));
+  store({storedCollection("New", {}), storedCollection("New", {})});
+  controller().refreshItems();
+  EXPECT_EQ(MenuItemPointer(controller().collectionController()->collectionItem()),
+            controller().menuItems().at(1));
+}
+
 TEST_F(OpenCollectionTest, ARenamedCollectionIsFoundByWhatItHolds) {
   openCollection();
   store({storedCore("iTunes"), storedCollection("Play", {storedCore("Mail"), storedCore("Safari")})});

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/MainMenu.h"
 #include "app/TouchpadAccessNotice.h"
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
@@ -7,6 +8,7 @@
 #include "controllers/CompanionToolkit.h"
 #include "foundation/Log.h"
 #include "platform/Platform.h"
+#include "shortcut/MASShortcut.h"
 
 #include <utility>
 
@@ -24,6 +26,7 @@ bool isFromKeyboard(const Notification& notification) {
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
+  MASShortcut::setMainMenu(MainMenu::entries());
   makeTrustedIfNeccessary();
   AppSettings::sharedInstance().startHandlers();
   m_settingsWindowController = SettingsWindowController::create(m_terminate);
@@ -66,6 +69,7 @@ void AppDelegate::applicationWillTerminate() {
   }
   m_statusItem = nullptr;
   m_settingsWindowController = nullptr;
+  MASShortcut::setMainMenu({});
   Platform::current().preferences.synchronize();
   CompanionToolkit::terminate();
 }

@@ -324,6 +324,26 @@ TEST_F(AppDelegateTest, AnUnreadableTouchpadIsToldWithTheCommandThatGrantsAccess
   EXPECT_EQ(platform.userNotifications.delivered[0].title, "Titel");
   EXPECT_TRUE(platform.userNotifications.delivered[0].text.ends_with(std::string("\n") +
                                                                      TouchpadAccessNotice::kCommand));
+TEST_F(AppDelegateTest, TheProgramsOwnCommandsAreTaken) {
+  platform.text.translations["Quit"] = "Beenden";
+  const std::uint64_t keyW = 13;
+  const std::uint64_t keyQ = 12;
+  EXPECT_FALSE(MASShortcut(keyQ, kControlFlag).isTaken());
+  start();
+  for (const std::uint64_t modifier : {kControlFlag, kCommandFlag}) {
+    std::string reason;
+    EXPECT_TRUE(MASShortcut(keyQ, modifier).isTaken(&reason));
+    EXPECT_NE(reason.find("\u2018Beenden\u2019"), std::string::npos) << reason;
+    EXPECT_TRUE(MASShortcut(keyW, modifier).isTaken(&reason));
+    EXPECT_NE(reason.find("\u2018Close\u2019"), std::string::npos) << reason;
+    EXPECT_FALSE(MASShortcut(keyQ, modifier | kOptionFlag).isTaken());
+  }
+  EXPECT_FALSE(MASShortcut(keyQ, kOptionFlag).isTaken());
+  EXPECT_FALSE(MASShortcut(kSpaceKeyCode, kControlFlag).isTaken());
+  delegate.applicationWillTerminate();
+  EXPECT_FALSE(MASShortcut(keyQ, kControlFlag).isTaken());
+}
+
 }
 
 TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {

@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -17,8 +18,10 @@ namespace orbel {
 
 class AppDelegate {
 public:
-  // The block ends the main loop, after which main calls applicationWillTerminate().
-  explicit AppDelegate(std::function<void()> terminate) : m_terminate(std::move(terminate)) {}
+  // The block ends the main loop, after which main calls applicationWillTerminate(). The command, for a
+  // terminal, lets the program read the touchpads.
+  AppDelegate(std::function<void()> terminate, std::string touchpadAccessCommand)
+      : m_terminate(std::move(terminate)), m_touchpadAccessCommand(std::move(touchpadAccessCommand)) {}
   ~AppDelegate();
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;
@@ -68,3 +71,4 @@ private:
 };
 
 } // namespace orbel
+  std::string m_touchpadAccessCommand;

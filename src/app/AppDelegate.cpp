@@ -57,7 +57,7 @@ void AppDelegate::observeNotifications() {
 void AppDelegate::showSettingsAtFirstLaunch() {
   PreferencesStore& preferences = Platform::current().preferences;
   if (preferences.boolean(kLaunchedBeforeKey)) return;
-  statusItemClicked();
+  openSettings();
   preferences.setObject(kLaunchedBeforeKey, true);
 }
 
@@ -81,7 +81,7 @@ void AppDelegate::makeTrustedIfNeccessary() {
   if (eventTaps.unreadableTouchpad()) TouchpadAccessNotice::deliverOnce(m_touchpadAccessCommand);
 }
 
-void AppDelegate::statusItemClicked() {
+void AppDelegate::openSettings() {
   if (!m_settingsWindowController) return;
   m_settingsWindowController->window().center();
   m_settingsWindowController->showWindow();

@@ -155,10 +155,10 @@ int run(std::vector<std::string> privateVariables) {
   AppDelegate delegate([] { QCoreApplication::quit(); },
                        TouchpadAccess::grantingCommand(AutostartEntry::ownExecutable()));
   SingleInstance instance({
-      .activate = [&] { delegate.statusItemClicked(); },
+      .activate = [&] { delegate.openSettings(); },
       .show = [&] { delegate.showMenuAtPointer(); },
       .hide = [&] { delegate.hideMenu(); },
-      .settings = [&] { delegate.statusItemClicked(); },
+      .settings = [&] { delegate.openSettings(); },
       .quit = [] { QCoreApplication::quit(); },
   });
   if (instance.start() == SingleInstance::Role::second) return 0;

@@ -139,6 +139,18 @@ TEST_F(AppDelegateTest, AClickElsewhereAlsoClosesAnOpenCollection) {
   EXPECT_TRUE(platform.windows.surfaces.empty());
 }
 
+TEST_F(AppDelegateTest, AReleaseElsewhereBeforeTheMenuIsHalfVisibleDoesNotHideIt) {
+  start();
+  pressShortcut();
+  platform.runLoop.advance(0.03);
+  ASSERT_FALSE(delegate.windowController()->windowVisible());
+  platform.windows.movePointer({10, 10});
+  releaseButton();
+  settle();
+  ASSERT_TRUE(menuShown());
+  EXPECT_EQ(platform.windows.surfaces[0]->windowAlpha, 1);
+}
+
 TEST_F(AppDelegateTest, AClickWithoutAMenuDoesNothing) {
   start();
   releaseButton();
@@ -205,6 +217,15 @@ TEST_F(AppDelegateTest, TheSettingsWindowsControllerIsMadeAtTheStartAndItsWindow
   start();
   ASSERT_NE(delegate.settingsWindowController(), nullptr);
   EXPECT_EQ(platform.settingsForms.loads, 0);
+}
+
+TEST_F(AppDelegateTest, TheDesktopsRequestOpensTheSettingsAsAClickOnTheStatusItemDoes) {
+  delegate.openSettings();
+  EXPECT_EQ(platform.settingsForms.loads, 0);
+  start();
+  delegate.openSettings();
+  EXPECT_EQ(platform.settingsForms.last->managedWindow.happened,
+            (std::vector<std::string>{"center", "makeKeyAndOrderFront"}));
 }
 
 TEST_F(AppDelegateTest, TheStatusItemShowsTheSettingsCentredAndWithTheKeyboard) {
@@ -301,6 +322,26 @@ TEST_F(AppDelegateTest, RequestsAreAnsweredOnlyFromTheEndOfTheStartToTheEndOfThe
   delegate.applicationWillTerminate();
   gesture();
   EXPECT_EQ(delegate.windowController(), nullptr);
+}
+
+TEST_F(AppDelegateTest, TheProgramsOwnCommandsAreTaken) {
+  platform.text.translations["Quit"] = "Beenden";
+  const std::uint64_t keyW = 13;
+  const std::uint64_t keyQ = 12;
+  EXPECT_FALSE(MASShortcut(keyQ, kControlFlag).isTaken());
+  start();
+  for (const std::uint64_t modifier : {kControlFlag, kCommandFlag}) {
+    std::string reason;
+    EXPECT_TRUE(MASShortcut(keyQ, modifier).isTaken(&reason));
+    EXPECT_NE(reason.find("\u2018Beenden\u2019"), std::string::npos) << reason;
+    EXPECT_TRUE(MASShortcut(keyW, modifier).isTaken(&reason));
+    EXPECT_NE(reason.find("\u2018Close\u2019"), std::string::npos) << reason;
+    EXPECT_FALSE(MASShortcut(keyQ, modifier | kOptionFlag).isTaken());
+  }
+  EXPECT_FALSE(MASShortcut(keyQ, kOptionFlag).isTaken());
+  EXPECT_FALSE(MASShortcut(kSpaceKeyCode, kControlFlag).isTaken());
+  delegate.applicationWillTerminate();
+  EXPECT_FALSE(MASShortcut(keyQ, kControlFlag).isTaken());
 }
 
 // Trust, and the touchpad that may not be read.

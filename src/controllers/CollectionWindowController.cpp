@@ -169,13 +169,11 @@ void CollectionWindowController::didRightClickItem(ItemPath path) {
     };
   };
   const MenuItem& target = *m_targetMenuItem;
-  auto openWith = ItemContextMenu::openWithEntries(target, [self](std::int64_t tag) {
-    if (const auto controller = self.lock()) controller->openClicked(tag);
-  });
-  MenuEntry openWithEntry = ItemContextMenu::entry("Open With...", !openWith.empty(), nullptr);
-  openWithEntry.submenu = std::move(openWith);
   m_itemMenu->popUp({
-      std::move(openWithEntry),
+      ItemContextMenu::openWithEntry(target,
+                                     [self](std::int64_t tag) {
+                                       if (const auto controller = self.lock()) controller->openClicked(tag);
+                                     }),
       ItemContextMenu::entry("Quit Application", target.canQuit() && toolkitAvailable(),
                              call(&CollectionWindowController::quitAppClicked)),
       ItemContextMenu::entry("Remove from Orbel Menu", !dynamic_cast<const RunningAppMenuItem*>(&target),
@@ -184,11 +182,7 @@ void CollectionWindowController::didRightClickItem(ItemPath path) {
 }
 
 void CollectionWindowController::openClicked(std::int64_t tag) {
-  if (!m_targetMenuItem) return;
-  const auto paths = m_targetMenuItem->openWithAppPaths();
-  if (!paths || tag < 0 || tag >= static_cast<std::int64_t>(paths->size())) return;
-  m_targetMenuItem->openWithAppPath((*paths)[static_cast<std::size_t>(tag)]);
-  didSelectItem();
+  if (m_targetMenuItem && ItemContextMenu::openWithTag(*m_targetMenuItem, tag)) didSelectItem();
 }
 
 void CollectionWindowController::quitAppClicked() {
@@ -225,10 +219,7 @@ bool CollectionWindowController::didReceiveDrag(const DragInfo& drag, ItemPath i
 
 bool CollectionWindowController::canDrop(const DragInfo& drag, ItemPath target) {
   const MenuItemPointer menuItem = subitem(target);
-  const auto paths = drag.filePaths();
-  return menuItem && paths && std::any_of(paths->begin(), paths->end(), [&](const std::string& path) {
-           return menuItem->canOpenPath(path);
-         });
+  return menuItem && canOpenAny(*menuItem, drag.filePaths());
 }
 
 bool CollectionWindowController::didDrop(const DragInfo& drag, ItemPath target) {

@@ -13,7 +13,8 @@
 namespace orbel {
 
 namespace {
-constexpr const char* kDefaultItems[] = {"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail"};
+constexpr const char* kDefaultItems[] = {
+    CoreMenuItem::kFinder, "Launchpad", "App Store", "iTunes", "Safari", "Mail"};
 
 MenuItemList defaultItems() {
   MenuItemList items;

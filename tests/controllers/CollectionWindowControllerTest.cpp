@@ -22,7 +22,7 @@ protected:
     collection =
         CollectionMenuItem::withDictionaryRepresentation(storedCollection("Work", std::move(members)));
     m_collectionMenu = CollectionWindowController::withCollectionItem(collection);
-    m_collectionMenu->setDelegate(delegate);
+    m_collectionMenu->setDelegate(delegateOwner);
   }
   CollectionWindowController& menu() { return *m_collectionMenu; }
   void show() {
@@ -32,7 +32,8 @@ protected:
   }
   Names memberNames() { return names(*collection->subitems()); }
 
-  std::shared_ptr<Delegate> delegate = std::make_shared<Delegate>();
+  std::shared_ptr<Delegate> delegateOwner = std::make_shared<Delegate>();
+  Delegate& delegate = *delegateOwner;
   std::shared_ptr<CollectionMenuItem> collection;
 
 private:
@@ -76,7 +77,7 @@ TEST_F(CollectionWindowControllerTest, AHideDoesNothingWhileItMayNotClose) {
 TEST_F(CollectionWindowControllerTest, OutlivesItsDelegate) {
   make({storedCore("A"), storedCore("B")});
   show();
-  delegate.reset();
+  delegateOwner.reset();
   EXPECT_EQ(menu().delegate(), nullptr);
   platform.windows.click({500, 500});
   menu().didMoveItem(at(0), at(1));
@@ -89,14 +90,14 @@ TEST_F(CollectionWindowControllerTest, TheCloseButtonWorksImmediatelyAndAsksTheD
   platform.windows.movePointer({500, 500});
   menu().showWindowAtScreenPosition({500, 500});
   platform.windows.click({500, 500});
-  EXPECT_EQ(delegate->closes, 1);
+  EXPECT_EQ(delegate.closes, 1);
 }
 
 TEST_F(CollectionWindowControllerTest, AClickOpensTheMemberAndTellsTheDelegate) {
   make({storedCore("Mail")});
   menu().didClickItem(at(0));
   EXPECT_EQ(platform.workspace.actions, Names{"launch Mail"});
-  EXPECT_EQ(delegate->selections, 1);
+  EXPECT_EQ(delegate.selections, 1);
 }
 
 TEST_F(CollectionWindowControllerTest, AClickOnACollectionInsideOpensNothingNewAndHidesBothMenus) {
@@ -104,7 +105,7 @@ TEST_F(CollectionWindowControllerTest, AClickOnACollectionInsideOpensNothingNewA
   menu().didClickItem(at(0));
   EXPECT_TRUE(platform.workspace.actions.empty());
   EXPECT_EQ(platform.windows.surfaces.size(), 1u);
-  EXPECT_EQ(delegate->selections, 1);
+  EXPECT_EQ(delegate.selections, 1);
 }
 
 TEST_F(CollectionWindowControllerTest, OnlyKindsThatStandForAProgramAreHighlighted) {
@@ -122,9 +123,9 @@ TEST_F(CollectionWindowControllerTest, InSwiftModeANestedCollectionShowsItsTitle
   AppSettings::sharedInstance().setSwiftMode(true);
   show();
   EXPECT_TRUE(menu().shouldDisplayTitle(at(0)));
-  EXPECT_EQ(delegate->selections, 0);
+  EXPECT_EQ(delegate.selections, 0);
   EXPECT_FALSE(menu().shouldDisplayTitle(at(1)));
-  EXPECT_EQ(delegate->selections, 1);
+  EXPECT_EQ(delegate.selections, 1);
 }
 
 TEST_F(CollectionWindowControllerTest, RemovingTheLastMemberLeavesAnEmptyMenuOpen) {
@@ -134,7 +135,7 @@ TEST_F(CollectionWindowControllerTest, RemovingTheLastMemberLeavesAnEmptyMenuOpe
   EXPECT_EQ(platform.contextMenus.visibleTitles(), Names{"Remove from Orbel Menu"});
   platform.contextMenus.choose("Remove from Orbel Menu");
   EXPECT_TRUE(collection->subitems()->empty());
-  EXPECT_EQ(delegate->persists, 1);
+  EXPECT_EQ(delegate.persists, 1);
   EXPECT_EQ(menu().orbelView().totalNumberOfItems(), 0);
   EXPECT_TRUE(menu().window().isShown());
   EXPECT_FALSE(menu().window().isFadingOut());
@@ -160,21 +161,21 @@ TEST_F(CollectionWindowControllerTest, QuitAndOpenWithAreOfferedAsInTheMainMenu)
   menu().didRightClickItem(at(1));
   EXPECT_EQ(platform.contextMenus.visibleTitles(), (Names{"Open With...", "Remove from Orbel Menu"}));
   platform.contextMenus.choose("editor.desktop");
-  EXPECT_EQ(delegate->selections, 1);
+  EXPECT_EQ(delegate.selections, 1);
 }
 
 TEST_F(CollectionWindowControllerTest, AMoveIsSavedThroughTheDelegate) {
   make({storedCore("A"), storedCore("B"), storedCore("C")});
   menu().didMoveItem(at(0), at(2));
   EXPECT_EQ(memberNames(), (Names{"B", "C", "A"}));
-  EXPECT_EQ(delegate->persists, 1);
+  EXPECT_EQ(delegate.persists, 1);
 }
 
 TEST_F(CollectionWindowControllerTest, DroppedFilesBecomeMembersInTheDragsOrder) {
   make({storedCore("A"), storedCore("B")});
   EXPECT_TRUE(menu().didReceiveDrag(FakeDrag(Names{"/x.txt", "/y.app"}), at(1)));
   EXPECT_EQ(memberNames(), (Names{"A", "x.txt", "y.app", "B"}));
-  EXPECT_EQ(delegate->persists, 1);
+  EXPECT_EQ(delegate.persists, 1);
 }
 
 TEST_F(CollectionWindowControllerTest, EachDocumentDroppedOntoAMemberOpensAndIsReported) {
@@ -184,7 +185,7 @@ TEST_F(CollectionWindowControllerTest, EachDocumentDroppedOntoAMemberOpensAndIsR
   EXPECT_FALSE(menu().canDrop(drag, at(1)));
   EXPECT_TRUE(menu().didDrop(drag, at(0)));
   EXPECT_EQ(platform.workspace.actions.size(), 2u);
-  EXPECT_EQ(delegate->selections, 2);
+  EXPECT_EQ(delegate.selections, 2);
   EXPECT_FALSE(menu().didDrop(drag, at(1)));
 }
 
@@ -193,7 +194,7 @@ TEST_F(CollectionWindowControllerTest, ItemsAreNeverDroppedOntoItems) {
   EXPECT_FALSE(menu().canDropItem(at(0), at(1)));
   menu().didDropItem(at(0), at(1));
   EXPECT_EQ(memberNames(), (Names{"A", "Inner"}));
-  EXPECT_EQ(delegate->persists, 0);
+  EXPECT_EQ(delegate.persists, 0);
 }
 
 TEST_F(CollectionWindowControllerTest, ARegularProgramThatComesOrGoesUpdatesTheDots) {

@@ -164,11 +164,63 @@ TEST_F(CollectionWindowControllerTest, QuitAndOpenWithAreOfferedAsInTheMainMenu)
   EXPECT_EQ(delegate.selections, 1);
 }
 
+TEST_F(CollectionWindowControllerTest, WithoutTheCompanionQuittingIsNotOffered) {
+  platform.workspace.launch(7, "Mail", "/apps/mail.desktop");
+  make({storedCore("Mail")});
+  menu().didRightClickItem(at(0));
+  EXPECT_EQ(platform.contextMenus.visibleTitles(), Names{"Remove from Orbel Menu"});
+}
+
+TEST_F(CollectionWindowControllerTest, AnOpenWithTagOutOfRangeDoesNothing) {
+  platform.workspace.candidates["/a.txt"] = {"/apps/editor.desktop"};
+  make({storedFile("/a.txt", "a")});
+  menu().didRightClickItem(at(0));
+  menu().openClicked(1);
+  menu().openClicked(-1);
+  EXPECT_TRUE(platform.workspace.actions.empty());
+  EXPECT_EQ(delegate.selections, 0);
+  menu().openClicked(0);
+  EXPECT_EQ(platform.workspace.actions, Names{"openWith /a.txt | /apps/editor.desktop"});
+  EXPECT_EQ(delegate.selections, 1);
+}
+
+TEST_F(CollectionWindowControllerTest, ARightClickWhileTheContextMenuIsOpenOnlyClosesIt) {
+  make({storedCore("Mail"), storedCore("Safari")});
+  menu().didRightClickItem(at(0));
+  EXPECT_TRUE(menu().itemMenuVisible());
+  menu().didRightClickItem(at(1));
+  EXPECT_FALSE(platform.contextMenus.isOpen);
+  EXPECT_EQ(platform.contextMenus.timesOpened, 1);
+  EXPECT_EQ(menu().targetMenuItem(), collection->subitems()->at(0));
+}
+
+TEST_F(CollectionWindowControllerTest, ARightClickWithinHalfASecondOfTheClosingIsStillTakenForClosing) {
+  make({storedCore("Mail")});
+  menu().didRightClickItem(at(0));
+  platform.contextMenus.close();
+  platform.runLoop.advance(0.49);
+  menu().didRightClickItem(at(0));
+  EXPECT_EQ(platform.contextMenus.timesOpened, 1);
+  platform.runLoop.advance(0.02);
+  menu().didRightClickItem(at(0));
+  EXPECT_EQ(platform.contextMenus.timesOpened, 2);
+}
+
+TEST_F(CollectionWindowControllerTest, ARightClickBetweenMembersDoesNothing) {
+  make({storedCore("Mail")});
+  menu().didRightClickOutsideOfItem(at(0));
+  EXPECT_EQ(platform.contextMenus.timesOpened, 0);
+  EXPECT_EQ(menu().targetMenuItem(), nullptr);
+}
+
 TEST_F(CollectionWindowControllerTest, AMoveIsSavedThroughTheDelegate) {
   make({storedCore("A"), storedCore("B"), storedCore("C")});
+  show();
+  const auto shownFirst = menu().orbelView().sections().item(at(0));
   menu().didMoveItem(at(0), at(2));
   EXPECT_EQ(memberNames(), (Names{"B", "C", "A"}));
   EXPECT_EQ(delegate.persists, 1);
+  EXPECT_EQ(menu().orbelView().sections().item(at(0)), shownFirst) << "the view has moved it itself";
 }
 
 TEST_F(CollectionWindowControllerTest, DroppedFilesBecomeMembersInTheDragsOrder) {
@@ -187,6 +239,15 @@ TEST_F(CollectionWindowControllerTest, EachDocumentDroppedOntoAMemberOpensAndIsR
   EXPECT_EQ(platform.workspace.actions.size(), 2u);
   EXPECT_EQ(delegate.selections, 2);
   EXPECT_FALSE(menu().didDrop(drag, at(1)));
+}
+
+TEST_F(CollectionWindowControllerTest, ACollectionInsideTakesNoFiles) {
+  make({storedCollection("Inner", {storedCore("Mail")})});
+  const FakeDrag drag(Names{"/a.txt"});
+  EXPECT_FALSE(menu().canDrop(drag, at(0)));
+  EXPECT_FALSE(menu().didDrop(drag, at(0)));
+  EXPECT_EQ(collection->subitems()->at(0)->subitems()->size(), 1u);
+  EXPECT_EQ(delegate.persists, 0);
 }
 
 TEST_F(CollectionWindowControllerTest, ItemsAreNeverDroppedOntoItems) {
@@ -220,6 +281,15 @@ TEST_F(CollectionWindowControllerTest, AProgramWithoutAnOrdinaryWindowThatComesO
   EXPECT_EQ(shown(), before);
   platform.workspace.terminate(7);
   EXPECT_EQ(shown(), before);
+}
+
+TEST_F(CollectionWindowControllerTest, DotsAreBlackOnATintThatIsLighterThanTheLimitElseWhite) {
+  make({storedCore("Mail")});
+  const std::pair<double, double> colors[] = {{1, 0}, {0.67, 0}, {0.66, 1}, {0, 1}};
+  for (const auto& [tint, dot] : colors) {
+    AppSettings::sharedInstance().setWindowTintColor(Color::white(tint));
+    EXPECT_EQ(menu().item(at(0))->highlightColor(), Color::white(dot)) << tint;
+  }
 }
 
 TEST_F(CollectionWindowControllerTest, TheTintAndTheMagnificationAreFollowed) {

@@ -110,6 +110,15 @@ TEST_F(KeepTest, ConfirmingPinsTheProgramAtItsPlace) {
   EXPECT_TRUE(controller().canClose());
 }
 
+TEST_F(KeepTest, AChosenPathWithASlashAtItsEndIsTheSameOne) {
+  ask();
+  platform.dialogs.answerPanel("/apps/editor.desktop/");
+  EXPECT_EQ(storedNames(), (Names{"Mail", "editor.desktop"}));
+  const PropertyList* bookmark = platform.preferences.values["menuItems"].list()->at(1).find("bookmarkData");
+  ASSERT_TRUE(bookmark);
+  EXPECT_EQ(*bookmark, PropertyList(FakeWorkspace::bookmark("/apps/editor.desktop")));
+}
+
 TEST_F(KeepTest, AnyOtherChoiceAndACancelChangeNothing) {
   ask();
   EXPECT_FALSE(controller().canClose());
@@ -133,9 +142,12 @@ TEST_F(KeepTest, AProgramThatEndedWhileThePanelWasUpIsNotPinned) {
 
 TEST_F(ItemCommandsTest, AMoveIsSavedWithoutAReload) {
   store({storedCore("Finder"), storedCore("Safari"), storedCore("Mail")});
-  shown().didMoveItem(at(2), at(1));
+  shown();
+  const auto shownFirst = controller().orbelView().sections().item(at(0));
+  controller().didMoveItem(at(2), at(1));
   EXPECT_EQ(names(), (Names{"Finder", "Mail", "Safari"}));
   EXPECT_EQ(storedNames(), names());
+  EXPECT_EQ(controller().orbelView().sections().item(at(0)), shownFirst) << "the view has moved it itself";
 }
 
 TEST_F(ItemCommandsTest, DroppedFilesStandAtTheDropInTheDragsOrder) {
@@ -241,6 +253,15 @@ TEST_F(ItemCommandsTest, TheFinderARunningProgramAndAFilledCollectionDoNotGoInto
   EXPECT_FALSE(controller().canDropItem(at(3), at(1)));
   EXPECT_FALSE(controller().canDropItem(at(1), at(2)));
   EXPECT_FALSE(controller().canDropItem(at(0), at(0)));
+}
+
+// Drops go by the name alone, context menus by the kind, too.
+TEST_F(ItemCommandsTest, AProgramThatIsNamedFinderGoesIntoNoCollectionAndHasAContextMenu) {
+  store({storedApp("/apps/finder.desktop", "Finder"), storedCollection("Work", {})});
+  shown();
+  EXPECT_FALSE(controller().canDropItem(at(0), at(1)));
+  controller().didRightClickItem(at(0));
+  EXPECT_EQ(platform.contextMenus.timesOpened, 1);
 }
 
 TEST_F(ItemCommandsTest, AnEmptyCollectionPassesTheCheckButTheDropMovesNothing) {

@@ -45,6 +45,32 @@ TEST_F(NewCollectionTest, ANewCollectionKeepsItsPlaceWhenTheListWasLoadedAnewUnd
   EXPECT_EQ(names(), (Names{"Finder", "Work", "Mail"}));
 }
 
+TEST_F(NewCollectionTest, WhileThePromptIsUpNothingHidesTheMenu) {
+  store({storedCore("Finder")});
+  shown().didRightClickOutsideOfItem(at(0));
+  platform.contextMenus.choose("New Collection");
+  EXPECT_FALSE(controller().canClose());
+  controller().hideWindow(true, true);
+  EXPECT_FALSE(controller().window().isFadingOut());
+  platform.dialogs.answerPrompt("Work");
+  EXPECT_TRUE(controller().canClose());
+  controller().hideWindow(true, true);
+  EXPECT_TRUE(controller().window().isFadingOut());
+}
+
+TEST_F(NewCollectionTest, AnEmptyNameAndACancelledPromptMakeNone) {
+  store({storedCore("Finder")});
+  shown();
+  for (const auto& answer : {std::optional<std::string>(""), std::optional<std::string>()}) {
+    controller().didRightClickOutsideOfItem(at(0));
+    platform.contextMenus.choose("New Collection");
+    platform.dialogs.answerPrompt(answer);
+    EXPECT_EQ(names(), Names{"Finder"});
+    EXPECT_EQ(platform.preferences.writes, 0);
+    EXPECT_TRUE(controller().canClose());
+  }
+}
+
 TEST_F(NewCollectionTest, TheMenuBetweenItemsLeavesTheFlagOfTheItemMenuAlone) {
   shown().didRightClickOutsideOfItem(at(1));
   EXPECT_FALSE(controller().itemMenuVisible());

@@ -81,6 +81,14 @@ TEST_F(OpenCollectionTest, AMenuThatIsFadingOutNeitherClosesNorHidesWhatIsOpenMe
   EXPECT_FALSE(controller().window().isFadingOut());
 }
 
+TEST_F(OpenCollectionTest, ANewMenuSizeChangesTheMainMenuAlone) {
+  openCollection();
+  const Rect frame = controller().collectionController()->window().frame();
+  AppSettings::sharedInstance().setMenuSizeSettings(3);
+  EXPECT_EQ(controller().window().frame().size.width, 600);
+  EXPECT_EQ(controller().collectionController()->window().frame(), frame);
+}
+
 TEST_F(OpenCollectionTest, HoveringCountsTheCollectionsFrameToo) {
   openCollection();
   controller().collectionController()->showWindowAtScreenPosition({900, 900});

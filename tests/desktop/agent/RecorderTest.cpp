@@ -1,5 +1,5 @@
 // The shortcut recorder of the real program, by mouse and keyboard, under several keyboard layouts.
-#include "agent/SettingsFixture.h"
+#include "agent/AgentFixture.h"
 
 #include "harness/Bell.h"
 #include "harness/TestGrabber.h"
@@ -14,7 +14,7 @@ constexpr ScreenPoint kPlace{250, 780};
 constexpr xcb_keycode_t kLeftmostLetter = 24;
 constexpr std::int64_t kLeftmostLetterKeyCode = 12;
 
-class RecorderTest : public SettingsFixture {
+class RecorderTest : public AgentFixture {
 protected:
   void start(std::optional<StoredShortcut> stored = {}) {
     if (stored) m_session.preferences().setShortcut(*stored);

@@ -1,5 +1,6 @@
 #include "app/AppDelegate.h"
 
+#include "app/MainMenu.h"
 #include "app/TouchpadAccessNotice.h"
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
@@ -7,6 +8,7 @@
 #include "controllers/CompanionToolkit.h"
 #include "foundation/Log.h"
 #include "platform/Platform.h"
+#include "shortcut/MASShortcut.h"
 
 #include <utility>
 
@@ -24,6 +26,7 @@ bool isFromKeyboard(const Notification& notification) {
 AppDelegate::~AppDelegate() = default;
 
 void AppDelegate::applicationDidFinishLaunching() {
+  MASShortcut::setMainMenu(MainMenu::entries());
   makeTrustedIfNeccessary();
   AppSettings::sharedInstance().startHandlers();
   m_settingsWindowController = SettingsWindowController::create(m_terminate);
@@ -54,7 +57,7 @@ void AppDelegate::observeNotifications() {
 void AppDelegate::showSettingsAtFirstLaunch() {
   PreferencesStore& preferences = Platform::current().preferences;
   if (preferences.boolean(kLaunchedBeforeKey)) return;
-  statusItemClicked();
+  openSettings();
   preferences.setObject(kLaunchedBeforeKey, true);
 }
 
@@ -66,6 +69,7 @@ void AppDelegate::applicationWillTerminate() {
   }
   m_statusItem = nullptr;
   m_settingsWindowController = nullptr;
+  MASShortcut::setMainMenu({});
   Platform::current().preferences.synchronize();
   CompanionToolkit::terminate();
 }
@@ -74,10 +78,10 @@ void AppDelegate::makeTrustedIfNeccessary() {
   EventTaps& eventTaps = Platform::current().eventTaps;
   if (eventTaps.isTrusted()) return;
   Log::warning("we're not trusted");
-  if (eventTaps.unreadableTouchpad()) TouchpadAccessNotice::deliverOnce();
+  if (eventTaps.unreadableTouchpad()) TouchpadAccessNotice::deliverOnce(m_touchpadAccessCommand);
 }
 
-void AppDelegate::statusItemClicked() {
+void AppDelegate::openSettings() {
   if (!m_settingsWindowController) return;
   m_settingsWindowController->window().center();
   m_settingsWindowController->showWindow();

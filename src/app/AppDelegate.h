@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <string>
 #include <utility>
 #include <vector>
 
@@ -17,12 +18,15 @@ namespace orbel {
 
 class AppDelegate {
 public:
-  // The block ends the main loop, after which main calls applicationWillTerminate().
-  explicit AppDelegate(std::function<void()> terminate) : m_terminate(std::move(terminate)) {}
+  // The block ends the main loop, after which main calls applicationWillTerminate(). The command, for a
+  // terminal, lets the program read the touchpads.
+  AppDelegate(std::function<void()> terminate, std::string touchpadAccessCommand)
+      : m_terminate(std::move(terminate)), m_touchpadAccessCommand(std::move(touchpadAccessCommand)) {}
   ~AppDelegate();
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;
 
+  // Once, by main, when the platform is there: from then on the triggers are heard.
   void applicationDidFinishLaunching();
   // Writes the store to disk and tells the companion to end.
   void applicationWillTerminate();
@@ -30,12 +34,21 @@ public:
   // read, the user is told once how to grant access.
   void makeTrustedIfNeccessary();
 
-  // Shows the settings window in the middle of the screen, in front and with the keyboard. Also when the
-  // desktop asks for the settings, or the program is started a second time.
-  void statusItemClicked();
+  // By the status item.
+  void statusItemClicked() { openSettings(); }
+  // Shows the settings window in the middle of the screen, in front and with the keyboard: at the first
+  // launch, at a click on the status item, and by main when the desktop asks for the settings or the program
+  // is started a second time. Does nothing before the launch and after the end.
+  void openSettings();
 
+  // Observers of the notifications of these names, from launch to termination. A trigger asks for the menu:
+  // it comes to the pointer. With the pointer inside the visible menu, a request by keyboard hides it and one
+  // by gesture does nothing.
   void orbelMenuShouldShow(const Notification& notification);
+  // A button was released somewhere. Hides menu and collection and gives the earlier program back, unless the
+  // pointer is over them or the menu is not yet half visible.
   void orbelMenuShouldHide();
+  // The menu has faded out: its controller is let go, and the next request makes a new one.
   void orbelWindowDidDisappear();
 
   // The desktop asked for it (its own key binding, a script): as if the shortcut were pressed, or a click
@@ -61,6 +74,7 @@ private:
   void showMenu(Point pointer, bool fromKeyboard);
 
   std::function<void()> m_terminate;
+  std::string m_touchpadAccessCommand;
   std::shared_ptr<OrbelWindowController> m_windowController;
   std::shared_ptr<SettingsWindowController> m_settingsWindowController;
   std::unique_ptr<StatusItem> m_statusItem;

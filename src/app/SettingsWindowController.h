@@ -36,9 +36,12 @@ public:
   // Loads it at the first call.
   RoundedEffectsWindow& window();
   bool isWindowLoaded() const { return m_window.has_value(); }
+  // Once, by the controller itself, when the window has just been loaded: ties its parts together.
   void windowDidLoad();
   // In front, with the keyboard, and with the present values.
   void showWindow();
+  // Every control shows the stored value again: at each show, when the store changes while the window is
+  // open, and where a setting may refuse what was chosen. The window must be loaded.
   void reloadValues();
 
   // The window must be loaded.
@@ -64,6 +67,7 @@ public:
   void windowTintClicked();
   void didSelectColor(const Color& color) override;
 
+  // By the player, at the end of the help video: it begins again while its popover is open.
   void videoPlayerItemDidReachEnd();
   // Of either popover.
   void popoverDidClose(const Popover& popover);

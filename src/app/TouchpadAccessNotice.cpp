@@ -8,14 +8,14 @@
 
 namespace orbel {
 
-void TouchpadAccessNotice::deliverOnce() {
+void TouchpadAccessNotice::deliverOnce(const std::string& command) {
   const Platform& platform = Platform::current();
   if (platform.preferences.boolean(kToldOfTouchpadAccessKey)) return;
   constexpr std::string_view kPlaceholder = "%@";
   std::string text = platform.text.localized(
       "To open the menu with your fingers, allow it once with this command in a terminal:\n%@");
   if (const auto place = text.find(kPlaceholder); place != std::string::npos)
-    text.replace(place, kPlaceholder.size(), kCommand);
+    text.replace(place, kPlaceholder.size(), command);
   platform.userNotifications.deliver(
       {platform.text.localized("Orbel Menu may not read the touchpad"), text}, [](bool isTaken) {
         if (!isTaken) return;

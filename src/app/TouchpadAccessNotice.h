@@ -2,16 +2,16 @@
 // application delegate at the start.
 #pragma once
 
+#include <string>
+
 namespace orbel {
 
 class TouchpadAccessNotice {
 public:
-  // Installed with the program: it lets whoever sits at the seat read the touchpads.
-  static constexpr const char* kCommand = "sudo orbelmenu-touchpad-access";
-
-  // Remembered in the preferences once the desktop has taken the message; without anybody who shows messages
-  // it is tried again at the next start.
-  static void deliverOnce();
+  // The command, for a terminal, lets whoever sits at the seat read the touchpads; it is shown as it is.
+  // The telling is remembered in the preferences once the desktop has taken the message; without anybody who
+  // shows messages it is tried again at the next start.
+  static void deliverOnce(const std::string& command);
 };
 
 } // namespace orbel

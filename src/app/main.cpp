@@ -152,12 +152,13 @@ int quitOnSignal(void*) {
 
 int run(std::vector<std::string> privateVariables) {
   // Found out before anything is set up: a second start only hands over.
-  AppDelegate delegate([] { QCoreApplication::quit(); });
+  AppDelegate delegate([] { QCoreApplication::quit(); },
+                       TouchpadAccess::grantingCommand(AutostartEntry::ownExecutable()));
   SingleInstance instance({
-      .activate = [&] { delegate.statusItemClicked(); },
+      .activate = [&] { delegate.openSettings(); },
       .show = [&] { delegate.showMenuAtPointer(); },
       .hide = [&] { delegate.hideMenu(); },
-      .settings = [&] { delegate.statusItemClicked(); },
+      .settings = [&] { delegate.openSettings(); },
       .quit = [] { QCoreApplication::quit(); },
   });
   if (instance.start() == SingleInstance::Role::second) return 0;

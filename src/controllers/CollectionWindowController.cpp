@@ -19,18 +19,18 @@
 namespace orbel {
 
 namespace {
-bool isRegular(const RunningApplicationPointer& application) {
-  return application->activationPolicy() == ActivationPolicy::regular;
+std::vector<RunningApplicationPointer> regularApplications() {
+  auto applications = Platform::current().workspace.runningApplications();
+  std::erase_if(applications, [](const RunningApplicationPointer& application) {
+    return application->activationPolicy() != ActivationPolicy::regular;
+  });
+  return applications;
 }
 
-// A regular application among the first that is not among the second.
-bool hasNewcomer(const std::vector<RunningApplicationPointer>& first,
-                 const std::vector<RunningApplicationPointer>& second) {
-  return std::any_of(first.begin(), first.end(), [&](const RunningApplicationPointer& application) {
-    return isRegular(application) &&
-           std::none_of(second.begin(), second.end(),
-                        [&](const RunningApplicationPointer& other) { return application->isEqual(*other); });
-  });
+bool haveSameMembers(const std::vector<RunningApplicationPointer>& first,
+                     const std::vector<RunningApplicationPointer>& second) {
+  return std::is_permutation(first.begin(), first.end(), second.begin(), second.end(),
+                             [](const auto& one, const auto& other) { return one->isEqual(*other); });
 }
 } // namespace
 
@@ -40,14 +40,11 @@ CollectionWindowController::CollectionWindowController(std::shared_ptr<Collectio
 std::shared_ptr<CollectionWindowController>
 CollectionWindowController::withCollectionItem(std::shared_ptr<CollectionMenuItem> item) {
   std::shared_ptr<CollectionWindowController> controller(new CollectionWindowController(std::move(item)));
-  controller->closeButton().setMouseClickBlock([self = std::weak_ptr(controller)](const MouseEvent&) {
-    const auto strong = self.lock();
-    if (strong && strong->m_delegate) strong->m_delegate->collectionWindowControllerShouldClose();
-  });
-  controller->window().setCancelBlock([self = std::weak_ptr(controller)] {
-    const auto strong = self.lock();
-    if (strong && strong->m_delegate) strong->m_delegate->collectionWindowControllerShouldClose();
-  });
+  const auto askToClose = [self = std::weak_ptr(controller)] {
+    if (const auto strong = self.lock()) strong->askToClose();
+  };
+  controller->closeButton().setMouseClickBlock([askToClose](const MouseEvent&) { askToClose(); });
+  controller->window().setCancelBlock(askToClose);
   controller->refreshWindowTint();
   controller->observe();
   return controller;
@@ -62,18 +59,15 @@ void CollectionWindowController::observe() {
                      [this](const Notification&) { m_menuWindow.magnificationChanged(); }));
   m_observations.push_back(center.observe(kOrbelMenuWindowTintSettingsChangedNotification, nullptr,
                                           [this](const Notification&) { refreshWindowTint(); }));
-  Workspace& workspace = Platform::current().workspace;
-  m_knownApplications = workspace.runningApplications();
-  m_observations.push_back(workspace.observeRunningApplications([this] { runningApplicationsChanged(); }));
+  m_knownRegularApplications = regularApplications();
+  m_observations.push_back(
+      Platform::current().workspace.observeRunningApplications([this] { runningApplicationsChanged(); }));
 }
 
 void CollectionWindowController::runningApplicationsChanged() {
-  const auto earlier =
-      std::exchange(m_knownApplications, Platform::current().workspace.runningApplications());
+  const auto earlier = std::exchange(m_knownRegularApplications, regularApplications());
   // Only the dots change; the members never do.
-  if (hasNewcomer(m_knownApplications, earlier) || hasNewcomer(earlier, m_knownApplications)) {
-    orbelView().reloadData();
-  }
+  if (!haveSameMembers(earlier, m_knownRegularApplications)) orbelView().reloadData();
 }
 
 void CollectionWindowController::setCollectionItem(std::shared_ptr<CollectionMenuItem> item) {
@@ -106,11 +100,15 @@ bool CollectionWindowController::toolkitAvailable() const {
 }
 
 void CollectionWindowController::persistItems() {
-  if (m_delegate) m_delegate->collectionWindowControllerShouldPersistItems();
+  if (const auto delegate = this->delegate()) delegate->collectionWindowControllerShouldPersistItems();
+}
+
+void CollectionWindowController::askToClose() {
+  if (const auto delegate = this->delegate()) delegate->collectionWindowControllerShouldClose(*this);
 }
 
 void CollectionWindowController::didSelectItem() {
-  if (m_delegate) m_delegate->collectionWindowControllerDidSelectItem();
+  if (const auto delegate = this->delegate()) delegate->collectionWindowControllerDidSelectItem(*this);
 }
 
 MenuItemPointer CollectionWindowController::subitem(ItemPath path) const {
@@ -171,13 +169,11 @@ void CollectionWindowController::didRightClickItem(ItemPath path) {
     };
   };
   const MenuItem& target = *m_targetMenuItem;
-  auto openWith = ItemContextMenu::openWithEntries(target, [self](std::int64_t tag) {
-    if (const auto controller = self.lock()) controller->openClicked(tag);
-  });
-  MenuEntry openWithEntry = ItemContextMenu::entry("Open With...", !openWith.empty(), nullptr);
-  openWithEntry.submenu = std::move(openWith);
   m_itemMenu->popUp({
-      std::move(openWithEntry),
+      ItemContextMenu::openWithEntry(target,
+                                     [self](std::int64_t tag) {
+                                       if (const auto controller = self.lock()) controller->openClicked(tag);
+                                     }),
       ItemContextMenu::entry("Quit Application", target.canQuit() && toolkitAvailable(),
                              call(&CollectionWindowController::quitAppClicked)),
       ItemContextMenu::entry("Remove from Orbel Menu", !dynamic_cast<const RunningAppMenuItem*>(&target),
@@ -186,11 +182,7 @@ void CollectionWindowController::didRightClickItem(ItemPath path) {
 }
 
 void CollectionWindowController::openClicked(std::int64_t tag) {
-  if (!m_targetMenuItem) return;
-  const auto paths = m_targetMenuItem->openWithAppPaths();
-  if (!paths || tag < 0 || tag >= static_cast<std::int64_t>(paths->size())) return;
-  m_targetMenuItem->openWithAppPath((*paths)[static_cast<std::size_t>(tag)]);
-  didSelectItem();
+  if (m_targetMenuItem && ItemContextMenu::openWithTag(*m_targetMenuItem, tag)) didSelectItem();
 }
 
 void CollectionWindowController::quitAppClicked() {
@@ -227,10 +219,7 @@ bool CollectionWindowController::didReceiveDrag(const DragInfo& drag, ItemPath i
 
 bool CollectionWindowController::canDrop(const DragInfo& drag, ItemPath target) {
   const MenuItemPointer menuItem = subitem(target);
-  const auto paths = drag.filePaths();
-  return menuItem && paths && std::any_of(paths->begin(), paths->end(), [&](const std::string& path) {
-           return menuItem->canOpenPath(path);
-         });
+  return menuItem && canOpenAny(*menuItem, drag.filePaths());
 }
 
 bool CollectionWindowController::didDrop(const DragInfo& drag, ItemPath target) {

@@ -10,7 +10,7 @@
 #include "model/CollectionMenuItem.h"
 
 #include <memory>
-#include <optional>
+#include <utility>
 #include <vector>
 
 namespace orbel {
@@ -23,9 +23,11 @@ public:
   withCollectionItem(std::shared_ptr<CollectionMenuItem> item);
   ~CollectionWindowController() override;
 
-  CollectionWindowControllerDelegate* delegate() const { return m_delegate; }
-  // Borrowed; the delegate takes itself out before it goes.
-  void setDelegate(CollectionWindowControllerDelegate* delegate) { m_delegate = delegate; }
+  // Empty once the delegate has gone, which the menu may outlive by its fade.
+  std::shared_ptr<CollectionWindowControllerDelegate> delegate() const { return m_delegate.lock(); }
+  void setDelegate(std::weak_ptr<CollectionWindowControllerDelegate> delegate) {
+    m_delegate = std::move(delegate);
+  }
   const std::shared_ptr<CollectionMenuItem>& collectionItem() const { return m_collectionItem; }
   // Also reloads: the main menu hands over the object it has freshly loaded.
   void setCollectionItem(std::shared_ptr<CollectionMenuItem> item);
@@ -72,16 +74,18 @@ private:
   void observe();
   void runningApplicationsChanged();
   MenuItemPointer subitem(ItemPath path) const; // empty for a place that does not exist
+  void askToClose();
   void didSelectItem();
 
   std::shared_ptr<CollectionMenuItem> m_collectionItem;
   RadialMenuWindow m_menuWindow;
-  CollectionWindowControllerDelegate* m_delegate = nullptr;
+  std::weak_ptr<CollectionWindowControllerDelegate> m_delegate;
   std::shared_ptr<ItemContextMenu> m_itemMenu = std::make_shared<ItemContextMenu>();
   MenuItemPointer m_targetMenuItem;
   bool m_windowVisible = false;
   bool m_canClose = true;
-  std::vector<RunningApplicationPointer> m_knownApplications;
+  // As they were at the last change: one that has ended no longer says what it was.
+  std::vector<RunningApplicationPointer> m_knownRegularApplications;
   std::vector<Registration> m_observations;
 };
 

@@ -1,17 +1,20 @@
-// What a collection's menu leaves to the main menu: closing, saving and hiding.
+// What a collection's menu leaves to the main menu: closing, saving and hiding. A menu that is fading out may
+// still tell of what was begun in it; the sender says which menu it is.
 #pragma once
 
 namespace orbel {
+
+class CollectionWindowController;
 
 class CollectionWindowControllerDelegate {
 public:
   virtual ~CollectionWindowControllerDelegate() = default;
   // Its close button was clicked, or it was dismissed by key.
-  virtual void collectionWindowControllerShouldClose() = 0;
+  virtual void collectionWindowControllerShouldClose(const CollectionWindowController& sender) = 0;
   // After every change of the members.
   virtual void collectionWindowControllerShouldPersistItems() {}
   // A member was opened.
-  virtual void collectionWindowControllerDidSelectItem() = 0;
+  virtual void collectionWindowControllerDidSelectItem(const CollectionWindowController& sender) = 0;
 };
 
 } // namespace orbel

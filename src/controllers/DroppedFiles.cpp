@@ -5,6 +5,7 @@
 #include "model/FileMenuItem.h"
 #include "platform/Platform.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace orbel {
@@ -29,6 +30,11 @@ MenuItemList menuItemsForDroppedPaths(const std::vector<std::string>& paths) {
     if (auto item = menuItemForDroppedPath(path)) items.push_back(std::move(item));
   }
   return items;
+}
+
+bool canOpenAny(const MenuItem& item, const std::optional<std::vector<std::string>>& paths) {
+  return paths && std::any_of(paths->begin(), paths->end(),
+                              [&](const std::string& path) { return item.canOpenPath(path); });
 }
 
 } // namespace orbel

@@ -1,8 +1,9 @@
-// What a path dropped from another program becomes in the menu.
+// What a path dropped from another program becomes in the menu, and who takes it.
 #pragma once
 
 #include "model/MenuItem.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,5 +15,8 @@ MenuItemPointer menuItemForDroppedPath(const std::string& path);
 
 // One item for each path that leads somewhere, in their order.
 MenuItemList menuItemsForDroppedPaths(const std::vector<std::string>& paths);
+
+// Whether the item opens at least one of the paths, if there are any.
+bool canOpenAny(const MenuItem& item, const std::optional<std::vector<std::string>>& paths);
 
 } // namespace orbel

@@ -20,8 +20,8 @@ void ItemContextMenu::menuDidClose() {
   });
 }
 
-std::vector<MenuEntry> ItemContextMenu::openWithEntries(const MenuItem& item,
-                                                        const std::function<void(std::int64_t)>& chosen) {
+MenuEntry ItemContextMenu::openWithEntry(const MenuItem& item,
+                                         const std::function<void(std::int64_t)>& chosen) {
   Workspace& workspace = Platform::current().workspace;
   std::vector<MenuEntry> entries;
   const auto paths = item.openWithAppPaths().value_or(std::vector<std::string>());
@@ -38,7 +38,16 @@ std::vector<MenuEntry> ItemContextMenu::openWithEntries(const MenuItem& item,
       entries.push_back(std::move(separator));
     }
   }
-  return entries;
+  MenuEntry openWith = entry("Open With...", !entries.empty(), nullptr);
+  openWith.submenu = std::move(entries);
+  return openWith;
+}
+
+bool ItemContextMenu::openWithTag(MenuItem& item, std::int64_t tag) {
+  const auto paths = item.openWithAppPaths();
+  if (!paths || tag < 0 || tag >= static_cast<std::int64_t>(paths->size())) return false;
+  item.openWithAppPath((*paths)[static_cast<std::size_t>(tag)]);
+  return true;
 }
 
 MenuEntry ItemContextMenu::entry(const std::string& englishTitle, bool shown, std::function<void()> action) {

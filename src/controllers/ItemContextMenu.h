@@ -27,10 +27,11 @@ public:
   void menuWillOpen() override { m_itemMenuVisible = true; }
   void menuDidClose() override;
 
-  // One entry an application that opens the item, tagged with its index; the default stands alone above a
-  // separator. The block gets the tag.
-  static std::vector<MenuEntry> openWithEntries(const MenuItem& item,
-                                                const std::function<void(std::int64_t)>& chosen);
+  // "Open With..." with one entry an application that opens the item, tagged with its index; the default
+  // stands alone above a separator. Hidden when there is none. The block gets the tag.
+  static MenuEntry openWithEntry(const MenuItem& item, const std::function<void(std::int64_t)>& chosen);
+  // Opens the item with the application of that tag. False, and nothing done, when there is none.
+  static bool openWithTag(MenuItem& item, std::int64_t tag);
   static MenuEntry entry(const std::string& englishTitle, bool shown, std::function<void()> action);
 
 private:

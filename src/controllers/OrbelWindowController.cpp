@@ -14,7 +14,6 @@ namespace orbel {
 OrbelWindowController::OrbelWindowController() : m_menuWindow(SurfaceLevel::menu, *this, *this) {}
 
 OrbelWindowController::~OrbelWindowController() {
-  if (m_collectionController) m_collectionController->setDelegate(nullptr);
   // It lives by its fade alone, which nobody would see the end of.
   if (const auto closing = m_closingCollection.lock()) closing->window().setAlphaValue(0);
 }
@@ -107,8 +106,8 @@ void OrbelWindowController::cancel() {
 }
 
 void OrbelWindowController::closeCollection() {
+  // It keeps its delegate: a member that is dragged while the menus hide is still put down, and stored.
   m_collectionController->hideWindow();
-  m_collectionController->setDelegate(nullptr);
   m_closingCollection = m_collectionController;
   m_collectionController = nullptr;
   orbelView().setEnabled(true);

@@ -106,16 +106,16 @@ public:
   bool canDrop(const DragInfo& drag, ItemPath target) override;
   bool didDrop(const DragInfo& drag, ItemPath target) override;
 
-  void collectionWindowControllerShouldClose() override;
+  void collectionWindowControllerShouldClose(const CollectionWindowController& sender) override;
   void collectionWindowControllerShouldPersistItems() override { persistItems(); }
-  void collectionWindowControllerDidSelectItem() override { hideWindow(false, true); }
+  void collectionWindowControllerDidSelectItem(const CollectionWindowController& sender) override;
 
 private:
   OrbelWindowController();
   void connect();
   void cancel();
   void closeCollection();
-  void followOpenCollection();
+  void followOpenCollection(const MenuItemList& earlier);
   void menuSizeSettingsChanged();
 
   MenuItemPointer menuItem(ItemPath path) const; // empty for a place that does not exist

@@ -2,6 +2,7 @@
 
 #include "controllers/DroppedFiles.h"
 #include "model/CollectionMenuItem.h"
+#include "model/CoreMenuItem.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -10,8 +11,6 @@
 namespace orbel {
 
 namespace {
-constexpr const char* kFinderName = "Finder";
-
 bool hasSubitems(const MenuItem& item) {
   const auto subitems = item.subitems();
   return subitems && !subitems->empty();
@@ -40,18 +39,23 @@ void OrbelWindowController::openCollection(const std::shared_ptr<CollectionMenuI
   const Rect frame = window().frame();
   const auto pointer = window().surface().pointerLocation();
   m_collectionController = CollectionWindowController::withCollectionItem(collection);
-  m_collectionController->setDelegate(this);
+  m_collectionController->setDelegate(shared_from_this());
   m_collectionController->showWindowAtScreenPosition(
       pointer ? Point{frame.minX() + pointer->x, frame.minY() + pointer->y} : frame.center());
   orbelView().closeAllTitles();
   orbelView().setEnabled(false);
 }
 
-void OrbelWindowController::collectionWindowControllerShouldClose() {
-  if (!m_collectionController) return;
+void OrbelWindowController::collectionWindowControllerShouldClose(const CollectionWindowController& sender) {
+  if (&sender != m_collectionController.get()) return;
   closeCollection();
   Platform::current().runLoop.after(kReloadAfterCollectionDelay,
                                     [self = shared_from_this()] { self->refreshItems(); });
+}
+
+void OrbelWindowController::collectionWindowControllerDidSelectItem(
+    const CollectionWindowController& sender) {
+  if (&sender == m_collectionController.get()) hideWindow(false, true);
 }
 
 void OrbelWindowController::didMoveItem(ItemPath from, ItemPath to) {
@@ -66,7 +70,7 @@ bool OrbelWindowController::canDropItem(ItemPath draggedPath, ItemPath targetPat
   const MenuItemPointer dragged = menuItem(draggedPath);
   const MenuItemPointer target = menuItem(targetPath);
   return dragged && target && !isRunningAppItem(*dragged) && !hasSubitems(*dragged) &&
-         target->canHoldSubitems() && dragged->name() != kFinderName;
+         target->canHoldSubitems() && dragged->name() != CoreMenuItem::kFinder;
 }
 
 void OrbelWindowController::didDropItem(ItemPath draggedPath, ItemPath targetPath) {
@@ -94,11 +98,7 @@ bool OrbelWindowController::didReceiveDrag(const DragInfo& drag, ItemPath inFron
 
 bool OrbelWindowController::canDrop(const DragInfo& drag, ItemPath targetPath) {
   const MenuItemPointer target = menuItem(targetPath);
-  if (!target) return false;
-  if (target->canHoldSubitems()) return true;
-  const auto paths = drag.filePaths();
-  return paths && std::any_of(paths->begin(), paths->end(),
-                              [&](const std::string& path) { return target->canOpenPath(path); });
+  return target && (target->canHoldSubitems() || canOpenAny(*target, drag.filePaths()));
 }
 
 bool OrbelWindowController::didDrop(const DragInfo& drag, ItemPath targetPath) {

@@ -1,7 +1,6 @@
 #include "controllers/OrbelWindowController.h"
 
 #include "app/settings/AppSettings.h"
-#include "controllers/ItemLookup.h"
 #include "controllers/MenuColors.h"
 #include "model/AppMenuItem.h"
 #include "model/CollectionMenuItem.h"
@@ -14,7 +13,8 @@
 namespace orbel {
 
 namespace {
-constexpr const char* kDefaultItems[] = {"Finder", "Launchpad", "App Store", "iTunes", "Safari", "Mail"};
+constexpr const char* kDefaultItems[] = {
+    CoreMenuItem::kFinder, "Launchpad", "App Store", "iTunes", "Safari", "Mail"};
 
 MenuItemList defaultItems() {
   MenuItemList items;
@@ -30,6 +30,22 @@ bool isRepresented(const RunningApplication& application, const MenuItemList& it
   });
 }
 
+// The loaded item that stands for the earlier one. Of several that match it is the one that comes after as
+// many others as the earlier one did, else the last.
+MenuItemPointer counterpart(const MenuItemPointer& item, const MenuItemList& earlier,
+                            const MenuItemList& loaded,
+                            const std::function<bool(const MenuItemPointer&)>& matches) {
+  auto matchesBefore =
+      std::count_if(earlier.begin(), std::find(earlier.begin(), earlier.end(), item), matches);
+  MenuItemPointer found;
+  for (const MenuItemPointer& candidate : loaded) {
+    if (!matches(candidate)) continue;
+    found = candidate;
+    if (matchesBefore-- == 0) break;
+  }
+  return found;
+}
+
 bool hasEnded(const MenuItemPointer& item, const std::vector<RunningApplicationPointer>& running) {
   const auto* runningItem = dynamic_cast<const RunningAppMenuItem*>(item.get());
   return runningItem &&
@@ -41,14 +57,9 @@ bool hasEnded(const MenuItemPointer& item, const std::vector<RunningApplicationP
 
 void OrbelWindowController::refreshItems() {
   auto loaded = m_store.load();
-  bool storeNeedsRewriting = false;
-  if (loaded) {
-    m_menuItems = std::move(loaded->items);
-    storeNeedsRewriting = loaded->droppedElements;
-  } else {
-    m_menuItems.clear();
-  }
-  if (m_collectionController) followOpenCollection();
+  const bool storeNeedsRewriting = loaded && loaded->droppedElements;
+  const MenuItemList earlier = std::exchange(m_menuItems, loaded ? std::move(loaded->items) : MenuItemList());
+  if (m_collectionController) followOpenCollection(earlier);
   if (m_menuItems.empty()) m_menuItems = defaultItems();
   orbelView().reloadData();
   reconcileRunningApplications();
@@ -56,26 +67,22 @@ void OrbelWindowController::refreshItems() {
 }
 
 // An open collection's menu goes on with the object that was just loaded, or its changes would be saved
-// nowhere.
-void OrbelWindowController::followOpenCollection() {
+// nowhere. Collections with the same members are told apart by their names, unless it was renamed meanwhile.
+void OrbelWindowController::followOpenCollection(const MenuItemList& earlier) {
   const auto shown = m_collectionController->collectionItem();
-  const auto hand = [this](const MenuItemPointer& item) {
-    auto collection = std::dynamic_pointer_cast<CollectionMenuItem>(item);
-    if (!collection) return false;
-    m_collectionController->setCollectionItem(std::move(collection));
-    return true;
+  const auto holdsTheSame = [identity = shown->identity()](const MenuItemPointer& item) {
+    return item->canHoldSubitems() && item->identity() == identity;
   };
-  // Two collections with the same members are told apart by their names.
-  if (const auto index = indexOfItem(m_menuItems, shown)) {
-    hand(m_menuItems[*index]);
-    return;
+  const auto isTheSame = [&](const MenuItemPointer& item) {
+    return item->name() == shown->name() && holdsTheSame(item);
+  };
+  MenuItemPointer fresh = counterpart(shown, earlier, m_menuItems, isTheSame);
+  if (!fresh) fresh = counterpart(shown, earlier, m_menuItems, holdsTheSame);
+  if (auto collection = std::dynamic_pointer_cast<CollectionMenuItem>(fresh)) {
+    m_collectionController->setCollectionItem(std::move(collection));
+  } else {
+    closeCollection();
   }
-  const std::string openIdentity = shown->identity();
-  bool found = false;
-  for (const MenuItemPointer& item : m_menuItems) {
-    if (item->canHoldSubitems() && item->identity() == openIdentity) found = hand(item) || found;
-  }
-  if (!found) closeCollection();
 }
 
 void OrbelWindowController::reconcileRunningApplications() {

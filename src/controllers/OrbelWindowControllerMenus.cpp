@@ -11,8 +11,6 @@
 namespace orbel {
 
 namespace {
-constexpr const char* kFinderName = "Finder";
-
 std::string localized(const char* english) {
   return Platform::current().text.localized(english);
 }
@@ -31,22 +29,21 @@ void OrbelWindowController::didRightClickItem(ItemPath path) {
   }
   m_targetMenuItem = menuItem(path);
   if (!m_targetMenuItem) return;
-  if (dynamic_cast<const CoreMenuItem*>(m_targetMenuItem.get()) && m_targetMenuItem->name() == kFinderName)
+  if (dynamic_cast<const CoreMenuItem*>(m_targetMenuItem.get()) &&
+      m_targetMenuItem->name() == CoreMenuItem::kFinder)
     return;
   m_itemMenu->popUp(itemMenuEntries());
 }
 
 std::vector<MenuEntry> OrbelWindowController::itemMenuEntries() {
   const MenuItem& target = *m_targetMenuItem;
-  auto openWith = ItemContextMenu::openWithEntries(target, [self = weak_from_this()](std::int64_t tag) {
-    if (const auto controller = self.lock()) controller->openClicked(tag);
-  });
-  MenuEntry openWithEntry = ItemContextMenu::entry("Open With...", !openWith.empty(), nullptr);
-  openWithEntry.submenu = std::move(openWith);
   const auto subitems = target.subitems();
   const bool isRunningApp = targetRunningApp() != nullptr;
   return {
-      std::move(openWithEntry),
+      ItemContextMenu::openWithEntry(target,
+                                     [self = weak_from_this()](std::int64_t tag) {
+                                       if (const auto controller = self.lock()) controller->openClicked(tag);
+                                     }),
       ItemContextMenu::entry("Rename Collection", target.canRename(),
                              weakly(&OrbelWindowController::renameCollectionClicked)),
       ItemContextMenu::entry("Ungroup Collection", subitems && !subitems->empty(),
@@ -72,11 +69,7 @@ void OrbelWindowController::didRightClickOutsideOfItem(ItemPath path) {
 }
 
 void OrbelWindowController::openClicked(std::int64_t tag) {
-  if (!m_targetMenuItem) return;
-  const auto paths = m_targetMenuItem->openWithAppPaths();
-  if (!paths || tag < 0 || tag >= static_cast<std::int64_t>(paths->size())) return;
-  m_targetMenuItem->openWithAppPath((*paths)[static_cast<std::size_t>(tag)]);
-  hideWindow(false);
+  if (m_targetMenuItem && ItemContextMenu::openWithTag(*m_targetMenuItem, tag)) hideWindow(false);
 }
 
 void OrbelWindowController::quitAppClicked() {

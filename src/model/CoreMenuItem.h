@@ -12,6 +12,8 @@ namespace orbel {
 class CoreMenuItem : public MenuItem, public RepresentsRunningApplication {
 public:
   static constexpr const char* kClassName = "CoreMenuItem";
+  // The name of the one that shows folders, which commands leave alone.
+  static constexpr const char* kFinder = "Finder";
 
   static std::shared_ptr<CoreMenuItem> withName(const std::string& name);
   static std::shared_ptr<CoreMenuItem> withDictionaryRepresentation(const PropertyList& dictionary);

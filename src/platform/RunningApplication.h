@@ -11,7 +11,8 @@
 
 namespace orbel {
 
-// Regular programs own a normal, taskbar-listed window; the others are never listed in the menu.
+// Regular programs own a normal, taskbar-listed window; the others are never listed in the menu. A program
+// that has ended is accessory.
 enum class ActivationPolicy { regular, accessory, prohibited };
 
 enum class ActivationReason {

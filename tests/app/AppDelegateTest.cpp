@@ -1,6 +1,5 @@
 #include "app/AppDelegate.h"
 
-#include "app/TouchpadAccessNotice.h"
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
 #include "doubles/FakePlatform.h"
@@ -12,6 +11,9 @@
 
 namespace orbel {
 namespace {
+
+// As of a program that was installed to a place of its own.
+constexpr const char* kAccessCommand = "sudo /opt/orbelmenu/bin/orbelmenu-touchpad-access";
 
 class AppDelegateTest : public testing::Test {
 protected:
@@ -41,7 +43,7 @@ protected:
 
   FakePlatform platform;
   int terminations = 0;
-  AppDelegate delegate{[this] { ++terminations; }};
+  AppDelegate delegate{[this] { ++terminations; }, kAccessCommand};
 };
 
 TEST_F(AppDelegateTest, NothingIsShownAtTheStart) {
@@ -137,6 +139,18 @@ TEST_F(AppDelegateTest, AClickElsewhereAlsoClosesAnOpenCollection) {
   EXPECT_TRUE(platform.windows.surfaces.empty());
 }
 
+TEST_F(AppDelegateTest, AReleaseElsewhereBeforeTheMenuIsHalfVisibleDoesNotHideIt) {
+  start();
+  pressShortcut();
+  platform.runLoop.advance(0.03);
+  ASSERT_FALSE(delegate.windowController()->windowVisible());
+  platform.windows.movePointer({10, 10});
+  releaseButton();
+  settle();
+  ASSERT_TRUE(menuShown());
+  EXPECT_EQ(platform.windows.surfaces[0]->windowAlpha, 1);
+}
+
 TEST_F(AppDelegateTest, AClickWithoutAMenuDoesNothing) {
   start();
   releaseButton();
@@ -205,6 +219,15 @@ TEST_F(AppDelegateTest, TheSettingsWindowsControllerIsMadeAtTheStartAndItsWindow
   EXPECT_EQ(platform.settingsForms.loads, 0);
 }
 
+TEST_F(AppDelegateTest, TheDesktopsRequestOpensTheSettingsAsAClickOnTheStatusItemDoes) {
+  delegate.openSettings();
+  EXPECT_EQ(platform.settingsForms.loads, 0);
+  start();
+  delegate.openSettings();
+  EXPECT_EQ(platform.settingsForms.last->managedWindow.happened,
+            (std::vector<std::string>{"center", "makeKeyAndOrderFront"}));
+}
+
 TEST_F(AppDelegateTest, TheStatusItemShowsTheSettingsCentredAndWithTheKeyboard) {
   start();
   delegate.statusItemClicked();
@@ -263,7 +286,7 @@ TEST_F(AppDelegateTest, AMarkThatIsNoTrueBooleanIsAFirstLaunch) {
   for (const PropertyList& mark :
        {PropertyList(false), PropertyList("yes"), PropertyList(PropertyList::List{})}) {
     platform.preferences.setObject("launchedBefore", mark);
-    AppDelegate other([] {});
+    AppDelegate other([] {}, kAccessCommand);
     other.applicationDidFinishLaunching();
     EXPECT_EQ(platform.preferences.values.at("launchedBefore"), PropertyList(true));
     other.applicationWillTerminate();
@@ -301,6 +324,26 @@ TEST_F(AppDelegateTest, RequestsAreAnsweredOnlyFromTheEndOfTheStartToTheEndOfThe
   EXPECT_EQ(delegate.windowController(), nullptr);
 }
 
+TEST_F(AppDelegateTest, TheProgramsOwnCommandsAreTaken) {
+  platform.text.translations["Quit"] = "Beenden";
+  const std::uint64_t keyW = 13;
+  const std::uint64_t keyQ = 12;
+  EXPECT_FALSE(MASShortcut(keyQ, kControlFlag).isTaken());
+  start();
+  for (const std::uint64_t modifier : {kControlFlag, kCommandFlag}) {
+    std::string reason;
+    EXPECT_TRUE(MASShortcut(keyQ, modifier).isTaken(&reason));
+    EXPECT_NE(reason.find("\u2018Beenden\u2019"), std::string::npos) << reason;
+    EXPECT_TRUE(MASShortcut(keyW, modifier).isTaken(&reason));
+    EXPECT_NE(reason.find("\u2018Close\u2019"), std::string::npos) << reason;
+    EXPECT_FALSE(MASShortcut(keyQ, modifier | kOptionFlag).isTaken());
+  }
+  EXPECT_FALSE(MASShortcut(keyQ, kOptionFlag).isTaken());
+  EXPECT_FALSE(MASShortcut(kSpaceKeyCode, kControlFlag).isTaken());
+  delegate.applicationWillTerminate();
+  EXPECT_FALSE(MASShortcut(keyQ, kControlFlag).isTaken());
+}
+
 // Trust, and the touchpad that may not be read.
 
 TEST_F(AppDelegateTest, ATrustedProgramLogsNothingAndTellsNobody) {
@@ -322,8 +365,7 @@ TEST_F(AppDelegateTest, AnUnreadableTouchpadIsToldWithTheCommandThatGrantsAccess
   start();
   ASSERT_EQ(platform.userNotifications.delivered.size(), 1u);
   EXPECT_EQ(platform.userNotifications.delivered[0].title, "Titel");
-  EXPECT_TRUE(platform.userNotifications.delivered[0].text.ends_with(std::string("\n") +
-                                                                     TouchpadAccessNotice::kCommand));
+  EXPECT_TRUE(platform.userNotifications.delivered[0].text.ends_with(std::string("\n") + kAccessCommand));
 }
 
 TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {
@@ -331,7 +373,7 @@ TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {
   platform.eventTaps.unreadable = "Touchpad: permission denied";
   start();
   platform.userNotifications.answer(true);
-  AppDelegate second([] {});
+  AppDelegate second([] {}, kAccessCommand);
   second.applicationDidFinishLaunching();
   EXPECT_EQ(platform.userNotifications.delivered.size(), 1u);
   second.applicationWillTerminate();
@@ -342,7 +384,7 @@ TEST_F(AppDelegateTest, AMessageThatNobodyShowedIsTriedAgainAtTheNextStart) {
   platform.eventTaps.unreadable = "Touchpad: permission denied";
   start();
   platform.userNotifications.answer(false);
-  AppDelegate second([] {});
+  AppDelegate second([] {}, kAccessCommand);
   second.applicationDidFinishLaunching();
   EXPECT_EQ(platform.userNotifications.delivered.size(), 2u);
   second.applicationWillTerminate();

@@ -246,10 +246,14 @@ TEST_F(SettingsWindowControllerTest, TheCloseButtonIsDarkGreyAndClosesTheWindow)
 }
 
 TEST_F(SettingsWindowControllerTest, ACloseButtonThatOutlivesTheControllerDoesNothing) {
-  shown();
+  const auto window = shown().sharedWindow;
+  const auto before = window->happened;
   const auto button = controller->closeButton();
   controller = nullptr;
   click(*button);
+  EXPECT_TRUE(window->visible);
+  EXPECT_EQ(window->happened, before);
+  EXPECT_EQ(terminations, 0);
 }
 
 TEST_F(SettingsWindowControllerTest, OnADarkDesktopTheCloseButtonCanBeSeen) {

@@ -237,6 +237,16 @@ TYPED_TEST_P(WorkspaceContract, ARecordKnowsItsProgram) {
   EXPECT_FALSE(this->workspace().playsRole(*record, "Paint")) << "no built-in name";
 }
 
+TYPED_TEST_P(WorkspaceContract, AProgramThatHasEndedIsNoRegularOneAnyMoreAsSoonAsItsEndIsTold) {
+  const auto record = this->subject.start(this->subject.install("Paint"));
+  ASSERT_TRUE(record);
+  std::vector<ActivationPolicy> seen;
+  const auto observer =
+      this->workspace().observeRunningApplications([&] { seen.push_back(record->activationPolicy()); });
+  this->subject.quit(record);
+  EXPECT_EQ(seen, std::vector{ActivationPolicy::accessory});
+}
+
 TYPED_TEST_P(WorkspaceContract, RecordsAreEqualWhenTheyStandForTheSameProcess) {
   const auto bundle = this->subject.install("Paint");
   const auto first = this->subject.start(bundle);
@@ -283,6 +293,7 @@ REGISTER_TYPED_TEST_SUITE_P(
     EntriesAndAppImagesAreApplicationsAndOtherFilesAreNot,
     RunningApplicationsAreListedInTheOrderOfTheirWindowsAndObserved,
     AnObserverThatEndsWhileOthersAreCalledIsNotCalledAnyMore, ARecordKnowsItsProgram,
+    AProgramThatHasEndedIsNoRegularOneAnyMoreAsSoonAsItsEndIsTold,
     RecordsAreEqualWhenTheyStandForTheSameProcess, OnlyAProgramThatStillHasAWindowIsBroughtForward,
     TheFrontmostApplicationIsTheOneWithTheActiveWindow);
 

@@ -5,9 +5,9 @@ namespace {
 
 class Delegate : public CollectionWindowControllerDelegate {
 public:
-  void collectionWindowControllerShouldClose() override { ++closes; }
+  void collectionWindowControllerShouldClose(const CollectionWindowController&) override { ++closes; }
   void collectionWindowControllerShouldPersistItems() override { ++persists; }
-  void collectionWindowControllerDidSelectItem() override { ++selections; }
+  void collectionWindowControllerDidSelectItem(const CollectionWindowController&) override { ++selections; }
   int closes = 0;
   int persists = 0;
   int selections = 0;
@@ -16,15 +16,13 @@ public:
 class CollectionWindowControllerTest : public ControllerTest {
 protected:
   ~CollectionWindowControllerTest() override {
-    if (!m_collectionMenu) return;
-    m_collectionMenu->setDelegate(nullptr);
-    m_collectionMenu->window().setAlphaValue(0);
+    if (m_collectionMenu) m_collectionMenu->window().setAlphaValue(0);
   }
   void make(PropertyList::List members) {
     collection =
         CollectionMenuItem::withDictionaryRepresentation(storedCollection("Work", std::move(members)));
     m_collectionMenu = CollectionWindowController::withCollectionItem(collection);
-    m_collectionMenu->setDelegate(&delegate);
+    m_collectionMenu->setDelegate(delegateOwner);
   }
   CollectionWindowController& menu() { return *m_collectionMenu; }
   void show() {
@@ -34,7 +32,8 @@ protected:
   }
   Names memberNames() { return names(*collection->subitems()); }
 
-  Delegate delegate;
+  std::shared_ptr<Delegate> delegateOwner = std::make_shared<Delegate>();
+  Delegate& delegate = *delegateOwner;
   std::shared_ptr<CollectionMenuItem> collection;
 
 private:
@@ -72,6 +71,18 @@ TEST_F(CollectionWindowControllerTest, AHideDoesNothingWhileItMayNotClose) {
   menu().setCanClose(false);
   menu().hideWindow();
   EXPECT_FALSE(menu().window().isFadingOut());
+}
+
+// The main menu goes at the end of its fade, perhaps a moment before this one.
+TEST_F(CollectionWindowControllerTest, OutlivesItsDelegate) {
+  make({storedCore("A"), storedCore("B")});
+  show();
+  delegateOwner.reset();
+  EXPECT_EQ(menu().delegate(), nullptr);
+  platform.windows.click({500, 500});
+  menu().didMoveItem(at(0), at(1));
+  menu().didClickItem(at(0));
+  EXPECT_EQ(memberNames(), (Names{"B", "A"}));
 }
 
 TEST_F(CollectionWindowControllerTest, TheCloseButtonWorksImmediatelyAndAsksTheDelegate) {
@@ -153,11 +164,63 @@ TEST_F(CollectionWindowControllerTest, QuitAndOpenWithAreOfferedAsInTheMainMenu)
   EXPECT_EQ(delegate.selections, 1);
 }
 
+TEST_F(CollectionWindowControllerTest, WithoutTheCompanionQuittingIsNotOffered) {
+  platform.workspace.launch(7, "Mail", "/apps/mail.desktop");
+  make({storedCore("Mail")});
+  menu().didRightClickItem(at(0));
+  EXPECT_EQ(platform.contextMenus.visibleTitles(), Names{"Remove from Orbel Menu"});
+}
+
+TEST_F(CollectionWindowControllerTest, AnOpenWithTagOutOfRangeDoesNothing) {
+  platform.workspace.candidates["/a.txt"] = {"/apps/editor.desktop"};
+  make({storedFile("/a.txt", "a")});
+  menu().didRightClickItem(at(0));
+  menu().openClicked(1);
+  menu().openClicked(-1);
+  EXPECT_TRUE(platform.workspace.actions.empty());
+  EXPECT_EQ(delegate.selections, 0);
+  menu().openClicked(0);
+  EXPECT_EQ(platform.workspace.actions, Names{"openWith /a.txt | /apps/editor.desktop"});
+  EXPECT_EQ(delegate.selections, 1);
+}
+
+TEST_F(CollectionWindowControllerTest, ARightClickWhileTheContextMenuIsOpenOnlyClosesIt) {
+  make({storedCore("Mail"), storedCore("Safari")});
+  menu().didRightClickItem(at(0));
+  EXPECT_TRUE(menu().itemMenuVisible());
+  menu().didRightClickItem(at(1));
+  EXPECT_FALSE(platform.contextMenus.isOpen);
+  EXPECT_EQ(platform.contextMenus.timesOpened, 1);
+  EXPECT_EQ(menu().targetMenuItem(), collection->subitems()->at(0));
+}
+
+TEST_F(CollectionWindowControllerTest, ARightClickWithinHalfASecondOfTheClosingIsStillTakenForClosing) {
+  make({storedCore("Mail")});
+  menu().didRightClickItem(at(0));
+  platform.contextMenus.close();
+  platform.runLoop.advance(0.49);
+  menu().didRightClickItem(at(0));
+  EXPECT_EQ(platform.contextMenus.timesOpened, 1);
+  platform.runLoop.advance(0.02);
+  menu().didRightClickItem(at(0));
+  EXPECT_EQ(platform.contextMenus.timesOpened, 2);
+}
+
+TEST_F(CollectionWindowControllerTest, ARightClickBetweenMembersDoesNothing) {
+  make({storedCore("Mail")});
+  menu().didRightClickOutsideOfItem(at(0));
+  EXPECT_EQ(platform.contextMenus.timesOpened, 0);
+  EXPECT_EQ(menu().targetMenuItem(), nullptr);
+}
+
 TEST_F(CollectionWindowControllerTest, AMoveIsSavedThroughTheDelegate) {
   make({storedCore("A"), storedCore("B"), storedCore("C")});
+  show();
+  const auto shownFirst = menu().orbelView().sections().item(at(0));
   menu().didMoveItem(at(0), at(2));
   EXPECT_EQ(memberNames(), (Names{"B", "C", "A"}));
   EXPECT_EQ(delegate.persists, 1);
+  EXPECT_EQ(menu().orbelView().sections().item(at(0)), shownFirst) << "the view has moved it itself";
 }
 
 TEST_F(CollectionWindowControllerTest, DroppedFilesBecomeMembersInTheDragsOrder) {
@@ -178,6 +241,15 @@ TEST_F(CollectionWindowControllerTest, EachDocumentDroppedOntoAMemberOpensAndIsR
   EXPECT_FALSE(menu().didDrop(drag, at(1)));
 }
 
+TEST_F(CollectionWindowControllerTest, ACollectionInsideTakesNoFiles) {
+  make({storedCollection("Inner", {storedCore("Mail")})});
+  const FakeDrag drag(Names{"/a.txt"});
+  EXPECT_FALSE(menu().canDrop(drag, at(0)));
+  EXPECT_FALSE(menu().didDrop(drag, at(0)));
+  EXPECT_EQ(collection->subitems()->at(0)->subitems()->size(), 1u);
+  EXPECT_EQ(delegate.persists, 0);
+}
+
 TEST_F(CollectionWindowControllerTest, ItemsAreNeverDroppedOntoItems) {
   make({storedCore("A"), storedCollection("Inner", {})});
   EXPECT_FALSE(menu().canDropItem(at(0), at(1)));
@@ -195,6 +267,29 @@ TEST_F(CollectionWindowControllerTest, ARegularProgramThatComesOrGoesUpdatesTheD
   EXPECT_TRUE(dot());
   platform.workspace.terminate(7);
   EXPECT_FALSE(dot());
+}
+
+TEST_F(CollectionWindowControllerTest, AProgramWithoutAnOrdinaryWindowThatComesOrGoesChangesNothing) {
+  make({storedCore("Mail")});
+  show();
+  const auto shown = [&] { return menu().orbelView().sections().item({0, 0}); };
+  const auto before = shown();
+  const auto applet = std::make_shared<FakeRunningApplication>(7, "Applet");
+  applet->policy = ActivationPolicy::accessory;
+  platform.workspace.running.push_back(applet);
+  platform.workspace.notifyRunningApplications();
+  EXPECT_EQ(shown(), before);
+  platform.workspace.terminate(7);
+  EXPECT_EQ(shown(), before);
+}
+
+TEST_F(CollectionWindowControllerTest, DotsAreBlackOnATintThatIsLighterThanTheLimitElseWhite) {
+  make({storedCore("Mail")});
+  const std::pair<double, double> colors[] = {{1, 0}, {0.67, 0}, {0.66, 1}, {0, 1}};
+  for (const auto& [tint, dot] : colors) {
+    AppSettings::sharedInstance().setWindowTintColor(Color::white(tint));
+    EXPECT_EQ(menu().item(at(0))->highlightColor(), Color::white(dot)) << tint;
+  }
 }
 
 TEST_F(CollectionWindowControllerTest, TheTintAndTheMagnificationAreFollowed) {

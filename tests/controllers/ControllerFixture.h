@@ -32,6 +32,9 @@ protected:
   ~ControllerTest() override {
     letControllerGo();
     AppSettings::destroySharedInstance();
+    // Its pictures would be drawn with this case's platform.
+    ImageCache::sharedCache().setKeys({});
+    ImageCache::sharedCache().setValues({});
   }
 
   static PropertyList storedCore(const std::string& name) {

@@ -356,7 +356,7 @@ void RandomEditsTest::editCollection() {
     }
     expectNow(ofTheUser(expected), "edit a collection");
   }
-  controller().collectionWindowControllerShouldClose();
+  controller().collectionWindowControllerShouldClose(*controller().collectionController());
   platform.runLoop.advance(kReloadDelay);
   expectNow(ofTheUser(expected), "close a collection");
 }

@@ -78,7 +78,9 @@ public:
 
   SettingsFormContents contents;
   SettingsFormDelegate& delegate;
-  FakeManagedWindow managedWindow;
+  std::shared_ptr<FakeManagedWindow> sharedWindow =
+      std::make_shared<FakeManagedWindow>(); // tests may keep it
+  FakeManagedWindow& managedWindow = *sharedWindow;
   SettingsValues values;
   int timesSet = 0;
   bool helpButtonVisible = false;

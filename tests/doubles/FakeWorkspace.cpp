@@ -157,7 +157,9 @@ std::shared_ptr<FakeRunningApplication> FakeWorkspace::launch(std::int32_t pid, 
 
 void FakeWorkspace::terminate(std::int32_t pid) {
   for (const auto& application : running) {
-    if (application->pid == pid) application->terminated = true;
+    if (application->pid != pid) continue;
+    application->terminated = true;
+    application->policy = ActivationPolicy::accessory; // its windows went first
   }
   if (frontmost && frontmost->processIdentifier() == pid) frontmost = nullptr;
   std::erase_if(running, [pid](const auto& application) { return application->pid == pid; });

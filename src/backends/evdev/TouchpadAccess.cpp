@@ -6,9 +6,24 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
+#include <filesystem>
 #include <unistd.h>
 
 namespace orbel {
+
+namespace {
+constexpr const char* kScript = "orbelmenu-touchpad-access";
+
+// One word of a shell's command line.
+std::string shellWord(const std::string& text) {
+  constexpr const char* kPlain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._+-";
+  if (text.find_first_not_of(kPlain) == std::string::npos) return text;
+  std::string word = "'";
+  for (const char character : text)
+    word += character == '\'' ? std::string("'\\''") : std::string(1, character);
+  return word + '\'';
+}
+} // namespace
 
 std::optional<std::string> TouchpadAccess::unreadable() {
   for (const TouchpadDevice& device : TouchpadWatch::present()) {
@@ -18,6 +33,17 @@ std::optional<std::string> TouchpadAccess::unreadable() {
     close(descriptor);
   }
   return std::nullopt;
+}
+
+std::string TouchpadAccess::grantingCommand(const std::string& executable) {
+  const std::filesystem::path folder = std::filesystem::path(executable).parent_path();
+  const bool isFoundByName = folder == "/usr/bin" || folder == "/usr/local/bin";
+  std::error_code error;
+  if (isFoundByName || !std::filesystem::exists(folder / kScript, error)) {
+    return std::string("sudo ") + kScript;
+  }
+  // sudo looks for commands in the system's own folders only, whatever the user's path is.
+  return "sudo " + shellWord((folder / kScript).string());
 }
 
 } // namespace orbel

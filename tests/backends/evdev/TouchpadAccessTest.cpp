@@ -3,6 +3,10 @@
 #include "backends/evdev/TouchpadTap.h"
 #include "support/TouchpadTest.h"
 
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <string>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -72,6 +76,50 @@ TEST_F(TouchpadAccessTest, TheTapTriesAgainWhenTheAccessRightsChange) {
     return !touches.empty();
   };
   EXPECT_TRUE(iterateUntil(isHeard));
+}
+
+// The command that the user is told.
+
+class GrantingCommandTest : public testing::Test {
+protected:
+  ~GrantingCommandTest() override { std::filesystem::remove_all(m_folder); }
+  // A folder with the program and the script in it; the program's path.
+  std::string install(const std::string& folder) {
+    std::filesystem::create_directories(m_folder / folder);
+    std::ofstream(m_folder / folder / "orbelmenu-touchpad-access") << "#!/bin/sh\n";
+    return (m_folder / folder / "orbelmenu").string();
+  }
+  std::filesystem::path m_folder = temporaryFolder();
+
+private:
+  static std::filesystem::path temporaryFolder() {
+    std::string name = (std::filesystem::temp_directory_path() / "orbel-access-XXXXXX").string();
+    EXPECT_NE(mkdtemp(name.data()), nullptr);
+    return name;
+  }
+};
+
+// Whatever sudo takes for its path.
+TEST_F(GrantingCommandTest, NamesTheScriptBesideTheProgramByItsWholePath) {
+  EXPECT_EQ(TouchpadAccess::grantingCommand(install("bin")),
+            "sudo " + m_folder.string() + "/bin/orbelmenu-touchpad-access");
+}
+
+TEST_F(GrantingCommandTest, IsOneThatAShellUnderstandsWhateverThePath) {
+  EXPECT_EQ(TouchpadAccess::grantingCommand(install("Ann's programs/bin")),
+            "sudo '" + m_folder.string() + "/Ann'\\''s programs/bin/orbelmenu-touchpad-access'");
+}
+
+TEST_F(GrantingCommandTest, IsTheBareNameWhereSudoFindsIt) {
+  for (const char* folder : {"/usr/bin", "/usr/local/bin"})
+    EXPECT_EQ(TouchpadAccess::grantingCommand(std::string(folder) + "/orbelmenu"),
+              "sudo orbelmenu-touchpad-access");
+}
+
+TEST_F(GrantingCommandTest, IsTheBareNameWhereTheScriptIsUnknown) {
+  EXPECT_EQ(TouchpadAccess::grantingCommand(m_folder.string() + "/orbelmenu"),
+            "sudo orbelmenu-touchpad-access");
+  EXPECT_EQ(TouchpadAccess::grantingCommand(""), "sudo orbelmenu-touchpad-access");
 }
 
 } // namespace

@@ -1,5 +1,5 @@
 // What a person sees when the program is started: for the first time, again, and a second time while it runs.
-#include "agent/SettingsFixture.h"
+#include "agent/AgentFixture.h"
 
 #include "harness/TextFile.h"
 
@@ -7,14 +7,14 @@ using namespace orbel::desktop;
 
 namespace {
 
-class LaunchTest : public SettingsFixture, public testing::WithParamInterface<WindowManagerKind> {
+class LaunchTest : public AgentFixture, public testing::WithParamInterface<WindowManagerKind> {
 protected:
-  LaunchTest() : SettingsFixture({.windowManager = GetParam()}) {}
+  LaunchTest() : AgentFixture({.windowManager = GetParam()}) {}
 };
 
-class FirstLaunchTest : public SettingsFixture {
+class FirstLaunchTest : public AgentFixture {
 protected:
-  explicit FirstLaunchTest(const DesktopSessionOptions& options = {}) : SettingsFixture(options) {
+  explicit FirstLaunchTest(const DesktopSessionOptions& options = {}) : AgentFixture(options) {
     std::filesystem::remove(m_session.preferences().path());
   }
   void expectCentred() {

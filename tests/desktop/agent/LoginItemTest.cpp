@@ -1,5 +1,5 @@
 // "Launch at login" of the real program and the entry in the autostart folder.
-#include "agent/SettingsFixture.h"
+#include "agent/AgentFixture.h"
 
 #include "harness/TextFile.h"
 
@@ -7,7 +7,7 @@ using namespace orbel::desktop;
 
 namespace {
 
-class LoginItemTest : public SettingsFixture {
+class LoginItemTest : public AgentFixture {
 protected:
   std::filesystem::path folder() const { return m_session.configurationFolder() / "autostart"; }
   std::filesystem::path entry() const { return folder() / "org.orbelmenu.OrbelMenu.desktop"; }

@@ -1,5 +1,5 @@
 // The shortcut recorder of the real program, by mouse and keyboard, under several keyboard layouts.
-#include "agent/SettingsFixture.h"
+#include "agent/AgentFixture.h"
 
 #include "harness/Bell.h"
 #include "harness/TestGrabber.h"
@@ -14,7 +14,7 @@ constexpr ScreenPoint kPlace{250, 780};
 constexpr xcb_keycode_t kLeftmostLetter = 24;
 constexpr std::int64_t kLeftmostLetterKeyCode = 12;
 
-class RecorderTest : public SettingsFixture {
+class RecorderTest : public AgentFixture {
 protected:
   void start(std::optional<StoredShortcut> stored = {}) {
     if (stored) m_session.preferences().setShortcut(*stored);
@@ -35,6 +35,18 @@ protected:
     if (const auto shown = waitUntilMenuShown(kPlace); !shown) return shown;
     m_input.typeKey(XK_Escape);
     return waitUntilMenuHidden();
+  }
+  // Drawn, and with the keys.
+  testing::AssertionResult waitForAlert() {
+    if (const auto opened = waitForOwnWindows(2); !opened) return opened;
+    const xcb_window_t alert = ownWindows().back();
+    const auto hasFocus = [&] { return m_windows.focusWindow() == alert; };
+    if (const auto focused = waitFor(hasFocus, "the alert has the keys"); !focused) return focused;
+    const ScreenRect frame = m_windows.geometry(alert).value();
+    const auto isDrawn = [&] {
+      return m_session.screen().capture(frame).count([](const Rgb& c) { return c == Rgb{}; }) > 0;
+    };
+    return waitFor(isDrawn, "the alert is drawn");
   }
   // No menu has been asked for so far: one that had been would be there before the settings answer.
   bool hasNoMenu() {
@@ -155,14 +167,7 @@ TEST_P(RecorderLayoutTest, ACombinationOfAnotherProgramShowsTheAlertAndRecording
   ASSERT_TRUE(click());
   const Picture recording = recorderText();
   typeControlAlt(XK_space);
-  ASSERT_TRUE(waitForOwnWindows(2));
-  ASSERT_TRUE(
-      waitFor([&] { return m_windows.focusWindow() == ownWindows().back(); }, "the alert has the keys"));
-  const ScreenRect alert = m_windows.geometry(ownWindows().back()).value();
-  const auto isDrawn = [&] {
-    return m_session.screen().capture(alert).count([](const Rgb& c) { return c == Rgb{}; }) > 0;
-  };
-  EXPECT_TRUE(waitFor(isDrawn, "the alert is drawn"));
+  ASSERT_TRUE(waitForAlert());
   savePicture(std::string("taken-") + GetParam());
   EXPECT_EQ(other.pressCount(), 0) << "the other program's combination acted";
   m_input.typeKey(XK_Return);
@@ -175,6 +180,22 @@ TEST_P(RecorderLayoutTest, ACombinationOfAnotherProgramShowsTheAlertAndRecording
 
 INSTANTIATE_TEST_SUITE_P(Layouts, RecorderLayoutTest, testing::Values("us", "de", "fr"),
                          [](const auto& layout) { return std::string(layout.param); });
+
+// As a global shortcut it would be taken from every program.
+TEST_F(RecorderTest, ACommandOfTheProgramItselfShowsTheAlertAndIsNotRecorded) {
+  start();
+  ASSERT_TRUE(click());
+  const Picture recording = recorderText();
+  m_input.typeCombination({XK_Control_L, XK_q});
+  ASSERT_TRUE(waitForAlert());
+  savePicture("alert");
+  m_input.typeKey(XK_Return);
+  ASSERT_TRUE(waitForSettings());
+  ASSERT_TRUE(waitUntilRecorderShows(recording));
+  EXPECT_FALSE(m_session.preferences().contains("GlobalShortcut"));
+  typeControlAlt(XK_j);
+  EXPECT_TRUE(waitUntilStored(kControlAltJ));
+}
 
 TEST_F(RecorderTest, AHeldKeyThatEndsARecordingDoesNotOpenTheMenuByItsRepetitions) {
   start();

@@ -1,5 +1,5 @@
 // The status icon of the real program, through the interface by which panels draw and click it.
-#include "agent/SettingsFixture.h"
+#include "agent/AgentFixture.h"
 
 #include "harness/StatusNotifierWatcher.h"
 
@@ -7,7 +7,7 @@ using namespace orbel::desktop;
 
 namespace {
 
-class StatusItemTest : public SettingsFixture {
+class StatusItemTest : public AgentFixture {
 protected:
   std::string busAddress() const { return m_session.environment().at("DBUS_SESSION_BUS_ADDRESS"); }
   testing::AssertionResult registersWith(StatusNotifierWatcher& watcher) {

@@ -96,6 +96,20 @@ TEST_P(CollectionMenuTest, AClickBesideBothHidesBothAndGivesTheFocusBack) {
   EXPECT_TRUE(waitUntilWorkWindowHasFocus());
 }
 
+// The release hides the menus, and the move counts all the same.
+TEST_P(CollectionMenuTest, AMoveThatEndsBesideBothMenusIsStored) {
+  const ScreenRect frame = collectionFrame().value();
+  // Behind the other, but farther out.
+  const ScreenPoint place = onCircle(frame, 0.6, 2);
+  const ScreenPoint beside{frame.center().x + (place.x - frame.center().x) * 5 / 2,
+                           frame.center().y + (place.y - frame.center().y) * 5 / 2};
+  ASSERT_FALSE(frame.contains(beside) || menuFrame()->contains(beside));
+  m_input.drag(itemCenter(frame, 0, 2), beside);
+  EXPECT_TRUE(waitFor([&] { return agent().menuWindows().empty(); }, "both menus are gone"));
+  EXPECT_TRUE(waitForItems(
+      {m_red->item(), StoredItem::collection("Box", {m_blue->item(), m_green->item()}), m_orange->item()}));
+}
+
 TEST_P(CollectionMenuTest, ItsMembersAreRearrangedRemovedAndStoredAtOnce) {
   const ScreenRect frame = collectionFrame().value();
   // Around the circle to the place behind the other.
@@ -124,6 +138,21 @@ TEST_P(CollectionMenuTest, ItsMembersAreRearrangedRemovedAndStoredAtOnce) {
   m_input.movePointer(kPlace);
   EXPECT_TRUE(waitForIcon(0, kItems, kRed));
   saveSettledPicture("back");
+}
+
+TEST_P(CollectionMenuTest, AMemberHasADotWhileItRuns) {
+  const ScreenRect frame = collectionFrame().value();
+  EXPECT_FALSE(hasDot(frame, 0, 2));
+  const auto process = m_session.start(
+      "green-errors",
+      TestWindow::command({.title = "Green", .className = m_green->id, .frame = kCorner, .color = kGreen},
+                          m_green->log.path(), m_green->executable));
+  EXPECT_TRUE(waitFor([&] { return hasDot(frame, 0, 2); }, "it has a dot"));
+  EXPECT_FALSE(hasDot(frame, 1, 2));
+  saveSettledPicture("running");
+  m_windows.close(m_windows.findByClass(m_green->id).value());
+  EXPECT_TRUE(waitFor([&] { return !hasDot(frame, 0, 2); }, "the dot is gone"));
+  EXPECT_TRUE(collectionStays());
 }
 
 // A moment later the main menu is to reload, which must not outlive the desktop's connection.

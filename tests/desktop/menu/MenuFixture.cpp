@@ -229,6 +229,20 @@ testing::AssertionResult MenuFixture::hasColor(ScreenPoint place, Rgb expected) 
   return testing::AssertionFailure() << seen << " at " << place << " instead of " << expected;
 }
 
+// The dot is 6 pixels wide and lies 3 pixels below the icon; black on the light frost.
+bool MenuFixture::hasDot(const ScreenRect& menu, int index, int count) {
+  constexpr int kDotDistance = 6;
+  constexpr int kDark = 90;
+  constexpr int kMostOfTheDot = 16;
+  const ScreenPoint icon = itemCenter(menu, index, count);
+  const int below = static_cast<int>(std::lround(itemSideAtRest(menu, count) / 2)) + kDotDistance;
+  const Picture place = m_session.screen().capture({icon.x - 5, icon.y + below - 5, 10, 10});
+  const int darkPixels = place.count([](const Rgb& color) {
+    return std::max({color.red, color.green, color.blue}) < kDark;
+  });
+  return darkPixels >= kMostOfTheDot;
+}
+
 testing::AssertionResult MenuFixture::waitUntilActive(const TestWindow& window) {
   return waitForResult([&] { return isActive(window.id()); }, kPatience, "the window is active");
 }

@@ -91,6 +91,9 @@ protected:
   // In front of all others and with the keys.
   testing::AssertionResult isInFront(const TestWindow& window);
   testing::AssertionResult hasColor(ScreenPoint place, Rgb expected);
+  // Whether icon `index` of `count` has the mark of a running program, with the pointer in the middle of that
+  // menu, where nothing is grown.
+  bool hasDot(const ScreenRect& menu, int index, int count);
   testing::AssertionResult waitUntilActive(const TestWindow& window);
   testing::AssertionResult waitForLog(const std::string& text);
   // The picture's name gets the test's name in front.

@@ -2,7 +2,6 @@
 #include "menu/MenuFixture.h"
 
 #include <algorithm>
-#include <cmath>
 
 using namespace orbel::desktop;
 
@@ -24,20 +23,7 @@ protected:
   Rgb iconColor(int index, int count) {
     return m_session.screen().pixel(itemCenter(menuFrame().value(), index, count));
   }
-  // The dot is 6 pixels wide and lies 3 pixels below the icon; black on the light frost.
-  bool hasDot(int index, int count) {
-    constexpr int kDotDistance = 6;
-    constexpr int kDark = 90;
-    const auto menu = menuFrame().value();
-    const ScreenPoint icon = itemCenter(menu, index, count);
-    const int below = static_cast<int>(std::lround(itemSideAtRest(menu, count) / 2)) + kDotDistance;
-    const Picture place = m_session.screen().capture({icon.x - 5, icon.y + below - 5, 10, 10});
-    const int darkPixels = place.count([](const Rgb& color) {
-      return std::max({color.red, color.green, color.blue}) < kDark;
-    });
-    constexpr int kMostOfTheDot = 16;
-    return darkPixels >= kMostOfTheDot;
-  }
+  bool hasDot(int index, int count) { return MenuFixture::hasDot(menuFrame().value(), index, count); }
   testing::AssertionResult waitForIcon(int index, int count, Rgb color) {
     return waitForResult([&] { return hasColor(itemCenter(menuFrame().value(), index, count), color); },
                          kPatience, "the icon is there");

@@ -194,6 +194,7 @@ ViewHost* QtSettingsForm::makeHost(HostedView& view) {
   return new ViewHost(std::move(view), m_environment.runLoop, &widget());
 }
 
+// Those with a modifier are in the core's main menu, too, so that none of them is recorded as the shortcut.
 void QtSettingsForm::addKeys() {
   const auto add = [this](QKeyCombination keys, const std::function<void()>& act) {
     auto* shortcut = new QShortcut(QKeySequence(keys), &widget());

@@ -14,7 +14,7 @@
 
 namespace orbel::desktop {
 
-class SettingsFixture : public MenuFixture {
+class AgentFixture : public MenuFixture {
 protected:
   using MenuFixture::MenuFixture;
 

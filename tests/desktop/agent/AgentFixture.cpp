@@ -1,4 +1,4 @@
-#include "agent/SettingsFixture.h"
+#include "agent/AgentFixture.h"
 
 #include "harness/TestGrabber.h"
 #include "harness/XcbReply.h"
@@ -15,7 +15,7 @@ bool isRing(const Rgb& color) {
 }
 } // namespace
 
-std::vector<xcb_window_t> SettingsFixture::ownWindows() {
+std::vector<xcb_window_t> AgentFixture::ownWindows() {
   std::vector<xcb_window_t> own;
   for (const xcb_window_t window : m_windows.mappingOrder()) {
     if (m_windows.isViewable(window) && m_windows.processOf(window) == agent().pid()) own.push_back(window);
@@ -23,12 +23,12 @@ std::vector<xcb_window_t> SettingsFixture::ownWindows() {
   return own;
 }
 
-testing::AssertionResult SettingsFixture::waitForOwnWindows(std::size_t count) {
+testing::AssertionResult AgentFixture::waitForOwnWindows(std::size_t count) {
   return waitFor([&] { return ownWindows().size() == count; },
                  "so many windows are open: " + std::to_string(count));
 }
 
-testing::AssertionResult SettingsFixture::waitForSettings() {
+testing::AssertionResult AgentFixture::waitForSettings() {
   return waitFor(
       [&] {
         const auto own = ownWindows();
@@ -37,16 +37,16 @@ testing::AssertionResult SettingsFixture::waitForSettings() {
       "the settings are shown and have the keys");
 }
 
-ScreenRect SettingsFixture::settingsFrame() {
+ScreenRect AgentFixture::settingsFrame() {
   return m_windows.geometry(ownWindows().at(0)).value();
 }
 
-testing::AssertionResult SettingsFixture::openSettings() {
+testing::AssertionResult AgentFixture::openSettings() {
   if (const auto result = agent().activateAction("settings"); !result) return result;
   return waitForSettings();
 }
 
-testing::AssertionResult SettingsFixture::findRecorder() {
+testing::AssertionResult AgentFixture::findRecorder() {
   return waitFor(
       [&] {
         const ScreenRect window = settingsFrame();
@@ -67,27 +67,27 @@ testing::AssertionResult SettingsFixture::findRecorder() {
       "the recorder has the ring of the focus");
 }
 
-Picture SettingsFixture::recorderText() {
+Picture AgentFixture::recorderText() {
   return m_session.screen().capture(
       {m_recorder.x + 14, m_recorder.y + 6, m_recorder.width - 50, m_recorder.height - 12});
 }
 
-testing::AssertionResult SettingsFixture::changesRecorder(const std::function<void()>& act,
-                                                          const std::string& description) {
+testing::AssertionResult AgentFixture::changesRecorder(const std::function<void()>& act,
+                                                       const std::string& description) {
   const Picture before = recorderText();
   act();
   return waitFor([&] { return !(recorderText() == before); }, "the recorder changes: " + description);
 }
 
-testing::AssertionResult SettingsFixture::waitUntilRecorderShows(const Picture& text) {
+testing::AssertionResult AgentFixture::waitUntilRecorderShows(const Picture& text) {
   return waitFor([&] { return recorderText() == text; }, "the recorder shows the text");
 }
 
-testing::AssertionResult SettingsFixture::waitUntilStored(std::optional<StoredShortcut> shortcut) {
+testing::AssertionResult AgentFixture::waitUntilStored(std::optional<StoredShortcut> shortcut) {
   return waitFor([&] { return m_session.preferences().shortcut() == shortcut; }, "the shortcut is stored");
 }
 
-testing::AssertionResult SettingsFixture::waitUntilKeyboardIsFree() {
+testing::AssertionResult AgentFixture::waitUntilKeyboardIsFree() {
   xcb_connection_t* display = m_session.display().get();
   const auto isFree = [&] {
     const XcbReply<xcb_grab_keyboard_reply_t> grab(
@@ -102,7 +102,7 @@ testing::AssertionResult SettingsFixture::waitUntilKeyboardIsFree() {
   return waitFor(isFree, "nobody holds the keyboard");
 }
 
-testing::AssertionResult SettingsFixture::waitUntilFree(xcb_keysym_t key, std::uint16_t modifiers) {
+testing::AssertionResult AgentFixture::waitUntilFree(xcb_keysym_t key, std::uint16_t modifiers) {
   return waitFor([&] { return TestGrabber(m_session, key, modifiers).isGranted(); },
                  "another program can have the combination");
 }

@@ -115,6 +115,7 @@ private:
   void rest();
   enum class TitleAnswer { itemsStand, itemsReplaced };
   TitleAnswer updateTitles(Point pointer);
+  void closeTitlesBeside(std::optional<Point> pointer);
   void magnifyAroundSlot(std::int64_t slot);
 
   // Reordering

@@ -98,6 +98,16 @@ TEST_F(OrbelWindowTest, AResizedWindowDrawsItsRimAnewAndMovingItDrawsNothing) {
   EXPECT_EQ(window().contentView().frame(), Rect(0, 0, 500, 500));
 }
 
+TEST_F(OrbelWindowTest, ThePictureOfAResizeIsOfTheNewSize) {
+  window().show();
+  surface().paintDamage();
+  window().setFrame({300, 300, 500, 500});
+  ASSERT_EQ(surface().picture.size(), 1u);
+  EXPECT_EQ(surface().picture[0].rect, Rect(0, 0, 500, 500));
+  EXPECT_EQ(surface().picture[0].image, window().strokeView().image().get());
+  EXPECT_EQ(surface().picture[0].image->size(), (Size{500, 500}));
+}
+
 TEST_F(OrbelWindowTest, AFadeTakes150MillisecondsAndItsCompletionComesOnceFromTheRunLoop) {
   int completions = 0;
   window().setAlphaValue(0);

@@ -1,12 +1,16 @@
 #include "doubles/FakeWindowSystem.h"
 
-#include "doubles/RecordingCanvas.h"
-
 namespace orbel {
 
 FakeSurface::~FakeSurface() {
   m_owner.hide(*this);
   std::erase(m_owner.surfaces, this);
+}
+
+void FakeSurface::setFrame(const Rect& frame) {
+  if (std::exchange(screenFrame, frame) == frame || !shown) return;
+  damage = Rect({0, 0}, screenFrame.size);
+  paintDamage();
 }
 
 void FakeSurface::show() {
@@ -26,6 +30,7 @@ void FakeSurface::paintDamage() {
   if (!shown || dirty.isEmpty() || !delegate) return;
   RecordingCanvas canvas;
   delegate->paint(canvas, dirty);
+  picture = canvas.calls;
 }
 
 bool FakeSurface::takesInputAt(Point screenPoint) const {

@@ -34,8 +34,6 @@ public:
   void setFrame(const Rect& frame, Animated animated = Animated::no);
   Rect bounds() const { return {{}, m_frame.size}; }
   void setAutoresizing(Autoresizing autoresizing) { m_autoresizing = autoresizing; }
-  bool isHidden() const { return m_hidden; }
-  void setHidden(bool hidden);
 
   // What is painted now.
   const Rect& presentedFrame() const { return m_presentedFrame; }
@@ -110,7 +108,6 @@ private:
   Rect m_frame;
   Rect m_presentedFrame;
   double m_presentedOpacity = 1;
-  bool m_hidden = false;
   bool m_everPainted = false;
   bool m_leaving = false; // fading out; no longer among the subviews as far as rules are concerned
   bool m_acceptsFileDrags = false;

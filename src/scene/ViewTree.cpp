@@ -17,7 +17,7 @@ public:
 // The topmost view at the point that takes files. Others are no obstacle: a button over such a view gets
 // clicks, not drags.
 View* fileDragDestination(View& view, Point pointInSuperview) {
-  if (view.isHidden() || !view.frame().contains(pointInSuperview)) return nullptr;
+  if (!view.frame().contains(pointInSuperview)) return nullptr;
   const Point inside{pointInSuperview.x - view.frame().minX(), pointInSuperview.y - view.frame().minY()};
   const auto& subviews = view.subviews();
   for (auto subview = subviews.rbegin(); subview != subviews.rend(); ++subview) {

@@ -318,10 +318,5 @@ TEST_F(DragTest, AViewThatTakesNoFilesIsNoObstacleForADrag) {
   EXPECT_EQ(box->events, "entered updated updated updated ");
 }
 
-TEST_F(DragTest, AHiddenViewTakesNoFiles) {
-  box->setHidden(true);
-  EXPECT_EQ(tree.dragMoved(Drag({150, 150})), DragOperation::none);
-}
-
 } // namespace
 } // namespace orbel

@@ -71,7 +71,8 @@ public:
   virtual void mouseEntered(const MouseEvent& event);
   virtual void mouseExited(const MouseEvent& event);
 
-  // Drag destination. The answers of a view that takes no drags are "none" and "no".
+  // Drag destination, of drags that carry files alone. The answers of a view that takes no drags are "none"
+  // and "no".
   virtual DragOperation draggingEntered(const DragInfo&) { return DragOperation::none; }
   virtual DragOperation draggingUpdated(const DragInfo&) { return DragOperation::none; }
   virtual void draggingExited() {}

@@ -119,7 +119,7 @@ void ViewTree::pointerReleased(PointerButton button, const MouseEvent& event) {
 }
 
 DragOperation ViewTree::dragMoved(const DragInfo& drag) {
-  View* const hit = fileDragDestination(*m_contentView, drag.locationInWindow());
+  View* const hit = drag.filePaths() ? fileDragDestination(*m_contentView, drag.locationInWindow()) : nullptr;
   if (hit != m_dragDestination) {
     if (m_dragDestination) std::exchange(m_dragDestination, nullptr)->draggingExited();
     m_dragDestination = hit;

@@ -48,6 +48,7 @@ public:
   void pointerPressed(PointerButton button, const MouseEvent& event);
   void pointerReleased(PointerButton button, const MouseEvent& event);
 
+  // A drag without a list of files is over nobody.
   DragOperation dragMoved(const DragInfo& drag);
   void dragExited();
   bool dragPerformed(const DragInfo& drag);

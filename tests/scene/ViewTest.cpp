@@ -273,8 +273,9 @@ class Drag : public DragInfo {
 public:
   explicit Drag(Point place) : location(place) {}
   Point locationInWindow() const override { return location; }
-  std::optional<std::vector<std::string>> filePaths() const override { return std::nullopt; }
+  const std::optional<std::vector<std::string>>& filePaths() const override { return paths; }
   Point location;
+  std::optional<std::vector<std::string>> paths{{"/a"}};
 };
 
 class DragTest : public ViewTest {
@@ -316,6 +317,22 @@ TEST_F(DragTest, AViewThatTakesNoFilesIsNoObstacleForADrag) {
   EXPECT_EQ(tree.dragMoved(Drag({115, 115})), DragOperation::link);
   EXPECT_EQ(tree.dragMoved(Drag({190, 150})), DragOperation::link);
   EXPECT_EQ(box->events, "entered updated updated updated ");
+}
+
+TEST_F(DragTest, ADragWithoutAListOfFilesIsOverNobody) {
+  Drag text({150, 150});
+  text.paths.reset();
+  EXPECT_EQ(tree.dragMoved(text), DragOperation::none);
+  EXPECT_FALSE(tree.dragPerformed(text));
+  EXPECT_EQ(box->events, "");
+}
+
+TEST_F(DragTest, ADragThatTurnsOutToCarryNoFilesLeavesItsDestination) {
+  Drag drag({150, 150});
+  tree.dragMoved(drag);
+  drag.paths.reset();
+  EXPECT_EQ(tree.dragMoved(drag), DragOperation::none);
+  EXPECT_EQ(box->events, "entered updated exited ");
 }
 
 } // namespace

@@ -37,6 +37,7 @@ public:
   void cancelRequested() override { heard.emplace_back("cancelled"); }
   DragOperation dragMoved(const DragInfo& drag) override {
     heard.emplace_back("dragged");
+    carriesFiles = drag.filePaths().has_value();
     paths = drag.filePaths().value_or(std::vector<std::string>{});
     location = drag.locationInWindow();
     return dragAnswer;
@@ -55,6 +56,7 @@ public:
   std::uint64_t modifierFlags = 0;
   std::vector<Rect> painted;
   std::vector<std::string> paths;
+  bool carriesFiles = false;
   std::vector<std::string> dropped;
   DragOperation dragAnswer = DragOperation::copy;
   std::function<void(Canvas&)> drawing;

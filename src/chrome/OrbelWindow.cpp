@@ -67,11 +67,12 @@ OrbelWindow::~OrbelWindow() {
 }
 
 void OrbelWindow::setFrame(const Rect& frame) {
-  const bool resized = frame.size != m_surface->frame().size;
+  if (frame.size != m_surface->frame().size) {
+    // First, because a surface that is shown paints the picture of its new frame at once.
+    m_tree.resize(frame.size);
+    updateMask();
+  }
   m_surface->setFrame(frame);
-  if (!resized) return;
-  m_tree.resize(frame.size);
-  updateMask();
 }
 
 void OrbelWindow::setTintColor(const Color& color) {
@@ -88,7 +89,7 @@ void OrbelWindow::setTintColor(const Color& color) {
 }
 
 void OrbelWindow::updateMask() {
-  const Size size = frame().size;
+  const Size size = contentView().frame().size;
   const Rect disc = Rect({}, size).insetBy(kRimInset, kRimInset);
   const Color fill = discColor(m_tintColor, m_backgroundBlurred);
   // An anti-aliased ring costs more than all icons.

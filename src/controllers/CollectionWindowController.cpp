@@ -135,6 +135,8 @@ std::shared_ptr<OrbelItem> CollectionWindowController::item(ItemPath path) {
 }
 
 bool CollectionWindowController::shouldDisplayTitle(ItemPath path) {
+  // The titles are windows of their own and would stand opaque over a menu that is fading away.
+  if (window().isFadingOut()) return false;
   const MenuItemPointer menuItem = subitem(path);
   if (!menuItem) return false;
   if (menuItem->canHoldSubitems()) return true;

@@ -134,9 +134,11 @@ std::shared_ptr<OrbelItem> OrbelWindowController::item(ItemPath path) {
 }
 
 bool OrbelWindowController::shouldDisplayTitle(ItemPath path) {
+  // The titles are windows of their own and would stand opaque over a menu that is fading away. Nor does
+  // moving on over it open anything: what was reached has been opened.
+  if (window().isFadingOut()) return false;
   if (!AppSettings::sharedInstance().swiftMode() || !windowVisible()) return true;
-  // Reached once, opened once: further movement over a menu that is fading away opens nothing.
-  if (!window().isFadingOut()) didClickItem(path);
+  didClickItem(path);
   return false;
 }
 

@@ -17,7 +17,7 @@ public:
   virtual ~DragInfo() = default;
   virtual Point locationInWindow() const = 0;
   // Absolute local paths in the order of the drag; none when it carries no list of files.
-  virtual std::optional<std::vector<std::string>> filePaths() const = 0;
+  virtual const std::optional<std::vector<std::string>>& filePaths() const = 0;
 };
 
 } // namespace orbel

@@ -33,11 +33,4 @@ const Bitmap& Image::representation(int pixelWidth, int pixelHeight) const {
   return m_levels.front();
 }
 
-std::size_t Image::byteCount() const {
-  std::size_t count = 0;
-  for (const auto& level : m_levels)
-    count += level.pixels.size() * sizeof(level.pixels[0]);
-  return count;
-}
-
 } // namespace orbel

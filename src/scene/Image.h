@@ -34,9 +34,6 @@ public:
   // the image.
   void prepare(int pixelWidth, int pixelHeight) const { representation(pixelWidth, pixelHeight); }
 
-  // Bytes held by the kept levels; for benchmarks and tests.
-  std::size_t byteCount() const;
-
 private:
   Size m_size;
   Renderer m_renderer;

@@ -70,13 +70,6 @@ void View::resizeSubviews(Size oldSize) {
   }
 }
 
-void View::setHidden(bool hidden) {
-  if (m_hidden == hidden) return;
-  setNeedsDisplay();
-  m_hidden = hidden;
-  setNeedsDisplay();
-}
-
 void View::setPresentedFrame(const Rect& frame) {
   if (frame == m_presentedFrame) return;
   setNeedsDisplay();
@@ -206,7 +199,7 @@ void View::setTrackingArea(std::optional<Rect> area) {
 }
 
 View* View::hitTest(Point pointInSuperview) {
-  if (m_hidden || !m_frame.contains(pointInSuperview)) return nullptr;
+  if (!m_frame.contains(pointInSuperview)) return nullptr;
   const Point inside{pointInSuperview.x - m_frame.minX(), pointInSuperview.y - m_frame.minY()};
   for (auto view = m_subviews.rbegin(); view != m_subviews.rend(); ++view) {
     if (View* hit = (*view)->hitTest(inside)) return hit;
@@ -222,6 +215,9 @@ void View::mouseDragged(const MouseEvent& event) {
 }
 void View::mouseUp(const MouseEvent& event) {
   if (m_superview) m_superview->mouseUp(event);
+}
+void View::mouseCancelled() {
+  if (m_superview) m_superview->mouseCancelled();
 }
 void View::rightMouseDown(const MouseEvent& event) {
   if (m_superview) m_superview->rightMouseDown(event);
@@ -250,7 +246,7 @@ void View::setNeedsDisplay() {
 }
 
 void View::paint(Canvas& canvas, const Rect& dirtyInWindow, Point originInWindow) {
-  if (m_hidden || m_presentedOpacity <= 0) return;
+  if (m_presentedOpacity <= 0) return;
   m_everPainted = true;
   const Point origin{originInWindow.x + m_presentedFrame.minX(), originInWindow.y + m_presentedFrame.minY()};
   const bool changesOpacity = m_presentedOpacity < 1;

@@ -34,8 +34,6 @@ public:
   void setFrame(const Rect& frame, Animated animated = Animated::no);
   Rect bounds() const { return {{}, m_frame.size}; }
   void setAutoresizing(Autoresizing autoresizing) { m_autoresizing = autoresizing; }
-  bool isHidden() const { return m_hidden; }
-  void setHidden(bool hidden);
 
   // What is painted now.
   const Rect& presentedFrame() const { return m_presentedFrame; }
@@ -68,12 +66,15 @@ public:
   virtual void mouseDown(const MouseEvent& event);
   virtual void mouseDragged(const MouseEvent& event);
   virtual void mouseUp(const MouseEvent& event);
+  // Instead of mouseUp(), where the release went to somebody else: the press ends and was no click.
+  virtual void mouseCancelled();
   virtual void rightMouseDown(const MouseEvent& event);
   virtual void mouseMoved(const MouseEvent& event);
   virtual void mouseEntered(const MouseEvent& event);
   virtual void mouseExited(const MouseEvent& event);
 
-  // Drag destination. The answers of a view that takes no drags are "none" and "no".
+  // Drag destination, of drags that carry files alone. The answers of a view that takes no drags are "none"
+  // and "no".
   virtual DragOperation draggingEntered(const DragInfo&) { return DragOperation::none; }
   virtual DragOperation draggingUpdated(const DragInfo&) { return DragOperation::none; }
   virtual void draggingExited() {}
@@ -110,7 +111,6 @@ private:
   Rect m_frame;
   Rect m_presentedFrame;
   double m_presentedOpacity = 1;
-  bool m_hidden = false;
   bool m_everPainted = false;
   bool m_leaving = false; // fading out; no longer among the subviews as far as rules are concerned
   bool m_acceptsFileDrags = false;

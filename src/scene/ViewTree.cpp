@@ -17,7 +17,7 @@ public:
 // The topmost view at the point that takes files. Others are no obstacle: a button over such a view gets
 // clicks, not drags.
 View* fileDragDestination(View& view, Point pointInSuperview) {
-  if (view.isHidden() || !view.frame().contains(pointInSuperview)) return nullptr;
+  if (!view.frame().contains(pointInSuperview)) return nullptr;
   const Point inside{pointInSuperview.x - view.frame().minX(), pointInSuperview.y - view.frame().minY()};
   const auto& subviews = view.subviews();
   for (auto subview = subviews.rbegin(); subview != subviews.rend(); ++subview) {
@@ -69,7 +69,16 @@ void ViewTree::viewLeft(View& view) {
   if (const auto pressed = m_pressedView.lock(); pressed && isWithin(*pressed, view)) m_pressedView.reset();
 }
 
+// The toolkit's menu takes the pointer while the button that opened it is down, and with it the release.
+void ViewTree::cancelPressWithoutRelease() {
+  if (!std::exchange(m_primaryDown, false)) return;
+  const auto pressed = m_pressedView.lock();
+  m_pressedView.reset();
+  if (pressed) pressed->mouseCancelled();
+}
+
 void ViewTree::pointerMoved(const MouseEvent& event) {
+  if (!event.primaryButtonIsDown) cancelPressWithoutRelease();
   if (m_primaryDown) {
     if (const auto pressed = m_pressedView.lock()) pressed->mouseDragged(event);
     return;
@@ -88,6 +97,7 @@ void ViewTree::pointerMoved(const MouseEvent& event) {
 }
 
 void ViewTree::pointerExited(const MouseEvent& event) {
+  if (!event.primaryButtonIsDown) cancelPressWithoutRelease();
   if (m_primaryDown) return; // the press holds the pointer; the next move tells where it is
   for (std::size_t index = 0; index < m_tracked.size(); ++index) {
     View* const view = m_tracked[index].view;
@@ -105,6 +115,7 @@ void ViewTree::pointerPressed(PointerButton button, const MouseEvent& event) {
     hit->rightMouseDown(event);
     return;
   }
+  cancelPressWithoutRelease();
   m_primaryDown = true;
   m_pressedView = keepAlive;
   hit->mouseDown(event);
@@ -119,7 +130,7 @@ void ViewTree::pointerReleased(PointerButton button, const MouseEvent& event) {
 }
 
 DragOperation ViewTree::dragMoved(const DragInfo& drag) {
-  View* const hit = fileDragDestination(*m_contentView, drag.locationInWindow());
+  View* const hit = drag.filePaths() ? fileDragDestination(*m_contentView, drag.locationInWindow()) : nullptr;
   if (hit != m_dragDestination) {
     if (m_dragDestination) std::exchange(m_dragDestination, nullptr)->draggingExited();
     m_dragDestination = hit;

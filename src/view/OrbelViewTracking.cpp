@@ -110,6 +110,12 @@ void OrbelView::closeAllTitles() {
   m_sections.forEach([](OrbelItem& item, ItemPath) { item.closeTitle(); });
 }
 
+void OrbelView::closeTitlesBeside(std::optional<Point> pointer) {
+  m_sections.forEach([&](OrbelItem& item, ItemPath) {
+    if (!pointer || !item.frame().contains(*pointer)) item.closeTitle();
+  });
+}
+
 void OrbelView::selectItem(const OrbelItem* selected) {
   m_sections.forEach([&](OrbelItem& item, ItemPath) { item.setSelected(&item == selected); });
 }

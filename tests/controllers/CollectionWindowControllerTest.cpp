@@ -128,6 +128,18 @@ TEST_F(CollectionWindowControllerTest, InSwiftModeANestedCollectionShowsItsTitle
   EXPECT_EQ(delegate.selections, 1);
 }
 
+TEST_F(CollectionWindowControllerTest, NoTitleShowsOverAMenuThatIsFadingAway) {
+  make({storedCollection("Inner", {}), storedCore("Mail")});
+  show();
+  platform.windows.movePointer({500 + 92, 500}); // the first of two lies to the right
+  ASSERT_EQ(platform.windows.shownBubbles.size(), 1u);
+  menu().hideWindow();
+  for (const double side : {92.0, 91.0, -92.0}) {
+    platform.windows.movePointer({500 + side, 500});
+    EXPECT_TRUE(platform.windows.shownBubbles.empty()) << side;
+  }
+}
+
 TEST_F(CollectionWindowControllerTest, RemovingTheLastMemberLeavesAnEmptyMenuOpen) {
   make({storedCore("Mail")});
   show();

@@ -23,7 +23,7 @@ class FakeDrag : public DragInfo {
 public:
   explicit FakeDrag(std::optional<std::vector<std::string>> dragged) : paths(std::move(dragged)) {}
   Point locationInWindow() const override { return {}; }
-  std::optional<std::vector<std::string>> filePaths() const override { return paths; }
+  const std::optional<std::vector<std::string>>& filePaths() const override { return paths; }
   std::optional<std::vector<std::string>> paths;
 };
 

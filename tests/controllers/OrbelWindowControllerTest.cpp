@@ -347,6 +347,26 @@ TEST_F(OrbelWindowControllerTest, TitlesShowOverTheIconAndGoWithTheMenu) {
   EXPECT_TRUE(platform.windows.shownBubbles.empty());
 }
 
+TEST_F(OrbelWindowControllerTest, TheTitleOfAClickedItemGoesWithTheMenu) {
+  store({storedApp("/apps/editor.desktop", "Editor"), storedApp("/apps/viewer.desktop", "Viewer")});
+  shown();
+  platform.windows.movePointer({500 + 122, 500});
+  ASSERT_EQ(platform.windows.shownBubbles.size(), 1u);
+  platform.windows.click({500 + 122, 500});
+  ASSERT_TRUE(controller().window().isFadingOut());
+  EXPECT_TRUE(platform.windows.shownBubbles.empty());
+  platform.windows.movePointer({500 + 121, 501});
+  EXPECT_TRUE(platform.windows.shownBubbles.empty()) << "moving on brings it back";
+}
+
+TEST_F(OrbelWindowControllerTest, AMenuThatIsTakenBackInTheMiddleOfItsFadeShowsTitlesAgain) {
+  store({storedApp("/apps/editor.desktop", "Editor"), storedApp("/apps/viewer.desktop", "Viewer")});
+  shown().hideWindow(false);
+  controller().showWindowAtScreenPosition({500, 500});
+  platform.windows.movePointer({500 + 122, 500});
+  EXPECT_EQ(platform.windows.shownBubbles.size(), 1u);
+}
+
 TEST_F(OrbelWindowControllerTest, TenThousandItemsAreShown) {
   PropertyList::List items;
   for (int index = 0; index < 10000; ++index)

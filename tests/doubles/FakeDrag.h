@@ -12,7 +12,7 @@ public:
   explicit FakeDrag(Point windowPoint, std::vector<std::string> files = {})
       : location(windowPoint), paths(std::move(files)) {}
   Point locationInWindow() const override { return location; }
-  std::optional<std::vector<std::string>> filePaths() const override { return paths; }
+  const std::optional<std::vector<std::string>>& filePaths() const override { return paths; }
 
   Point location;
   std::optional<std::vector<std::string>> paths;

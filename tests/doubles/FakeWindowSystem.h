@@ -1,6 +1,7 @@
 // Surfaces, bubbles and a pointer without a screen. Tests find the surfaces that live by `surfaces`.
 #pragma once
 
+#include "doubles/RecordingCanvas.h"
 #include "platform/WindowSystem.h"
 
 #include <algorithm>
@@ -18,7 +19,7 @@ public:
   FakeSurface(FakeWindowSystem& owner, SurfaceLevel surfaceLevel) : level(surfaceLevel), m_owner(owner) {}
   ~FakeSurface() override;
   void setDelegate(SurfaceDelegate* surfaceDelegate) override { delegate = surfaceDelegate; }
-  void setFrame(const Rect& frame) override { screenFrame = frame; }
+  void setFrame(const Rect& frame) override;
   Rect frame() const override { return screenFrame; }
   void show() override;
   void orderOut() override;
@@ -52,7 +53,8 @@ public:
   BackdropMaterial material = BackdropMaterial::lightFrost;
   bool isRound = false;
   double backdropInset = 0;
-  Rect damage; // what paintDamage() will have drawn
+  Rect damage;                                // what paintDamage() will have drawn
+  std::vector<RecordingCanvas::Call> picture; // as it was painted last
   bool overOwnPopUp = false;
 
 private:
@@ -100,6 +102,11 @@ public:
   void movePointer(Point screenPoint, std::uint64_t modifierFlags = 0);
   void press(PointerButton button, std::uint64_t modifierFlags = 0);
   void release(PointerButton button, std::uint64_t modifierFlags = 0);
+  // A window of another kind takes the pointer while a button is down, and with it the release.
+  void loseRelease() {
+    m_pressed = nullptr;
+    primaryButtonIsDown = false;
+  }
   void click(Point screenPoint) {
     movePointer(screenPoint);
     press(PointerButton::primary);
@@ -110,6 +117,7 @@ public:
   FakeSurface* surfaceUnderPointer() const; // the topmost one that takes input there
 
   std::optional<Point> pointer = Point{0, 0};
+  bool primaryButtonIsDown = false;
   bool reducedMotion = false;
   bool blur = true;
   int beeps = 0;

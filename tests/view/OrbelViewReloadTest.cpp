@@ -224,6 +224,26 @@ TEST_F(OrbelViewReloadTest, TheTitleOfAnItemThatStaysIsNotClosed) {
   EXPECT_EQ(item(0, 0).titlePopover(), bubble);
 }
 
+TEST_F(OrbelViewReloadTest, TheTitleOfAnItemThatMovedFromUnderThePointerIsClosed) {
+  fill({4});
+  settle();
+  movePointer(centerOf(0, 0));
+  ASSERT_EQ(titlesShown(), std::vector<std::string>{"0-0"});
+  std::rotate(controller.entries[0].begin(), controller.entries[0].begin() + 1, controller.entries[0].end());
+  view->reloadData();
+  ASSERT_EQ(item(0, 3).title(), "0-0");
+  EXPECT_TRUE(titlesShown().empty());
+}
+
+TEST_F(OrbelViewReloadTest, NoTitleStaysWhereThePointerIsUnknown) {
+  fill({4});
+  settle();
+  movePointer(centerOf(0, 0));
+  host.pointer.reset();
+  view->reloadData();
+  EXPECT_TRUE(titlesShown().empty());
+}
+
 class IconsTest : public OrbelViewReloadTest {
 protected:
   void serveOneCountedIcon() {

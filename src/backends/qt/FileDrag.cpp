@@ -33,17 +33,18 @@ std::optional<std::string> localPath(const QByteArray& uri) {
 
 FileDrag::FileDrag(const QMimeData& data) {
   if (!data.hasFormat(QStringLiteral("text/uri-list"))) return;
-  m_paths.emplace();
+  std::vector<std::string> paths;
   // Read raw: the toolkit's own URLs would lose names that are no UTF-8.
   for (const QByteArray& line : data.data(QStringLiteral("text/uri-list")).split('\n')) {
     const QByteArray uri = line.trimmed();
     if (uri.isEmpty() || uri.startsWith('#') || uri == QByteArrayView("\0", 1)) continue;
     if (auto path = localPath(uri)) {
-      m_paths->push_back(std::move(*path));
+      paths.push_back(std::move(*path));
     } else {
       Log::information("a dragged item is no local file and is left out: " + uri.toStdString());
     }
   }
+  if (!paths.empty()) m_paths = std::move(paths);
 }
 
 Qt::DropAction FileDrag::answer(DragOperation wanted, Qt::DropActions offered) {

@@ -51,7 +51,7 @@ public:
 
 private:
   void paintWindow(QPainter& painter, const QRect& damage) override;
-  void windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers) override;
+  void windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held) override;
   void windowPointerLeft() override;
   void windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) override;
   void windowReleased(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) override;
@@ -65,7 +65,7 @@ private:
   void shapeWindow();
   void repaintAll();
   void reportExit();
-  MouseEvent mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers) const;
+  MouseEvent mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held = {}) const;
   Point windowPoint(QPointF position) const;
 
   QtWindowSystem& m_system;
@@ -76,7 +76,8 @@ private:
   DeviceRect m_deviceFrame;
   double m_alpha = 1;
   bool m_shown = false;
-  bool m_pointerInside = false; // reported, and not yet reported gone
+  bool m_pointerInside = false;                  // reported, and not yet reported gone
+  std::optional<PointerButton> m_swallowedPress; // it closed a menu, and its release is nobody's either
   Backdrop m_backdrop;
   std::unique_ptr<PointerWatch> m_pointerWatch; // null where there is no X server
   QtCanvas::Scratch m_scratch;

@@ -24,7 +24,6 @@ public:
   // an earlier wait.
   bool waitUntilOutside(const DeviceRect& rect, std::function<void()> left);
   void stop();
-  bool isActive() const { return static_cast<bool>(m_motion); }
 
 private:
   void pointerMoved();

@@ -46,7 +46,14 @@ TEST(FileDragTest, WhatIsNotOnThisMachineIsLeftOutAndLogged) {
 
 TEST(FileDragTest, AZeroByteInAPathIsRefused) {
   LogCapture log;
-  EXPECT_EQ(pathsOf("file:///etc%00/passwd\r\n"), Paths{std::vector<std::string>{}});
+  EXPECT_EQ(pathsOf("file:///etc%00/passwd\r\nfile:///a\r\n"), (Paths{{"/a"}}));
+}
+
+TEST(FileDragTest, AListWithoutALocalFileIsNoneAndIsLogged) {
+  LogCapture log;
+  EXPECT_EQ(pathsOf("https://example.org/x\r\n"), Paths());
+  EXPECT_TRUE(log.has("https://example.org/x"));
+  EXPECT_EQ(pathsOf(""), Paths());
 }
 
 TEST(FileDragTest, CommentsAndEmptyLinesAreNoFiles) {

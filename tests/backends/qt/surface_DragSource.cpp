@@ -10,15 +10,16 @@ namespace {
 constexpr std::uint32_t kVersion = 5;
 } // namespace
 
-DragSource::DragSource(const std::string& displayName, std::string uriList, std::vector<std::string> actions)
-    : m_display(displayName), m_uriList(std::move(uriList)) {
+DragSource::DragSource(const std::string& displayName, std::string data,
+                       const std::vector<std::string>& actions, const std::string& type)
+    : m_display(displayName), m_data(std::move(data)) {
   xcb_connection_t* xcb = m_display.get();
   for (const char* name : {"XdndActionCopy", "XdndActionMove", "XdndActionLink"}) {
     m_actions.emplace_back(name, m_display.atom(name));
   }
   for (const char* name : {"XdndEnter", "XdndPosition", "XdndLeave", "XdndDrop"})
     m_display.atom(name);
-  m_uriListType = m_display.atom("text/uri-list");
+  m_type = m_display.atom(type);
   m_status = m_display.atom("XdndStatus");
   m_finishedType = m_display.atom("XdndFinished");
 
@@ -49,7 +50,7 @@ DragSource::~DragSource() {
 
 void DragSource::enter(xcb_window_t target) {
   m_target = target;
-  send("XdndEnter", kVersion << 24, m_uriListType, XCB_NONE, XCB_NONE);
+  send("XdndEnter", kVersion << 24, m_type, XCB_NONE, XCB_NONE);
 }
 
 void DragSource::moveTo(desktop::ScreenPoint place) {
@@ -128,9 +129,9 @@ void DragSource::answerRequest(const xcb_selection_request_event_t& request) {
   notify.requestor = request.requestor;
   notify.selection = request.selection;
   notify.target = request.target;
-  if (request.target == m_uriListType) {
-    xcb_change_property(m_display.get(), XCB_PROP_MODE_REPLACE, request.requestor, request.property,
-                        m_uriListType, 8, static_cast<std::uint32_t>(m_uriList.size()), m_uriList.data());
+  if (request.target == m_type) {
+    xcb_change_property(m_display.get(), XCB_PROP_MODE_REPLACE, request.requestor, request.property, m_type,
+                        8, static_cast<std::uint32_t>(m_data.size()), m_data.data());
     notify.property = request.property;
   }
   xcb_send_event(m_display.get(), 0, request.requestor, 0, reinterpret_cast<const char*>(&notify));

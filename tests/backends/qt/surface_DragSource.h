@@ -14,8 +14,9 @@ namespace orbel {
 
 class DragSource {
 public:
-  // What it drags, as a list of URIs, and the names of the actions that it offers ("XdndActionCopy").
-  DragSource(const std::string& displayName, std::string uriList, std::vector<std::string> actions);
+  // What it drags, by its type, and the names of the actions that it offers ("XdndActionCopy").
+  DragSource(const std::string& displayName, std::string data, const std::vector<std::string>& actions,
+             const std::string& type = "text/uri-list");
   ~DragSource();
   DragSource(const DragSource&) = delete;
   DragSource& operator=(const DragSource&) = delete;
@@ -41,11 +42,11 @@ private:
   std::string actionName(xcb_atom_t action) const;
 
   desktop::DisplayConnection m_display; // made and asked for atoms before the thread starts
-  std::string m_uriList;
+  std::string m_data;
   std::vector<std::pair<std::string, xcb_atom_t>> m_actions;
   xcb_window_t m_window = XCB_NONE;
   xcb_window_t m_target = XCB_NONE;
-  xcb_atom_t m_uriListType = XCB_NONE;
+  xcb_atom_t m_type = XCB_NONE;
   xcb_atom_t m_status = XCB_NONE;
   xcb_atom_t m_finishedType = XCB_NONE;
   std::atomic<bool> m_welcome = false;

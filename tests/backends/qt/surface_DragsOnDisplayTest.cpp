@@ -23,8 +23,8 @@ protected:
     source.reset();
     surface.reset();
   }
-  void startDrag(const std::string& uriList, const Strings& actions) {
-    source = std::make_unique<DragSource>(session().environment().at("DISPLAY"), uriList, actions);
+  void startDrag(const std::string& data, const Strings& actions, const std::string& type = "text/uri-list") {
+    source = std::make_unique<DragSource>(session().environment().at("DISPLAY"), data, actions, type);
     source->enter(ownWindows().front());
   }
   testing::AssertionResult isAnswered() {
@@ -43,6 +43,7 @@ TEST_F(DragsOnDisplay, FilesAreCarriedToTheDrop) {
   ASSERT_TRUE(isAnswered());
   EXPECT_TRUE(source->isWelcome());
   EXPECT_EQ(source->answeredAction(), "XdndActionCopy");
+  EXPECT_TRUE(delegate.carriesFiles);
   EXPECT_EQ(delegate.paths, (Strings{"/etc/hosts", "/usr/share/with space"}));
   EXPECT_EQ(delegate.location, (Point{240, 250}));
   source->drop();
@@ -51,6 +52,20 @@ TEST_F(DragsOnDisplay, FilesAreCarriedToTheDrop) {
   EXPECT_EQ(source->finishedAction(), "XdndActionCopy");
   EXPECT_EQ(delegate.count("dropped"), 1);
   EXPECT_EQ(delegate.count("drag exited"), 0);
+}
+
+TEST_F(DragsOnDisplay, DraggedTextCarriesNoFiles) {
+  delegate.carriesFiles = true;
+  startDrag("file:///etc/hosts", {"XdndActionCopy"}, "text/plain");
+  ASSERT_TRUE(isAnswered());
+  EXPECT_FALSE(delegate.carriesFiles);
+}
+
+TEST_F(DragsOnDisplay, ALinkToAnotherMachineCarriesNoFiles) {
+  delegate.carriesFiles = true;
+  startDrag("https://example.org/\r\n", {"XdndActionCopy"});
+  ASSERT_TRUE(isAnswered());
+  EXPECT_FALSE(delegate.carriesFiles);
 }
 
 TEST_F(DragsOnDisplay, AMoveIsNeverAnswered) {

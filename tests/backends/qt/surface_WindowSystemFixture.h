@@ -37,6 +37,7 @@ public:
   void cancelRequested() override { heard.emplace_back("cancelled"); }
   DragOperation dragMoved(const DragInfo& drag) override {
     heard.emplace_back("dragged");
+    carriesFiles = drag.filePaths().has_value();
     paths = drag.filePaths().value_or(std::vector<std::string>{});
     location = drag.locationInWindow();
     return dragAnswer;
@@ -53,7 +54,9 @@ public:
   std::vector<std::string> heard;
   Point location;
   std::uint64_t modifierFlags = 0;
+  bool primaryButtonIsDown = false;
   std::vector<Rect> painted;
+  bool carriesFiles = false;
   std::vector<std::string> paths;
   std::vector<std::string> dropped;
   DragOperation dragAnswer = DragOperation::copy;
@@ -65,6 +68,7 @@ private:
     heard.emplace_back(what);
     location = event.locationInWindow;
     modifierFlags = event.modifierFlags;
+    primaryButtonIsDown = event.primaryButtonIsDown;
   }
 };
 

@@ -147,10 +147,11 @@ TEST_P(FileDropCasesTest, UrisOfThisMachineAreFilesAndOthersAreLeftOutWithALineI
   EXPECT_TRUE(agent().logContains("https://example.org/page.html")) << agent().logText();
   EXPECT_TRUE(agent().logContains("file://elsewhere.example/tmp/far.txt"));
 
-  // With nothing left, nothing changes.
+  // With nothing left it is no drag of files: it is refused where it goes.
   const FileDragSource remote(m_session, {"https://example.org/other.html"}, {220, 700});
-  drop(remote, kPlace, "copy");
-  EXPECT_TRUE(remote.waitUntilFinished("copy"));
+  drop(remote, inFrontOf(1, 5), "none");
+  EXPECT_TRUE(waitFor([&] { return remote.log().contains("released-outside"); }, "nobody took it"));
+  EXPECT_TRUE(agent().logContains("https://example.org/other.html")) << agent().logText();
   EXPECT_TRUE(holdsFor([&] { return m_session.preferences().menuItems()->size() == 5; }, 300ms, "all stays"));
 }
 

@@ -101,7 +101,8 @@ const std::vector<std::string>& Program::lines() {
 }
 
 bool Program::hasWritten(const std::string& line) {
-  return std::ranges::find(lines(), line) != lines().end();
+  const std::vector<std::string>& all = lines(); // once: reading on moves the lines
+  return std::ranges::find(all, line) != all.end();
 }
 
 } // namespace orbel::test

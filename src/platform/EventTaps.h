@@ -35,14 +35,16 @@ class EventTaps {
 public:
   // Seconds.
   static constexpr double kMovementInterval = 0.05;
+  // What became of a movement. After a taken one no other matters for kMovementInterval.
+  enum class MovementUse { taken, ignored };
 
   virtual ~EventTaps() = default;
   // Every release of the primary button anywhere, before our own windows act on it.
   virtual std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> mouseUp) = 0;
-  // The pointer's movements with no button held. Of those that follow another within kMovementInterval any
-  // may be left out, so that a mouse with a thousand reports a second does not wake the process for each. The
-  // position is asked of the window system.
-  virtual std::unique_ptr<EventTap> makeMouseMovedTap(std::function<void()> mouseMoved) = 0;
+  // The pointer's movements with no button held. Of those that follow a taken one within kMovementInterval
+  // any may be left out, so that a mouse with a thousand reports a second does not wake the process for each;
+  // all others are told. The position is asked of the window system.
+  virtual std::unique_ptr<EventTap> makeMouseMovedTap(std::function<MovementUse()> mouseMoved) = 0;
   virtual std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) = 0;
 
   // Whether the process may listen at all; asks the user for it where the desktop has a way to ask.

@@ -92,6 +92,9 @@ public:
   // Stores the shortcut, or removes the key for none; a binding of the key follows at once.
   static void setGlobalShortcut(const std::optional<MASShortcut>& shortcut,
                                 const std::string& userDefaultsKey);
+  // Stores what data() or dataOfNothing() gave; a binding of the key follows at once. The shortcut that is
+  // stored already is tried again where the system refused it: the program that held it may have ended.
+  static void storeGlobalShortcut(PropertyList::Data data, const std::string& userDefaultsKey);
 
   using UserDefaultsHotKeys = std::map<std::string, std::unique_ptr<MASShortcutUserDefaultsHotKey>>;
   static const UserDefaultsHotKeys& registeredUserDefaultsHotKeys();

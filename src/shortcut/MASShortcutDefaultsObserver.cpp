@@ -39,12 +39,12 @@ void MASShortcutDefaultsObserver::storeShownShortcut() {
   const auto view = m_shortcutView.lock();
   if (!view) return;
   m_internalPreferenceChange = true;
-  PreferencesStore& preferences = Platform::current().preferences;
   const auto& shortcut = view->shortcutValue();
   // A cleared shortcut stays in the store as an archive of nothing: the user has decided, it is not merely
   // absent.
-  preferences.setObject(m_userDefaultsKey, shortcut ? shortcut->data() : MASShortcut::dataOfNothing());
-  preferences.synchronize();
+  MASShortcut::storeGlobalShortcut(shortcut ? shortcut->data() : MASShortcut::dataOfNothing(),
+                                   m_userDefaultsKey);
+  Platform::current().preferences.synchronize();
   m_internalPreferenceChange = false;
 }
 

@@ -40,6 +40,10 @@ void MASShortcutUserDefaultsHotKey::storeDidChange() {
   installHotKeyFromUserDefaults();
 }
 
+void MASShortcutUserDefaultsHotKey::retry() {
+  if (!monitor()) installHotKeyFromUserDefaults();
+}
+
 void MASShortcutUserDefaultsHotKey::installHotKeyFromUserDefaults() {
   m_monitor.reset();
   m_installedValue = storedValue(m_userDefaultsKey);
@@ -63,12 +67,20 @@ void MASShortcut::unregisterGlobalShortcutWithUserDefaultsKey(const std::string&
 
 void MASShortcut::setGlobalShortcut(const std::optional<MASShortcut>& shortcut,
                                     const std::string& userDefaultsKey) {
-  PreferencesStore& preferences = Platform::current().preferences;
   if (shortcut) {
-    preferences.setObject(userDefaultsKey, shortcut->data());
+    storeGlobalShortcut(shortcut->data(), userDefaultsKey);
   } else {
-    preferences.removeObject(userDefaultsKey);
+    Platform::current().preferences.removeObject(userDefaultsKey);
   }
+}
+
+void MASShortcut::storeGlobalShortcut(PropertyList::Data data, const std::string& userDefaultsKey) {
+  PropertyList value(std::move(data));
+  const bool isStoredAlready = storedValue(userDefaultsKey) == value;
+  Platform::current().preferences.setObject(userDefaultsKey, std::move(value));
+  // Of a value that is there already the store tells nobody.
+  const auto binding = bindings().find(userDefaultsKey);
+  if (isStoredAlready && binding != bindings().end()) binding->second->retry();
 }
 
 const MASShortcut::UserDefaultsHotKeys& MASShortcut::registeredUserDefaultsHotKeys() {

@@ -24,6 +24,8 @@ public:
   const MASShortcut::Handler& handler() const { return m_handler; }
   // Empty while nothing is registered.
   MASShortcut::MonitorToken monitor() const { return m_monitor.lock(); }
+  // Tries once more to register what is stored. Nothing happens while it is registered.
+  void retry();
 
 private:
   void storeDidChange();

@@ -25,11 +25,15 @@ protected:
     return subject.taps().makeMouseUpTap([this] { ++releases; });
   }
   std::unique_ptr<EventTap> makeMouseMovedTap() {
-    return subject.taps().makeMouseMovedTap([this] { ++movements; });
+    return subject.taps().makeMouseMovedTap([this] {
+      ++movements;
+      return use;
+    });
   }
   Subject subject;
   int releases = 0;
   int movements = 0;
+  EventTaps::MovementUse use = EventTaps::MovementUse::taken;
 };
 
 TYPED_TEST_SUITE_P(EventTapsContract);
@@ -72,6 +76,16 @@ TYPED_TEST_P(EventTapsContract, MovementsAreToldWhileNoButtonIsHeld) {
   this->subject.passInterval();
   this->subject.movePointer();
   EXPECT_GT(this->movements, before);
+}
+
+TYPED_TEST_P(EventTapsContract, MovementsThatAreNotTakenAreAllTold) {
+  this->use = EventTaps::MovementUse::ignored;
+  const auto moved = this->makeMouseMovedTap();
+  moved->setEnabled(true);
+  for (int told = 1; told <= 5; ++told) {
+    this->subject.movePointer();
+    EXPECT_EQ(this->movements, told);
+  }
 }
 
 TYPED_TEST_P(EventTapsContract, ADisabledTapHearsNothingAndMayBeEnabledAgain) {
@@ -124,7 +138,7 @@ TYPED_TEST_P(EventTapsContract, AProgramThatMayListenIsTrusted) {
 
 REGISTER_TYPED_TEST_SUITE_P(EventTapsContract, ATapIsMadeDisabledAndHearsNothingUntilItIsEnabled,
                             EveryReleaseOfThePrimaryButtonIsToldOnce, MovementsAreToldWhileNoButtonIsHeld,
-                            ADisabledTapHearsNothingAndMayBeEnabledAgain,
+                            MovementsThatAreNotTakenAreAllTold, ADisabledTapHearsNothingAndMayBeEnabledAgain,
                             ADestroyedTapHearsNothingAndLeavesTheOthersAlone,
                             ATapMayBeDisabledOrDestroyedFromItsOwnCallback, AProgramThatMayListenIsTrusted);
 

@@ -142,18 +142,19 @@ public:
   struct TapState {
     std::string kind; // "touch", "mouseUp" or "mouseMoved"
     std::function<void()> block;
+    std::function<MovementUse()> moved;
     TouchHandlers touch;
     bool enabled = false;
     bool alive = true;
   };
   std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> block) override {
-    return makeTap({"mouseUp", std::move(block), {}});
+    return makeTap({"mouseUp", std::move(block), {}, {}});
   }
-  std::unique_ptr<EventTap> makeMouseMovedTap(std::function<void()> block) override {
-    return makeTap({"mouseMoved", std::move(block), {}});
+  std::unique_ptr<EventTap> makeMouseMovedTap(std::function<MovementUse()> moved) override {
+    return makeTap({"mouseMoved", {}, std::move(moved), {}});
   }
   std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) override {
-    return makeTap({"touch", {}, std::move(handlers)});
+    return makeTap({"touch", {}, {}, std::move(handlers)});
   }
   bool isTrusted() override { return trusted; }
   std::optional<std::string> unreadableTouchpad() override { return unreadable; }
@@ -168,9 +169,11 @@ public:
   void mouseUp() const {
     tell("mouseUp", [](const TapState& tap) { tap.block(); });
   }
-  // The pointer moves with no button held.
-  void mouseMoved() const {
-    tell("mouseMoved", [](const TapState& tap) { tap.block(); });
+  // The pointer moves with no button held; what the last tap made of it.
+  MovementUse mouseMoved() const {
+    MovementUse use = MovementUse::ignored;
+    tell("mouseMoved", [&](const TapState& tap) { use = tap.moved(); });
+    return use;
   }
   void touchesChanged(const std::vector<Touch>& touches) const {
     tell("touch", [&](const TapState& tap) {

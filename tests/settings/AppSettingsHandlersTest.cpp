@@ -305,6 +305,18 @@ TEST_F(AppSettingsHandlersTest, ThePointerIsSampledWithItsTime) {
   EXPECT_EQ(settings().lastMousePositionTimestamps(), std::vector<double>{m_platform.runLoop.now()});
 }
 
+// So that the tap leaves out none that is due.
+TEST_F(AppSettingsHandlersTest, ExactlyTheMovementsThatAreDueAreTaken) {
+  startWithGesture(Gesture::pointerCircle);
+  m_platform.windows.pointer = Point{3, 4};
+  EXPECT_EQ(m_platform.eventTaps.mouseMoved(), EventTaps::MovementUse::taken);
+  m_platform.runLoop.advance(0.049);
+  EXPECT_EQ(m_platform.eventTaps.mouseMoved(), EventTaps::MovementUse::ignored);
+  m_platform.runLoop.advance(0.0015);
+  EXPECT_EQ(m_platform.eventTaps.mouseMoved(), EventTaps::MovementUse::taken);
+  EXPECT_EQ(settings().lastMousePositions().size(), 2u);
+}
+
 TEST_F(AppSettingsHandlersTest, AnUnknownPointerPositionIsNoSample) {
   startWithGesture(Gesture::pointerCircle);
   m_platform.windows.pointer = std::nullopt;

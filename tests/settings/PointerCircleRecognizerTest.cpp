@@ -155,36 +155,32 @@ TEST_F(PointerCircleRecognizerTest, APointerThatRestsIsNotRecognized) {
 }
 
 TEST_F(PointerCircleRecognizerTest, ASampleWithinFivePointsOfTheCentreMakesItNoCircle) {
-  // On the way from the fourth point to the fifth the pointer visits a place on their side of the centre,
-  // which the visit itself draws aside by less than a thirteenth.
+  // Three points and their opposites, so that the middle of the six is the centre to the last bit. Five
+  // samples never suffice: only the whole is looked at.
   const auto circleWithVisit = [this](double distance) {
     bool recognized = false;
-    for (std::size_t index = 0; index < kExactCircle.size(); ++index) {
-      if (index == 4) recognized = add(onCircle(distance, 110)) || recognized;
-      const Point point = kExactCircle[index];
-      recognized = add({kCenter.x + 3 * point.x, kCenter.y + 3 * point.y}) || recognized;
+    for (const Point& offset :
+         std::array<Point, 6>{{{28, 96}, {distance, 0}, {28, -96}, {-28, -96}, {-distance, 0}, {-28, 96}}}) {
+      recognized = add({kCenter.x + offset.x, kCenter.y + offset.y}) || recognized;
     }
     return recognized;
   };
-  EXPECT_FALSE(circleWithVisit(4.5));
+  EXPECT_FALSE(circleWithVisit(4.99));
   m_now += 5;
-  EXPECT_TRUE(circleWithVisit(6.5));
+  EXPECT_TRUE(circleWithVisit(5));
+  m_now += 5;
+  EXPECT_TRUE(circleWithVisit(5.01));
 }
 
 TEST_F(PointerCircleRecognizerTest, StepsOfFifteenHundredthsOfARadianAreTooSmall) {
-  // Twelve samples of a turn; the second follows the first by 0.14 or by 0.16 radians, the others by 30
-  // degrees.
-  const auto turnWithFirstStep = [](double radians) {
-    std::vector<double> degrees = {10, 10 + radians / kDegree};
-    for (int index = 1; index < 11; ++index)
-      degrees.push_back(degrees[1] + 30.0 * index);
-    return degrees;
+  // As above: the second sample follows the first by so much, the fifth the fourth.
+  const auto turnWithStep = [](double radians) {
+    const double second = 10 + radians / kDegree;
+    return std::vector<double>{10, second, 130, 190, second + 180, 310};
   };
-  // The centre is drawn a little aside by the denser samples, so the limit itself is left to the shares
-  // around it.
-  EXPECT_EQ(samplesUntilRecognized(turnWithFirstStep(0.10)), 0);
+  EXPECT_EQ(samplesUntilRecognized(turnWithStep(0.149)), 0);
   m_now += 5;
-  EXPECT_NE(samplesUntilRecognized(turnWithFirstStep(0.20)), 0);
+  EXPECT_EQ(samplesUntilRecognized(turnWithStep(0.151)), 6);
 }
 
 TEST_F(PointerCircleRecognizerTest, AStepBackStartsTheCountOfStepsAgain) {

@@ -93,6 +93,20 @@ TEST_F(MASShortcutDefaultsObserverTest, RecordingAndClearingChangeTheRegisteredH
   EXPECT_FALSE(m_platform.hotKeys.handlerInstalled());
 }
 
+TEST_F(MASShortcutDefaultsObserverTest, ARefusedShortcutRecordedAgainOnceItIsFreeIsRegistered) {
+  auto& taken = m_platform.hotKeys.takenByOthers;
+  taken.insert({kOther.carbonKeyCode(), kOther.carbonFlags()});
+  MASShortcut::setGlobalShortcut(kOther, kKey);
+  int presses = 0;
+  MASShortcut::registerGlobalShortcutWithUserDefaultsKey(kKey, [&] { ++presses; });
+  bind();
+  taken.clear();
+  m_view->setRecording(true);
+  m_keys.type(kOther.keyCode(), kOther.modifierFlags());
+  m_platform.hotKeys.press(kOther.carbonKeyCode(), kOther.carbonFlags());
+  EXPECT_EQ(presses, 1);
+}
+
 TEST_F(MASShortcutDefaultsObserverTest, EndingTheBindingPutsTheOriginalShortcutBackAndLeavesTheStore) {
   MASShortcut::setGlobalShortcut(kStored, kKey);
   m_view->setShortcutValue(kOther);

@@ -122,6 +122,31 @@ TEST_F(MASShortcutUserDefaultsHotKeyTest, ARefusedShortcutLeavesTheBindingWithou
   EXPECT_TRUE(binding().monitor());
 }
 
+TEST_F(MASShortcutUserDefaultsHotKeyTest, ARefusedShortcutStoredAgainOnceItIsFreeIsRegistered) {
+  m_platform.hotKeys.takenByOthers.insert({kShortcut.carbonKeyCode(), kShortcut.carbonFlags()});
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  bind();
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  EXPECT_FALSE(binding().monitor()) << "it is still taken";
+  EXPECT_EQ(m_platform.hotKeys.asked.size(), 2u);
+  m_platform.hotKeys.takenByOthers.clear();
+  m_platform.preferences.setObject("swiftMode", true);
+  EXPECT_EQ(m_platform.hotKeys.asked.size(), 2u) << "no other setting asks, and logs a refusal, again";
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  EXPECT_TRUE(binding().monitor());
+  press(kShortcut);
+  EXPECT_EQ(m_presses, 1);
+}
+
+TEST_F(MASShortcutUserDefaultsHotKeyTest, ARefusedShortcutIsAskedForOnceWhenItReplacesAnother) {
+  MASShortcut::setGlobalShortcut(kOther, kKey);
+  bind();
+  m_platform.hotKeys.takenByOthers.insert({kShortcut.carbonKeyCode(), kShortcut.carbonFlags()});
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  EXPECT_EQ(m_platform.hotKeys.asked.size(), 2u) << "one for each shortcut";
+  EXPECT_EQ(m_platform.logged.size(), 1u);
+}
+
 TEST_F(MASShortcutUserDefaultsHotKeyTest, UnregisteringEndsTheBindingAndItsHotKey) {
   MASShortcut::setGlobalShortcut(kShortcut, kKey);
   bind();

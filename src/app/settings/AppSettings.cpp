@@ -61,7 +61,7 @@ AppSettings::AppSettings()
   m_touchEventTap = taps.makeTouchTap(
       {[this](const std::vector<Touch>& touches) { touchesChanged(touches); }, [this] { magnified(); }});
   m_mouseUpEventTap = taps.makeMouseUpTap([this] { mouseUp(); });
-  m_mouseMovedEventTap = taps.makeMouseMovedTap([this] { mouseMoved(); });
+  m_mouseMovedEventTap = taps.makeMouseMovedTap([this] { return mouseMoved(); });
   m_loginItemObservation = Platform::current().loginItem.observeChanges([this] { takeOverLoginItem(); });
   // What the user did with the desktop's own tools counts, not what was chosen here before.
   takeOverLoginItem();
@@ -201,13 +201,14 @@ void AppSettings::mouseUp() {
   post(kOrbelMenuShouldHideNotification);
 }
 
-void AppSettings::mouseMoved() {
+EventTaps::MovementUse AppSettings::mouseMoved() {
   const Platform& platform = Platform::current();
   const double now = platform.runLoop.clock().now();
   // Asking for the pointer is the dear part, and only every twentieth of a second needs it.
-  if (!m_pointerCircle.isSampleDue(now)) return;
+  if (!m_pointerCircle.isSampleDue(now)) return EventTaps::MovementUse::ignored;
   const auto position = platform.windows.pointerLocation();
   if (position && m_pointerCircle.addSample(*position, now)) postShouldShow(kShowEventTrackpad);
+  return EventTaps::MovementUse::taken;
 }
 
 void AppSettings::touchesChanged(const std::vector<Touch>& touches) {

@@ -101,7 +101,7 @@ private:
   void takeOverLoginItem();
   void changedFromOutside(const std::string& key);
   void mouseUp();
-  void mouseMoved();
+  EventTaps::MovementUse mouseMoved();
   void touchesChanged(const std::vector<Touch>& touches);
   void magnified();
   void watchRest(const std::vector<Touch>& touches, std::int64_t fingerCount);

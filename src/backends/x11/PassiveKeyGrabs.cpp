@@ -54,12 +54,25 @@ Registration PassiveKeyGrabs::grab(KeyCombination combination, std::function<voi
   });
 }
 
+Registration PassiveKeyGrabs::grabIfFree(KeyCombination combination, std::function<void()> pressed) {
+  Registration registration = grab(combination, std::move(pressed));
+  if (registration && isHeldByExtension(grabsFor(combination))) {
+    Log::warning("another program holds " + describe(combination) + " by the input extension");
+    return {};
+  }
+  return registration;
+}
+
 bool PassiveKeyGrabs::isHeldByAnother(KeyCombination combination) {
   const auto grabs = grabsFor(combination);
   if (grabs.empty()) return false;
   if (!take(grabs)) return true;
   release(grabs);
   m_connection.flush();
+  return isHeldByExtension(grabs);
+}
+
+bool PassiveKeyGrabs::isHeldByExtension(const std::vector<Grab>& grabs) {
   std::vector<std::uint32_t> masks;
   for (const Grab& grab : grabs)
     masks.push_back(grab.second);

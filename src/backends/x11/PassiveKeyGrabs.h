@@ -36,9 +36,14 @@ public:
   PassiveKeyGrabs(const PassiveKeyGrabs&) = delete;
   PassiveKeyGrabs& operator=(const PassiveKeyGrabs&) = delete;
 
-  // Empty, and logged, when another program holds the combination or the keyboard has no such key.
+  // Empty, and logged, when another program holds the combination or the keyboard has no such key. A grab of
+  // the input extension is no hindrance: this one goes ahead of it for as long as it lasts.
   Registration grab(KeyCombination combination, std::function<void()> pressed);
-  // Found out by trying. What we hold ourselves is not held by another.
+  // As grab(), but refused also where another program holds the combination by the input extension: its own
+  // shortcut would be silenced.
+  Registration grabIfFree(KeyCombination combination, std::function<void()> pressed);
+  // Whether grabIfFree() would be refused for that; found out by trying. What we hold ourselves is not held
+  // by another.
   bool isHeldByAnother(KeyCombination combination);
 
 private:
@@ -59,6 +64,7 @@ private:
   // All of them or none.
   bool take(const std::vector<Grab>& grabs);
   void release(const std::vector<Grab>& grabs);
+  bool isHeldByExtension(const std::vector<Grab>& grabs);
 
   Connection& m_connection;
   ExtensionKeyGrabs m_extensionGrabs;

@@ -33,7 +33,7 @@ std::unique_ptr<EventTap> X11EventTaps::makeMouseUpTap(std::function<void()> mou
   return std::make_unique<MouseUpTap>(m_pointer, std::move(mouseUp));
 }
 
-std::unique_ptr<EventTap> X11EventTaps::makeMouseMovedTap(std::function<void()> mouseMoved) {
+std::unique_ptr<EventTap> X11EventTaps::makeMouseMovedTap(std::function<MovementUse()> mouseMoved) {
   return std::make_unique<MouseMovedTap>(m_pointer, std::move(mouseMoved));
 }
 

@@ -21,7 +21,7 @@ public:
   explicit X11EventTaps(RawPointer& pointer, TouchSource touches = {}, PinchGestures* pinches = nullptr);
 
   std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> mouseUp) override;
-  std::unique_ptr<EventTap> makeMouseMovedTap(std::function<void()> mouseMoved) override;
+  std::unique_ptr<EventTap> makeMouseMovedTap(std::function<MovementUse()> mouseMoved) override;
   // Without a source the tap does nothing and says so in the log when it is enabled.
   std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) override;
   bool isTrusted() override;

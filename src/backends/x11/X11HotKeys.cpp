@@ -27,7 +27,7 @@ Registration X11HotKeys::registerHotKey(std::uint64_t keyCode, std::uint32_t mod
     Log::warning("no keyboard here has the key with the virtual key code " + std::to_string(keyCode));
     return {};
   }
-  return m_grabs.grab({*evdevCode, modifiers}, [handler = m_handler, identity] {
+  return m_grabs.grabIfFree({*evdevCode, modifiers}, [handler = m_handler, identity] {
     // A copy: the handler may end its own installation.
     if (const Handler current = *handler) current(identity);
   });

@@ -195,7 +195,11 @@ void X11KeyRecorder::handleFocusOut(const xcb_focus_out_event_t& focusOut) {
       focusOut.mode == XCB_NOTIFY_MODE_NORMAL || focusOut.mode == XCB_NOTIFY_MODE_WHILE_GRABBED;
   const bool isWithin =
       focusOut.detail == XCB_NOTIFY_DETAIL_INFERIOR || focusOut.detail == XCB_NOTIFY_DETAIL_POINTER;
-  if (hasMoved && !isWithin) tellFocusLoss();
+  if (!hasMoved || isWithin) return;
+  if (m_recording)
+    tellFocusLoss();
+  else
+    releaseKeyboard(); // the release of the key that ended the recording goes elsewhere
 }
 
 void X11KeyRecorder::tellFocusLoss() {

@@ -29,7 +29,7 @@ public:
   // A later recording replaces an earlier one. While another program holds the keyboard the recording waits
   // for it to let go (logged); without a focused window nobody would tell, so then it fails. A key that is
   // held when the recording starts is told only when it is pressed again. The key that ends a recording stays
-  // ours until it is released, so that its repetitions reach nobody.
+  // ours until it is released or the window loses the focus, so that its repetitions reach nobody.
   Registration record(Handlers handlers) override;
 
 private:

@@ -156,6 +156,23 @@ TEST_F(X11HotKeysTest, ACombinationThatADesktopHoldsByTheInputExtensionIsTakenTo
   EXPECT_TRUE(driver().grabKeyByExtension(KEY_SPACE, XCB_MOD_MASK_CONTROL)) << "asking has kept it";
 }
 
+TEST_F(X11HotKeysTest, ACombinationThatADesktopHoldsByTheInputExtensionIsNotRegistered) {
+  ASSERT_TRUE(driver().grabKeyByExtension(KEY_SPACE, XCB_MOD_MASK_1));
+  EXPECT_FALSE(registerSpace(kOption, 1));
+  EXPECT_TRUE(hasLogged("another program holds Alt+key 57 by the input extension"));
+  driver().sync();
+  EXPECT_TRUE(driver().grabKey(KEY_SPACE, XCB_MOD_MASK_1)) << "trying has kept it";
+  EXPECT_TRUE(registerSpace(kControl, 2));
+}
+
+TEST_F(X11HotKeysTest, ARegisteredCombinationHearsThePressesFromTheBeginning) {
+  for (std::uint32_t number = 1; number <= 20; ++number) {
+    const auto hotKey = registerSpace(kOption, number);
+    driver().tapKeys({KEY_LEFTALT, KEY_SPACE}); // at once: what asked for rivals must have let go
+    ASSERT_TRUE(iterateUntil([&] { return m_pressed.size() == number; })) << number;
+  }
+}
+
 TEST_F(X11HotKeysTest, ReplacingARegistrationByTheSameCombinationKeepsIt) {
   auto earlier = registerSpace(kOption, 1);
   const auto later = registerSpace(kOption, 2);

@@ -402,6 +402,30 @@ TEST_F(X11KeyRecorderTest, AWindowThatIsHiddenHasLostTheFocus) {
   EXPECT_TRUE(iterateUntil([&] { return m_focusLosses == 1; }));
 }
 
+TEST_F(X11KeyRecorderTest, AWindowHiddenWhileTheEndingKeyIsHeldFreesTheKeyboard) {
+  const auto settings = otherClient({"--window", "--commands"});
+  const std::string name = std::to_string(settings->window());
+  focus(settings->window());
+  m_focus.window = settings->window();
+  startRecording();
+  driver().pressKey(KEY_SPACE);
+  settle();
+  ASSERT_FALSE(m_recording);
+  settings->program().writeLine("unmap " + name);
+  ASSERT_TRUE(waitUntil([&] { return !driver().isViewable(settings->window()); }));
+  driver().releaseKey(KEY_SPACE);
+  settle();
+
+  settings->program().writeLine("map " + name);
+  focus(settings->window());
+  m_told.clear();
+  startRecording();
+  ASSERT_TRUE(m_recording);
+  driver().tapKey(KEY_SPACE);
+  settle();
+  EXPECT_EQ(m_told, Told({key(kSpace)}));
+}
+
 TEST_F(X11KeyRecorderTest, AnEventThatIsNotSwallowedReachesTheWindow) {
   m_swallows = false;
   m_endsAt = kLetterQ;

@@ -259,4 +259,27 @@ TEST_F(RecorderTest, SuperAndWWhileRecordingClosesTheWindowAndFreesTheKeyboard) 
   EXPECT_FALSE(m_session.preferences().contains("GlobalShortcut"));
 }
 
+TEST_F(RecorderTest, SuperAndQWhileRecordingQuitsTheProgram) {
+  start(kControlAltSpace);
+  ASSERT_TRUE(click());
+  m_input.typeCombination({XK_Super_L, XK_q});
+  expectAgentQuits();
+  EXPECT_EQ(m_session.preferences().shortcut(), kControlAltSpace);
+  EXPECT_TRUE(waitUntilKeyboardIsFree());
+}
+
+TEST_F(RecorderTest, AShortcutThatAnotherProgramHeldAtTheStartWorksWhenItIsRecordedAgain) {
+  auto other = std::make_unique<TestGrabber>(m_session, XK_space, kControlAltMask);
+  ASSERT_TRUE(other->isGranted());
+  start(kControlAltSpace);
+  ASSERT_TRUE(waitForLog("another program holds Control+Alt+"));
+  other.reset();
+  const Picture shown = recorderText();
+  ASSERT_TRUE(click());
+  typeControlAlt(XK_space);
+  EXPECT_TRUE(waitUntilRecorderShows(shown));
+  EXPECT_EQ(m_session.preferences().shortcut(), kControlAltSpace);
+  EXPECT_TRUE(hotKeyWorks(XK_space));
+}
+
 } // namespace

@@ -19,8 +19,7 @@ OtherClient::OtherClient(const std::string& display, const std::vector<std::stri
     : m_program(commandFor(options), {{"DISPLAY", display}}) {
   if (!iterateUntil([&] { return m_program.hasWritten("ready") || !m_program.isRunning(); }) ||
       !m_program.hasWritten("ready"))
-    throw std::runtime_error("the test client does not start, status " +
-                             std::to_string(m_program.exitStatus().value_or(-1)));
+    throw std::runtime_error("the test client does not start: " + m_program.state());
   for (const std::string& line : m_program.lines())
     if (line.starts_with("window "))
       m_windows.push_back(static_cast<xcb_window_t>(std::stoul(line.substr(7))));

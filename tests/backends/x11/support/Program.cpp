@@ -55,6 +55,12 @@ std::optional<int> Program::exitStatus() {
   return m_exitStatus;
 }
 
+std::string Program::state() {
+  if (isRunning()) return "it runs";
+  return m_exitStatus ? "it ended with status " + std::to_string(*m_exitStatus)
+                      : "signal " + std::to_string(m_endSignal) + " ended it";
+}
+
 void Program::kill() {
   if (m_isBuried) return;
   ::kill(-m_process, SIGKILL); // also what it left behind
@@ -70,7 +76,10 @@ void Program::lookForEnd(int options) {
     return;
   if (end.si_pid != m_process) return; // still running
   m_hasEnded = true;
-  if (end.si_code == CLD_EXITED) m_exitStatus = end.si_status;
+  if (end.si_code == CLD_EXITED)
+    m_exitStatus = end.si_status;
+  else
+    m_endSignal = end.si_status;
 }
 
 void Program::writeLine(const std::string& line) {
@@ -92,7 +101,8 @@ const std::vector<std::string>& Program::lines() {
 }
 
 bool Program::hasWritten(const std::string& line) {
-  return std::ranges::find(lines(), line) != lines().end();
+  const std::vector<std::string>& all = lines(); // once: reading on moves the lines
+  return std::ranges::find(all, line) != all.end();
 }
 
 } // namespace orbel::test

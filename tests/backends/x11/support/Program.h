@@ -22,6 +22,8 @@ public:
   bool isRunning();
   // Nothing while it runs, and when a signal ended it.
   std::optional<int> exitStatus();
+  // For messages: whether it runs, and how it ended.
+  std::string state();
   void kill();
   void writeLine(const std::string& line);
   // What it has written so far.
@@ -37,6 +39,7 @@ private:
   bool m_hasEnded = false;
   bool m_isBuried = false;
   std::optional<int> m_exitStatus;
+  int m_endSignal = 0;
   std::string m_rest;
   std::vector<std::string> m_lines;
 };

@@ -150,6 +150,7 @@ TEST_F(RunningAppMenuItemTest, OpensDocumentsWithTheBundle) {
 TEST_F(RunningAppMenuItemTest, OpensNoDocumentWithoutABundle) {
   itemFor(std::make_shared<FakeRunningApplication>(1, "Program"))->openPath("/x");
   EXPECT_TRUE(platform.workspace.actions.empty());
+  EXPECT_EQ(platform.logged.size(), 1u);
 }
 
 TEST_F(RunningAppMenuItemTest, RepresentsTheSameProcessAloneAlsoInAnotherRecord) {

@@ -63,7 +63,8 @@ AppSettings::AppSettings()
   m_mouseUpEventTap = taps.makeMouseUpTap([this] { mouseUp(); });
   m_mouseMovedEventTap = taps.makeMouseMovedTap([this] { mouseMoved(); });
   m_loginItemObservation = Platform::current().loginItem.observeChanges([this] { takeOverLoginItem(); });
-  // What the user did with the desktop's own tools counts, not what was chosen here before.
+  // What the user did with the desktop's own tools counts, not what was chosen here before; where nobody has
+  // done anything yet, as with preferences from another machine, the stored setting does.
   takeOverLoginItem();
   updateLaunchSettings();
 }
@@ -178,7 +179,7 @@ void AppSettings::updateLaunchSettings() {
 
 void AppSettings::takeOverLoginItem() {
   const LoginItem::State state = Platform::current().loginItem.state();
-  if (state == LoginItem::State::unknown) return;
+  if (state == LoginItem::State::unknown || state == LoginItem::State::undecided) return;
   const bool isRegistered = state == LoginItem::State::registered;
   if (isRegistered == launchAtLogin()) return;
   Log::information(isRegistered ? "the desktop starts the program at login now"

@@ -62,7 +62,7 @@ public:
   void setSwiftMode(bool swift);
   // Whether the desktop starts the program at login; false when absent. Setting it calls
   // updateLaunchSettings(), after which it reads as what the desktop will do. A change that is made with the
-  // desktop's own tools is taken over.
+  // desktop's own tools is taken over; a setting that comes from another machine is carried out at the start.
   bool launchAtLogin() const;
   void setLaunchAtLogin(bool launch);
 

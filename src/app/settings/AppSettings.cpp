@@ -94,12 +94,15 @@ void AppSettings::setMagnifySettings(bool magnify) {
 
 Color AppSettings::windowTintColor() const {
   const PropertyList* value = preferences().object(kWindowTintColorKey);
-  if (!value) return Color::white(1);
+  // It is asked for many times in a reload, and the log is to say it once.
+  if (!value || m_refusedTint == *value) return Color::white(1);
   if (const PropertyList::Data* data = value->data()) {
-    return ArchivedColor::unarchive(*data).value_or(Color::white(1));
+    if (const auto color = ArchivedColor::unarchive(*data)) return *color;
+  } else {
+    Log::warning(std::string("what is stored under \"") + kWindowTintColorKey +
+                 "\" is no data and so no colour");
   }
-  Log::warning(std::string("what is stored under \"") + kWindowTintColorKey +
-               "\" is no data and so no colour");
+  m_refusedTint = *value;
   return Color::white(1);
 }
 

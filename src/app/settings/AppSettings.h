@@ -16,6 +16,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,7 +49,7 @@ public:
   // Whether items grow under the pointer; true when absent. Posts.
   bool magnifySettings() const;
   void setMagnifySettings(bool magnify);
-  // White when absent or unreadable (logged). Posts.
+  // White when absent or unreadable (logged once for each such value). Posts.
   Color windowTintColor() const;
   void setWindowTintColor(const Color& color);
   // Whether running applications follow the user's items; true when absent. Posts.
@@ -115,6 +116,7 @@ private:
   std::unique_ptr<EventTap> m_touchEventTap;
   std::unique_ptr<EventTap> m_mouseUpEventTap;
   std::unique_ptr<EventTap> m_mouseMovedEventTap;
+  mutable std::optional<PropertyList> m_refusedTint; // as last logged
   Registration m_loginItemObservation;
   SettingsWatch m_watch;
 };

@@ -137,7 +137,7 @@ private:
   QtVideoPlayers m_videoPlayers{QtVideoPlayers::findProgram()};
   SystemTrayWatch m_systemTray{*m_connection};
   QtStatusBar m_statusBar{m_systemTray};
-  AutostartEntry m_loginItem{configurationFolder(), AutostartEntry::ownExecutable()};
+  AutostartEntry m_loginItem{configurationFolder(), g_get_user_state_dir(), AutostartEntry::ownExecutable()};
   DesktopNotifications m_userNotifications;
   Platform m_platform{m_runLoop,   m_workspace,        m_preferences,    m_windows,      m_graphics,
                       m_text,      m_hotKeys,          m_keyboardLayout, m_eventTaps,    m_contextMenus,

@@ -1,6 +1,7 @@
 #include "controllers/OrbelWindowController.h"
 
 #include "controllers/ItemLookup.h"
+#include "foundation/Log.h"
 #include "model/AppMenuItem.h"
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
@@ -137,8 +138,12 @@ std::shared_ptr<RunningAppMenuItem> OrbelWindowController::targetRunningApp() co
 
 void OrbelWindowController::keepAppClicked() {
   const auto target = targetRunningApp();
-  const auto bundle = target ? target->app()->bundlePath() : std::nullopt;
-  if (!bundle) return;
+  if (!target) return;
+  const auto bundle = target->app()->bundlePath();
+  if (!bundle) {
+    Log::warning(target->app()->localizedName() + " cannot be kept: no file is known to start it from");
+    return;
+  }
   m_canClose = false;
   OpenPanel panel;
   panel.title = "Orbel Menu";

@@ -1,5 +1,6 @@
 #include "model/RunningAppMenuItem.h"
 
+#include "foundation/Log.h"
 #include "model/GrayscaleFilter.h"
 #include "model/ImageCache.h"
 #include "platform/Platform.h"
@@ -51,6 +52,8 @@ bool RunningAppMenuItem::canOpenPath(const std::string& /*path*/) const {
 void RunningAppMenuItem::openPath(const std::string& path) {
   if (const auto bundlePath = m_app->bundlePath()) {
     Platform::current().workspace.openFileWithApplication(path, *bundlePath);
+  } else {
+    Log::warning(m_app->localizedName() + " cannot open " + path + ": no file is known to start it from");
   }
 }
 

@@ -21,7 +21,8 @@ public:
   std::optional<std::string> name() const override;
   ImagePointer image() const override { return m_image; }
   void setImage(ImagePointer image) { m_image = std::move(image); }
-  // Launches from the executable, which brings the program forward; activates it directly where that fails.
+  // Launches from the executable, which brings the program forward; activates it directly where that fails,
+  // as it does for one of several programs that run the same executable.
   void open() override;
   bool isRunning() const override { return true; }
   bool canOpenPath(const std::string& path) const override;

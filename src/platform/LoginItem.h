@@ -10,10 +10,11 @@ namespace orbel {
 
 class LoginItem {
 public:
-  enum class State { registered, notRegistered, unknown };
+  enum class State { registered, notRegistered, undecided, unknown };
 
   virtual ~LoginItem() = default;
-  // Asked of the desktop now; unknown when it cannot be read (logged).
+  // Asked of the desktop now. Undecided where nobody has ever registered the program or refused it, so that
+  // the user's setting decides; unknown when it cannot be read (logged).
   virtual State state() const = 0;
   // False when that failed (logged); then the desktop does what it did before. Registering again brings the
   // registration up to date with where the program is installed now.

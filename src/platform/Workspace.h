@@ -47,8 +47,8 @@ public:
   virtual bool playsRole(const RunningApplication& application, const std::string& name) const = 0;
 
   // By a built-in name (resolved by role), any application's name, or a path of a bundle or an executable.
-  // Brings a running one forward, else launches it. False when there is no such application or it could not
-  // be started (logged).
+  // Brings a running one forward, else launches it. False when there is none or it could not be started
+  // (logged), and for an executable that several programs run: the path does not say which is meant.
   virtual bool launchApplication(const std::string& nameOrPath) = 0;
   // Nothing when it worked.
   virtual std::optional<WorkspaceError> launchApplicationAtPath(const std::string& bundlePath) = 0;

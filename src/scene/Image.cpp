@@ -19,10 +19,13 @@ const Bitmap& Image::representation(int pixelWidth, int pixelHeight) const {
   // What was asked of the renderer counts, not what it gave: one that has only few pixels is not asked again
   // and again.
   if (m_levels.empty() || pixelWidth > m_renderedWidth || pixelHeight > m_renderedHeight) {
-    m_levels.clear();
-    m_levels.push_back(m_renderer ? m_renderer(pixelWidth, pixelHeight) : Bitmap());
+    Bitmap rendered = m_renderer ? m_renderer(pixelWidth, pixelHeight) : Bitmap();
     m_renderedWidth = pixelWidth;
     m_renderedHeight = pixelHeight;
+    if (m_levels.empty() || !rendered.isEmpty()) {
+      m_levels.clear();
+      m_levels.push_back(std::move(rendered));
+    }
     while (m_levels.back().width > 2 * kSmallestLevel && m_levels.back().height > 2 * kSmallestLevel) {
       m_levels.push_back(m_levels.back().halved());
     }

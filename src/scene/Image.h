@@ -16,7 +16,7 @@ namespace orbel {
 class Image {
 public:
   // Draws the picture into a bitmap of about that many pixels. An empty bitmap means that there is nothing to
-  // draw.
+  // draw, or nothing any more: what was drawn before stays.
   using Renderer = std::function<Bitmap(int pixelWidth, int pixelHeight)>;
 
   Image(Size pointSize, Renderer renderer);

@@ -13,7 +13,7 @@
 //   void makeDefault(const std::string& bundle, const std::string& file);  it opens files like that one, and
 //                                                    the scheme "orbel-test"
 //   RunningApplicationPointer start(const std::string& bundle);  a process of it opens an ordinary window;
-//                                                    its record
+//                                                    its record. All processes run the same executable
 //   void quit(const RunningApplicationPointer&);     the process ends
 //   void makeActive(const RunningApplicationPointer&);  its window
 #pragma once
@@ -166,6 +166,20 @@ TYPED_TEST_P(WorkspaceContract, AnInstalledApplicationIsLaunchedByItsNameAndByIt
   EXPECT_EQ(this->newLines(), 0u);
 }
 
+TYPED_TEST_P(WorkspaceContract, AnExecutableThatSeveralProgramsRunDoesNotSayWhichOfThemIsMeant) {
+  const auto bundle = this->subject.install("Paint");
+  const auto first = this->subject.start(bundle);
+  const auto second = this->subject.start(bundle);
+  ASSERT_TRUE(first && second);
+  ASSERT_EQ(first->executablePath(), second->executablePath());
+  EXPECT_FALSE(this->workspace().launchApplication(*first->executablePath()));
+  EXPECT_TRUE(this->workspace().launchApplication(bundle));
+  EXPECT_TRUE(this->workspace().launchApplication("Paint"));
+  this->subject.quit(first);
+  EXPECT_TRUE(this->workspace().launchApplication(*second->executablePath()));
+  EXPECT_EQ(this->newLines(), 0u);
+}
+
 TYPED_TEST_P(WorkspaceContract, TheDefaultApplicationIsAmongThoseThatOpenAFile) {
   const auto file = this->subject.addFile("a.txt");
   EXPECT_FALSE(this->workspace().defaultApplicationForFile(file));
@@ -289,8 +303,9 @@ REGISTER_TYPED_TEST_SUITE_P(
     EveryPathHasAnIcon, OnlyKnownNamesHaveAPictureOfTheProgramsOwn, ABookmarkLeadsToItsFileAlsoAfterARename,
     ABookmarkThatLeadsNowhereSaysWhy, NoBookmarkIsMadeOfWhatIsNotThere, WhatCannotBeOpenedIsFalseAndLogged,
     AnApplicationThatIsNotThereCannotBeLaunchedAndTheCauseIsHandedBack,
-    AnInstalledApplicationIsLaunchedByItsNameAndByItsPath, TheDefaultApplicationIsAmongThoseThatOpenAFile,
-    EntriesAndAppImagesAreApplicationsAndOtherFilesAreNot,
+    AnInstalledApplicationIsLaunchedByItsNameAndByItsPath,
+    AnExecutableThatSeveralProgramsRunDoesNotSayWhichOfThemIsMeant,
+    TheDefaultApplicationIsAmongThoseThatOpenAFile, EntriesAndAppImagesAreApplicationsAndOtherFilesAreNot,
     RunningApplicationsAreListedInTheOrderOfTheirWindowsAndObserved,
     AnObserverThatEndsWhileOthersAreCalledIsNotCalledAnyMore, ARecordKnowsItsProgram,
     AProgramThatHasEndedIsNoRegularOneAnyMoreAsSoonAsItsEndIsTold,

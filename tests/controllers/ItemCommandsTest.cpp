@@ -138,6 +138,17 @@ TEST_F(KeepTest, AProgramThatEndedWhileThePanelWasUpIsNotPinned) {
   EXPECT_TRUE(controller().canClose());
 }
 
+TEST_F(KeepTest, AProgramThatNoFileIsKnownOfCannotBeKeptAndTheLogSaysSo) {
+  platform.workspace.launch(7, "Remote");
+  store({storedCore("Mail")});
+  shown();
+  const std::size_t before = platform.logged.size();
+  EXPECT_TRUE(choose(1, "Keep in Orbel Menu"));
+  EXPECT_FALSE(platform.dialogs.panel);
+  EXPECT_TRUE(controller().canClose());
+  EXPECT_EQ(platform.logged.size(), before + 1);
+}
+
 // ---- Moves and drops ----
 
 TEST_F(ItemCommandsTest, AMoveIsSavedWithoutAReload) {

@@ -28,7 +28,7 @@ public:
     if (const auto block = *m_block) block();
   }
 
-  State current = State::notRegistered;
+  State current = State::undecided;
   bool succeeds = true;
   int requests = 0;
 

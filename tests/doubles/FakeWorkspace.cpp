@@ -42,6 +42,8 @@ bool FakeWorkspace::act(const std::string& action, bool isPossible) {
 }
 
 bool FakeWorkspace::launchApplication(const std::string& nameOrPath) {
+  const auto runsPath = [&](const auto& application) { return application->executableFile == nameOrPath; };
+  if (std::count_if(running.begin(), running.end(), runsPath) > 1) return false;
   return act("launch " + nameOrPath, !unknownApplications.contains(nameOrPath));
 }
 

@@ -123,6 +123,15 @@ TEST_F(RunningAppMenuItemTest, ActivatesTheProgramOnlyWhenLaunchingFailed) {
   EXPECT_EQ(application->activations, std::vector<ActivationReason>{ActivationReason::userChoice});
 }
 
+TEST_F(RunningAppMenuItemTest, ActivatesItsOwnOneOfTwoProcessesOfAnExecutable) {
+  const auto first = editor();
+  const auto second = platform.workspace.launch(10, "Editor", "/share/editor.desktop", "/usr/bin/editor");
+  itemFor(second)->open();
+  EXPECT_TRUE(platform.workspace.actions.empty());
+  EXPECT_TRUE(first->activations.empty());
+  EXPECT_EQ(second->activations, std::vector<ActivationReason>{ActivationReason::userChoice});
+}
+
 TEST_F(RunningAppMenuItemTest, ActivatesTheProgramWhoseExecutableIsUnknown) {
   const auto application = std::make_shared<FakeRunningApplication>(1, "Program");
   itemFor(application)->open();
@@ -140,6 +149,7 @@ TEST_F(RunningAppMenuItemTest, OpensDocumentsWithTheBundle) {
 TEST_F(RunningAppMenuItemTest, OpensNoDocumentWithoutABundle) {
   itemFor(std::make_shared<FakeRunningApplication>(1, "Program"))->openPath("/x");
   EXPECT_TRUE(platform.workspace.actions.empty());
+  EXPECT_EQ(platform.logged.size(), 1u);
 }
 
 TEST_F(RunningAppMenuItemTest, RepresentsTheSameProcessAloneAlsoInAnotherRecord) {

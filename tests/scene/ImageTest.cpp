@@ -64,6 +64,20 @@ TEST_F(ImageTest, AnEmptyPictureIsEmptyAtEverySize) {
   EXPECT_TRUE(nothing.representation(100, 100).isEmpty());
 }
 
+TEST_F(ImageTest, WhatWasDrawnStaysWhenThereIsNothingToDrawAnyMore) {
+  int asked = 0;
+  const Image gone({320, 320}, [&](int width, int height) {
+    return ++asked == 1 ? filled(width, height, 0xff102030) : Bitmap();
+  });
+  gone.prepare(64, 64);
+  const std::size_t bytes = gone.byteCount();
+  EXPECT_EQ(gone.representation(128, 128).width, 64);
+  EXPECT_EQ(gone.representation(128, 128).width, 64);
+  EXPECT_EQ(gone.representation(30, 30).width, 32);
+  EXPECT_EQ(gone.byteCount(), bytes);
+  EXPECT_EQ(asked, 2) << "once for each size";
+}
+
 TEST(BitmapTest, HalvingTakesTheMeanOfFourPixels) {
   Bitmap bitmap(2, 2);
   bitmap.pixels = {0xff000000, 0xff040404, 0xff080808, 0xff0c0c0c};

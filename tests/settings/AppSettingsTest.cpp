@@ -72,6 +72,20 @@ TEST_F(AppSettingsTest, TheNotificationsHaveTheirNames) {
   EXPECT_STREQ(kOrbelMenuShouldHideNotification, "OrbelMenuShouldHideNotification");
 }
 
+TEST_F(AppSettingsTest, AnUnreadableTintIsLoggedOnceUntilItChanges) {
+  store("windowTintColor", "no colour");
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(settings().windowTintColor(), Color::white(1));
+  EXPECT_EQ(m_platform.logged.size(), 1u);
+  store("windowTintColor", PropertyList::Data(3, std::byte{1}));
+  for (int i = 0; i < 3; ++i)
+    EXPECT_EQ(settings().windowTintColor(), Color::white(1));
+  EXPECT_EQ(m_platform.logged.size(), 2u);
+  store("windowTintColor", ArchivedColor::archive({1, 0, 0, 1}));
+  EXPECT_EQ(settings().windowTintColor(), (Color{1, 0, 0, 1}));
+  EXPECT_EQ(m_platform.logged.size(), 2u);
+}
+
 TEST_F(AppSettingsTest, GesturesOneToFiveAreReadAndEverythingElseIsOne) {
   for (const std::int64_t gesture : {1, 2, 3, 4, 5}) {
     store("gestureSettings", gesture);

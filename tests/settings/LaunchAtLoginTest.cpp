@@ -63,8 +63,21 @@ TEST_F(LaunchAtLoginTest, AnItemThatCannotBeBroughtUpToDateIsStillOn) {
   EXPECT_TRUE(settings().launchAtLogin());
 }
 
+TEST_F(LaunchAtLoginTest, ASettingThatComesFromAnotherMachineIsCarriedOut) {
+  store(true);
+  EXPECT_TRUE(settings().launchAtLogin());
+  EXPECT_EQ(platform.loginItem.current, State::registered);
+}
+
+TEST_F(LaunchAtLoginTest, ASettingThatComesFromAnotherMachineAndCannotBeCarriedOutIsOff) {
+  store(true);
+  platform.loginItem.succeeds = false;
+  EXPECT_FALSE(settings().launchAtLogin());
+}
+
 TEST_F(LaunchAtLoginTest, AnItemThatWasRemovedFromOutsideIsOffAndNotRegisteredAgain) {
   store(true);
+  platform.loginItem.current = State::notRegistered;
   EXPECT_FALSE(settings().launchAtLogin());
   EXPECT_EQ(platform.loginItem.requests, 0);
   EXPECT_EQ(platform.logged.size(), 1u);

@@ -63,7 +63,8 @@ AppSettings::AppSettings()
   m_mouseUpEventTap = taps.makeMouseUpTap([this] { mouseUp(); });
   m_mouseMovedEventTap = taps.makeMouseMovedTap([this] { return mouseMoved(); });
   m_loginItemObservation = Platform::current().loginItem.observeChanges([this] { takeOverLoginItem(); });
-  // What the user did with the desktop's own tools counts, not what was chosen here before.
+  // What the user did with the desktop's own tools counts, not what was chosen here before; where nobody has
+  // done anything yet, as with preferences from another machine, the stored setting does.
   takeOverLoginItem();
   updateLaunchSettings();
 }
@@ -93,12 +94,15 @@ void AppSettings::setMagnifySettings(bool magnify) {
 
 Color AppSettings::windowTintColor() const {
   const PropertyList* value = preferences().object(kWindowTintColorKey);
-  if (!value) return Color::white(1);
+  // It is asked for many times in a reload, and the log is to say it once.
+  if (!value || m_refusedTint == *value) return Color::white(1);
   if (const PropertyList::Data* data = value->data()) {
-    return ArchivedColor::unarchive(*data).value_or(Color::white(1));
+    if (const auto color = ArchivedColor::unarchive(*data)) return *color;
+  } else {
+    Log::warning(std::string("what is stored under \"") + kWindowTintColorKey +
+                 "\" is no data and so no colour");
   }
-  Log::warning(std::string("what is stored under \"") + kWindowTintColorKey +
-               "\" is no data and so no colour");
+  m_refusedTint = *value;
   return Color::white(1);
 }
 
@@ -178,7 +182,7 @@ void AppSettings::updateLaunchSettings() {
 
 void AppSettings::takeOverLoginItem() {
   const LoginItem::State state = Platform::current().loginItem.state();
-  if (state == LoginItem::State::unknown) return;
+  if (state == LoginItem::State::unknown || state == LoginItem::State::undecided) return;
   const bool isRegistered = state == LoginItem::State::registered;
   if (isRegistered == launchAtLogin()) return;
   Log::information(isRegistered ? "the desktop starts the program at login now"

@@ -16,6 +16,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,7 +49,7 @@ public:
   // Whether items grow under the pointer; true when absent. Posts.
   bool magnifySettings() const;
   void setMagnifySettings(bool magnify);
-  // White when absent or unreadable (logged). Posts.
+  // White when absent or unreadable (logged once for each such value). Posts.
   Color windowTintColor() const;
   void setWindowTintColor(const Color& color);
   // Whether running applications follow the user's items; true when absent. Posts.
@@ -62,7 +63,7 @@ public:
   void setSwiftMode(bool swift);
   // Whether the desktop starts the program at login; false when absent. Setting it calls
   // updateLaunchSettings(), after which it reads as what the desktop will do. A change that is made with the
-  // desktop's own tools is taken over.
+  // desktop's own tools is taken over; a setting that comes from another machine is carried out at the start.
   bool launchAtLogin() const;
   void setLaunchAtLogin(bool launch);
 
@@ -115,6 +116,7 @@ private:
   std::unique_ptr<EventTap> m_touchEventTap;
   std::unique_ptr<EventTap> m_mouseUpEventTap;
   std::unique_ptr<EventTap> m_mouseMovedEventTap;
+  mutable std::optional<PropertyList> m_refusedTint; // as last logged
   Registration m_loginItemObservation;
   SettingsWatch m_watch;
 };

@@ -67,31 +67,32 @@ std::optional<ApplicationFinder::Application> ApplicationFinder::findByName(cons
     return application;
   }
   if (const auto entry = m_roles.entry(name))
-    return Application{runningWithBundle(entry->path), entry->path, {}};
+    return Application{runningWithBundle(entry->path), entry->path, {}, false};
   if (RoleApplications::isRole(name)) return std::nullopt;
   if (const DesktopEntry* entry = m_entries.withName(name)) {
-    return Application{runningWithBundle(entry->path), entry->path, {}};
+    return Application{runningWithBundle(entry->path), entry->path, {}, false};
   }
   return std::nullopt;
 }
 
 std::optional<ApplicationFinder::Application>
 ApplicationFinder::findByPath(const std::string& givenPath) const {
-  Application application{runningWithBundle(givenPath), {}, {}};
+  Application application{runningWithBundle(givenPath), {}, {}, false};
   if (DesktopEntry::isEntryPath(givenPath)) {
     application.entryPath = givenPath;
     return application;
   }
   // The kernel and the index know programs by their paths without links.
   const std::string path = FileStorage::withoutLinks(givenPath);
-  if (!application.running) {
-    for (const auto& record : m_running.records()) {
-      if (record->executablePath() != path && !record->executablePath().value_or("").starts_with(path + "/"))
-        continue;
+  int processes = 0;
+  for (const auto& record : m_running.records()) {
+    const std::string executable = record->executablePath().value_or("");
+    const bool runsPath = executable == path;
+    if (!application.running && (runsPath || executable.starts_with(path + "/")))
       application.running = record;
-      break;
-    }
+    if (runsPath) ++processes;
   }
+  application.runsMoreThanOnce = processes > 1;
   if (const DesktopEntry* entry = m_entries.withExecutable(path)) {
     application.entryPath = entry->path;
   } else if (isProgram(path) || isAppImage(path)) {

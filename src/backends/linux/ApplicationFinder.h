@@ -17,6 +17,8 @@ public:
     RunningApplicationPointer running; // empty when it does not run
     std::string entryPath;             // else "": of its desktop entry
     std::string executablePath;        // else "": of a program or AppImage without an entry
+    // The path is that of an executable which more programs than that one run.
+    bool runsMoreThanOnce = false;
   };
 
   ApplicationFinder(const DesktopEntryIndex& entries, const RoleApplications& roles,

@@ -21,18 +21,27 @@ constexpr const char* kFileName = "org.orbelmenu.OrbelMenu.desktop";
 constexpr const char* kGroup = G_KEY_FILE_DESKTOP_GROUP;
 constexpr const char* kEnabledKey = "X-GNOME-Autostart-enabled";
 constexpr std::size_t kLargestEntry = 1 << 20;
+constexpr const char* kMark = "/orbelmenu/login-item";
+constexpr std::string_view kMarkText = "Orbel Menu was registered to be started at login.\n";
+
+PropertyList::Data bytesOf(std::string_view text) {
+  const auto* bytes = reinterpret_cast<const PropertyList::Data::value_type*>(text.data());
+  return {bytes, bytes + text.size()};
+}
 
 // The entry that is there, as far as it could be read.
 struct Found {
   GlibKeyFile keys; // empty when there is none, or it is no desktop entry
   std::string cause;
+  bool isMissing = false;
   bool isReadable = true; // false when something is there that we may not read
 };
 
 Found find(const std::string& path) {
   Found found;
   const auto content = FileStorage::read(path, kLargestEntry);
-  if (content.outcome == FileStorage::Outcome::missing) return found;
+  found.isMissing = content.outcome == FileStorage::Outcome::missing;
+  if (found.isMissing) return found;
   if (content.outcome != FileStorage::Outcome::read) {
     found.isReadable = false;
     found.cause = content.cause;
@@ -57,15 +66,20 @@ bool isSwitchedOff(const GlibKeyFile& keys) {
          textOf(keys, kEnabledKey) == "false";
 }
 
+bool isStarted(const Found& found) {
+  return found.keys && !textOf(found.keys, G_KEY_FILE_DESKTOP_KEY_EXEC).empty() && !isSwitchedOff(found.keys);
+}
+
 void setDefault(const GlibKeyFile& keys, const char* key, const char* text) {
   if (!g_key_file_has_key(keys.get(), kGroup, key, nullptr))
     g_key_file_set_string(keys.get(), kGroup, key, text);
 }
 } // namespace
 
-AutostartEntry::AutostartEntry(const std::string& configurationFolder, std::string executable)
-    : m_path(configurationFolder + "/autostart/" + kFileName), m_executable(std::move(executable)),
-      m_observers(std::make_shared<Observers>()) {
+AutostartEntry::AutostartEntry(const std::string& configurationFolder, const std::string& stateFolder,
+                               std::string executable)
+    : m_path(configurationFolder + "/autostart/" + kFileName), m_markPath(stateFolder + kMark),
+      m_executable(std::move(executable)), m_observers(std::make_shared<Observers>()) {
   watch();
 }
 
@@ -77,15 +91,17 @@ LoginItem::State AutostartEntry::state() const {
     Log::warning("the autostart entry cannot be read: " + found.cause);
     return State::unknown;
   }
-  const bool isStarted =
-      found.keys && !textOf(found.keys, G_KEY_FILE_DESKTOP_KEY_EXEC).empty() && !isSwitchedOff(found.keys);
-  return isStarted ? State::registered : State::notRegistered;
+  if (found.isMissing && !m_wasRegistered && ::access(m_markPath.c_str(), F_OK) != 0) return State::undecided;
+  return isStarted(found) ? State::registered : State::notRegistered;
 }
 
 bool AutostartEntry::setRegistered(bool registered) {
   const auto cause = registered ? registerEntry() : removeEntry();
-  if (!m_watch || !m_watch->isAlive()) watch();
-  if (!cause) return true;
+  if (!m_watch || !m_watch->isAlive() || m_watch->path() != m_path) watch();
+  if (!cause) {
+    rememberRegistration(registered);
+    return true;
+  }
   Log::warning(std::string(registered ? "the program cannot be started at login: "
                                       : "the program cannot be kept from starting at login: ") +
                *cause);
@@ -117,8 +133,7 @@ std::optional<std::string> AutostartEntry::registerEntry() {
   const std::string text = takeText(g_key_file_to_data(keys, nullptr, nullptr));
   if (text == before) return std::nullopt;
   if (auto cause = FileStorage::makeFolder(FileStorage::folderOf(path))) return cause;
-  const auto* bytes = reinterpret_cast<const PropertyList::Data::value_type*>(text.data());
-  return FileStorage::replace(path, PropertyList::Data(bytes, bytes + text.size()));
+  return FileStorage::replace(path, bytesOf(text));
 }
 
 std::optional<std::string> AutostartEntry::removeEntry() const {
@@ -126,13 +141,49 @@ std::optional<std::string> AutostartEntry::removeEntry() const {
   return m_path + ": " + std::strerror(errno);
 }
 
+void AutostartEntry::rememberRegistration(bool registered) {
+  if (std::exchange(m_wasRegistered, registered) && registered) return;
+  if (!registered) {
+    ::unlink(m_markPath.c_str());
+    return;
+  }
+  if (::access(m_markPath.c_str(), F_OK) == 0) return;
+  auto cause = FileStorage::makeFolder(FileStorage::folderOf(m_markPath));
+  if (!cause) cause = FileStorage::replace(m_markPath, bytesOf(kMarkText));
+  if (cause) {
+    Log::warning("an autostart entry that is removed while the program does not run will come back: " +
+                 *cause);
+  }
+}
+
 Registration AutostartEntry::observeChanges(std::function<void()> block) {
   return m_observers->add(std::move(block));
 }
 
 void AutostartEntry::watch() {
-  const auto changed = [observers = m_observers] { observers->call(); };
-  m_watch = FolderWatch::start(m_path, changed, nullptr);
+  m_watch = watchNearest(m_path);
+}
+
+std::unique_ptr<FolderWatch> AutostartEntry::watchNearest(const std::string& path) {
+  const auto start = [this](const std::string& watched) {
+    return FolderWatch::start(
+        watched, [this] { somethingChanged(); }, nullptr);
+  };
+  if (auto watch = start(path)) return watch;
+  const std::string folder = FileStorage::folderOf(path);
+  if (folder.empty() || folder == path) return nullptr;
+  auto above = watchNearest(folder);
+  // The folder may have come before the watch above it began.
+  auto watch = start(path);
+  return watch ? std::move(watch) : std::move(above);
+}
+
+void AutostartEntry::somethingChanged() {
+  // Above the folder only its coming counts, and a folder that went has to come again.
+  if (!m_watch || !m_watch->isAlive() || m_watch->path() != m_path) watch();
+  if (isStarted(find(m_path))) rememberRegistration(true); // with the desktop's own tools
+  const auto observers = m_observers;                      // one of them may end this object
+  observers->call();
 }
 
 std::string AutostartEntry::ownExecutable() {

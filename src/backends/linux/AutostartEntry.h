@@ -1,6 +1,7 @@
 // The program's entry in the user's autostart folder (the autostart standard of the freedesktop desktops):
 // `<configuration folder>/autostart/org.orbelmenu.OrbelMenu.desktop`. What others have added to the entry is
-// kept. Made by main, used by the settings store. Main thread only.
+// kept. That it was registered is remembered in `<state folder>/orbelmenu/login-item`. Made by main, used by
+// the settings store. Main thread only.
 #pragma once
 
 #include "backends/linux/FolderWatch.h"
@@ -15,16 +16,18 @@ namespace orbel {
 
 class AutostartEntry : public LoginItem {
 public:
-  // The folder is $XDG_CONFIG_HOME; the executable is an absolute path, empty when it is unknown.
-  AutostartEntry(const std::string& configurationFolder, std::string executable);
+  // The folders are $XDG_CONFIG_HOME and $XDG_STATE_HOME; the executable is an absolute path, empty when it
+  // is unknown.
+  AutostartEntry(const std::string& configurationFolder, const std::string& stateFolder,
+                 std::string executable);
   ~AutostartEntry() override;
   AutostartEntry(const AutostartEntry&) = delete;
   AutostartEntry& operator=(const AutostartEntry&) = delete;
 
-  // Not registered when there is no entry, or one that is hidden, disabled or broken: desktops skip those.
+  // Not registered when the entry is hidden, disabled or broken: desktops skip those; nor when it is gone
+  // that was written here. Undecided when there is none and was none.
   State state() const override;
   bool setRegistered(bool registered) override;
-  // Nothing is told while the folder does not exist.
   Registration observeChanges(std::function<void()> block) override;
 
   const std::string& path() const { return m_path; }
@@ -37,9 +40,17 @@ public:
 private:
   std::optional<std::string> registerEntry(); // the cause when it failed
   std::optional<std::string> removeEntry() const;
+  void rememberRegistration(bool registered);
   void watch();
+  // At the path, or at the nearest folder above it that is there; nothing when not even one could be watched.
+  std::unique_ptr<FolderWatch> watchNearest(const std::string& path);
+  void somethingChanged();
 
   std::string m_path;
+  // A file that is there from a registration on, whoever made it, until it is taken back here. It tells an
+  // entry that was removed from one that never was, as where the preferences come from another machine.
+  std::string m_markPath;
+  bool m_wasRegistered = false; // by this process; the mark may be impossible to write
   std::string m_executable;
   std::unique_ptr<FolderWatch> m_watch;
   std::shared_ptr<Observers> m_observers;

@@ -52,17 +52,28 @@ std::string DatedFiles::freePath(const std::string& prefix, const std::string& s
 std::vector<std::string> DatedFiles::existing(const std::string& prefix, const std::string& suffix) {
   const std::string folder = FileStorage::folderOf(prefix);
   const std::string namePrefix = FileStorage::nameOf(prefix);
-  std::vector<std::string> found;
+  struct File {
+    std::filesystem::file_time_type time;
+    std::string path;
+    auto operator<=>(const File&) const = default;
+  };
+  std::vector<File> found;
   std::error_code error;
   for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
        file.increment(error)) {
     const std::string name = file->path().filename().string();
     if (name.size() != namePrefix.size() + kStampLength + suffix.size()) continue;
     if (!name.starts_with(namePrefix) || !name.ends_with(suffix)) continue;
-    if (isStamp(name.substr(namePrefix.size(), kStampLength))) found.push_back(folder + "/" + name);
+    if (!isStamp(name.substr(namePrefix.size(), kStampLength))) continue;
+    std::error_code unknown; // a file that goes just now may come in any place
+    found.push_back({file->last_write_time(unknown), folder + "/" + name});
   }
+  // Not by their names: a clock that is put back, as at the end of summer, would make the newest the oldest.
   std::sort(found.begin(), found.end());
-  return found;
+  std::vector<std::string> paths;
+  for (File& file : found)
+    paths.push_back(std::move(file.path));
+  return paths;
 }
 
 DatedFiles::Aside DatedFiles::keepAside(const std::string& path, const std::string& suffix) {

@@ -1,5 +1,6 @@
 #include "backends/linux/DesktopEntry.h"
 
+#include "backends/linux/EnvCommand.h"
 #include "backends/linux/FileStorage.h"
 #include "backends/linux/GlibPointers.h"
 
@@ -22,14 +23,18 @@ std::vector<std::string> words(const std::string& command) {
   for (int i = 0; i < count; ++i)
     result.emplace_back(parsed[i]);
   g_strfreev(parsed);
-  // "env NAME=value program" runs the program.
-  if (!result.empty() && FileStorage::nameOf(result.front()) == "env") {
-    auto program = result.begin() + 1;
-    while (program != result.end() && program->find('=') != std::string::npos)
-      ++program;
-    result.erase(result.begin(), program);
-  }
   return result;
+}
+
+// A relative path is one in the folder that the program is started in; a name alone is looked for elsewhere.
+std::string inFolder(const std::string& folder, const std::string& path) {
+  if (folder.empty() || path.starts_with('/') || path.find('/') == std::string::npos) return path;
+  return folder + "/" + path;
+}
+
+// Also a folder without any slash is relative.
+std::string folderIn(const std::string& folder, const std::string& path) {
+  return folder.empty() || path.empty() || path.starts_with('/') ? path : folder + "/" + path;
 }
 
 std::vector<std::string> split(const std::string& list) {
@@ -97,10 +102,12 @@ DesktopEntry DesktopEntry::withValues(std::string identifier, std::string path, 
   entry.runsInTerminal = values.flag("Terminal");
   entry.isStartedOverBus = values.flag("DBusActivatable");
 
-  const auto command = words(values.text("Exec"));
+  const auto [command, chosenFolder] = EnvCommand::of(words(values.text("Exec")));
   if (!command.empty()) {
-    entry.program = command.front();
-    if (const std::string found = takeText(g_find_program_in_path(command.front().c_str())); !found.empty()) {
+    const std::string ownFolder = values.text("Path");
+    const std::string folder = chosenFolder.empty() ? ownFolder : folderIn(ownFolder, chosenFolder);
+    entry.program = inFolder(folder, command.front());
+    if (const std::string found = takeText(g_find_program_in_path(entry.program.c_str())); !found.empty()) {
       entry.executable = FileStorage::withoutLinks(found);
     }
     for (auto word = command.begin() + 1; word != command.end(); ++word) {

@@ -21,7 +21,7 @@ struct DesktopEntry {
   std::string executable;
   std::string startupWindowClass;      // StartupWMClass; may be empty
   std::vector<std::string> categories; // Categories, as written
-  std::string program;                 // the first word of Exec; may be empty
+  std::string program;                 // what Exec runs, a name or a path; may be empty
   std::string requiredProgram;         // TryExec; may be empty
   bool isStartedOverBus = false;       // DBusActivatable: it may then do without Exec
   bool hasOwnArguments = false;        // Exec gives the program arguments besides the files to open

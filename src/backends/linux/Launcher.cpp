@@ -17,6 +17,7 @@ namespace orbel {
 namespace {
 
 constexpr std::size_t kRememberedStarts = 64;
+constexpr const char* kGroup = G_KEY_FILE_DESKTOP_GROUP;
 
 // What those who start programs tell the program they start about itself. Passed on, it would be taken for
 // theirs by the programs that we start: a stale token, another's entry, another's service sockets.
@@ -111,7 +112,21 @@ std::optional<WorkspaceError> spawn(GDesktopAppInfo* info, const std::string& pa
 GObjectPointer<GDesktopAppInfo> withoutBus(const std::string& path) {
   const GlibKeyFile file(g_key_file_new());
   if (!g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr)) return nullptr;
-  g_key_file_remove_key(file.get(), "Desktop Entry", "DBusActivatable", nullptr);
+  g_key_file_remove_key(file.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_DBUS_ACTIVATABLE, nullptr);
+  return GObjectPointer<GDesktopAppInfo>(g_desktop_app_info_new_from_keyfile(file.get()));
+}
+
+GObjectPointer<GDesktopAppInfo> infoOf(const std::string& path) {
+  GObjectPointer<GDesktopAppInfo> info(g_desktop_app_info_new_from_filename(path.c_str()));
+  if (info) return info;
+  // GIO looks for "./program" in our working folder and gives up, instead of in the one that the entry names.
+  // "env" looks for it once it is there.
+  const GlibKeyFile file(g_key_file_new());
+  if (!g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, nullptr)) return nullptr;
+  const std::string command =
+      takeText(g_key_file_get_string(file.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, nullptr));
+  if (command.empty()) return nullptr;
+  g_key_file_set_string(file.get(), kGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, ("env " + command).c_str());
   return GObjectPointer<GDesktopAppInfo>(g_desktop_app_info_new_from_keyfile(file.get()));
 }
 
@@ -146,7 +161,7 @@ std::optional<WorkspaceError> Launcher::launchEntry(const std::string& entryPath
   if (const auto* failure = std::get_if<DesktopEntry::Failure>(&read)) return WorkspaceError{failure->cause};
   const auto& entry = std::get<DesktopEntry>(read);
   if (auto obstacle = entry.launchObstacle()) return WorkspaceError{std::move(*obstacle)};
-  const GObjectPointer<GDesktopAppInfo> info(g_desktop_app_info_new_from_filename(entryPath.c_str()));
+  const auto info = infoOf(entryPath);
   if (!info) return WorkspaceError{entryPath + " cannot be started"};
 
   auto context = makeContext(m_privateVariables, makeStartupId(entry.name, entryPath));

@@ -55,6 +55,8 @@ bool LinuxWorkspace::playsRole(const RunningApplication& application, const std:
 bool LinuxWorkspace::launchApplication(const std::string& nameOrPath) {
   const auto application = m_finder.find(nameOrPath);
   if (!application) return worked(WorkspaceError{"there is no application " + nameOrPath});
+  // Which of them is meant only the caller knows, who can bring that one forward itself.
+  if (application->runsMoreThanOnce) return false;
   return worked(start(*application, {}));
 }
 

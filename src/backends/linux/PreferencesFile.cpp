@@ -240,6 +240,7 @@ void PreferencesFile::keepDatedCopy() {
       (m_path.ends_with(suffix) ? m_path.substr(0, m_path.size() - suffix.size()) : m_path) + "-";
   const auto content = FileStorage::read(FileStorage::followLinks(m_path), kLargestFile);
   if (content.outcome == FileStorage::Outcome::missing) return;
+  const std::string copy = DatedFiles::freePath(prefix, suffix);
   std::optional<std::string> cause;
   if (content.outcome != FileStorage::Outcome::read) {
     cause = content.cause;
@@ -250,18 +251,17 @@ void PreferencesFile::keepDatedCopy() {
       const auto newest = FileStorage::read(copies.back(), kLargestFile);
       if (newest.outcome == FileStorage::Outcome::read && newest.bytes == content.bytes) return;
     }
-    cause = FileStorage::replace(DatedFiles::freePath(prefix, suffix), content.bytes);
+    cause = FileStorage::replace(copy, content.bytes);
   }
   if (cause) {
     Log::error("no dated copy of " + m_path + " could be kept: " + *cause);
     return;
   }
-  auto copies = DatedFiles::existing(prefix, suffix);
-  Log::information("a copy of the preferences is kept as " + copies.back());
-  while (copies.size() > kDatedCopies) {
-    ::unlink(copies.front().c_str());
-    copies.erase(copies.begin());
-  }
+  Log::information("a copy of the preferences is kept as " + copy);
+  auto earlier = DatedFiles::existing(prefix, suffix);
+  std::erase(earlier, copy); // whatever the others' times are
+  for (std::size_t i = 0; i + kDatedCopies <= earlier.size(); ++i)
+    ::unlink(earlier[i].c_str());
 }
 
 void PreferencesFile::scheduleReading(double delay) {

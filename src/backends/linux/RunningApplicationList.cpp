@@ -66,7 +66,7 @@ RunningApplicationPointer RunningApplicationList::frontmost() {
     // A program without an ordinary window (the desktop, a panel, a lone dialog) is not listed, but gets the
     // focus back.
     record->setWindows({}, {*active});
-    record->setAppearance(appearanceFor(*window, *record));
+    record->setAppearance(appearanceFor(*window, record));
   }
   record->rememberActiveWindow(*active, m_windows.summonMark());
   return record;
@@ -125,8 +125,9 @@ void RunningApplicationList::update() {
           return entryFor(window, *group.record).has_value();
         });
     const auto& window = telling == group.ordinary.end() ? group.ordinary.front() : *telling;
-    group.record->setAppearance(appearanceFor(window, *group.record));
+    group.record->setAppearance(appearanceFor(window, group.record));
   }
+  tellProgramsOfOneInterpreterApart(records);
   m_records = std::move(records);
   if (looks(m_records) != before) m_observers.call();
 }
@@ -181,11 +182,11 @@ std::optional<DesktopEntry> RunningApplicationList::entryFor(const TopLevelWindo
   return std::nullopt;
 }
 
-LinuxRunningApplication::Appearance
-RunningApplicationList::appearanceFor(const TopLevelWindow& window,
-                                      const LinuxRunningApplication& record) const {
-  const auto entry = entryFor(window, record);
-  const auto& process = record.process();
+LinuxRunningApplication::Appearance RunningApplicationList::appearanceFor(const TopLevelWindow& window,
+                                                                          const Record& record) const {
+  const auto entry = entryFor(window, *record);
+  const auto& process = record->process();
+  const auto& present = record->appearance();
   LinuxRunningApplication::Appearance appearance;
   if (entry) {
     appearance.entryIdentifier = entry->identifier;
@@ -195,33 +196,63 @@ RunningApplicationList::appearanceFor(const TopLevelWindow& window,
     appearance.localizedName = withoutAppImageSuffix(FileStorage::nameOf(*process->appImagePath));
     appearance.bundlePath = process->appImagePath;
   } else {
-    appearance.bundlePath = record.executablePath();
+    // One that has gone by its name goes on so, or it would take over the picture that is kept for the path.
+    const bool goesByName = present.icon && present.entryIdentifier.empty() && !present.bundlePath;
+    if (!goesByName) appearance.bundlePath = record->executablePath();
     if (!window.className.empty()) {
       appearance.localizedName = window.className;
-    } else if (record.executablePath()) {
-      appearance.localizedName = FileStorage::nameOf(*record.executablePath());
+    } else if (record->executablePath()) {
+      appearance.localizedName = FileStorage::nameOf(*record->executablePath());
     } else {
-      appearance.localizedName = window.title.empty() ? record.groupName() : window.title;
+      appearance.localizedName = window.title.empty() ? record->groupName() : window.title;
     }
   }
   // The picture stays the same object while the program stays the same one: what was drawn of it is kept with
-  // it.
-  const auto& present = record.appearance();
+  // it. Without an entry it is that of the record's windows, whatever the path.
   const bool isUnchanged = present.icon && present.entryIdentifier == appearance.entryIdentifier &&
-                           present.bundlePath == appearance.bundlePath;
-  appearance.icon = isUnchanged ? present.icon : iconFor(entry, window);
+                           (!entry || present.bundlePath == appearance.bundlePath);
+  appearance.icon = isUnchanged ? present.icon : iconFor(entry, record);
   return appearance;
 }
 
 ImagePointer RunningApplicationList::iconFor(const std::optional<DesktopEntry>& entry,
-                                             const TopLevelWindow& window) const {
+                                             const Record& record) const {
   if (entry && m_icons.hasIcon(*entry)) return m_icons.iconForEntry(*entry);
   const auto generic = m_icons.genericApplicationIcon();
-  return std::make_shared<Image>(FileIcons::kIconSize,
-                                 [&windows = m_windows, id = window.id, generic](int width, int height) {
-                                   Bitmap own = windows.icon(id, std::max(width, height));
-                                   return own.isEmpty() ? generic->representation(width, height) : own;
-                                 });
+  // The picture may be kept longer than any of the program's windows, and a window's number is given again.
+  auto render = [&windows = m_windows, program = std::weak_ptr(record), generic,
+                 isOwn = false](int width, int height) mutable {
+    if (const auto running = program.lock()) {
+      for (const std::uint64_t window : running->ordinaryWindows()) {
+        Bitmap own = windows.icon(window, std::max(width, height));
+        if (own.isEmpty()) continue;
+        isOwn = true;
+        return own;
+      }
+    }
+    // What was drawn of its own stays rather than becoming the generic one.
+    return isOwn ? Bitmap() : generic->representation(width, height);
+  };
+  return std::make_shared<Image>(FileIcons::kIconSize, std::move(render));
+}
+
+// Without an entry, what an interpreter runs is all one executable, whose path would make one program of it.
+void RunningApplicationList::tellProgramsOfOneInterpreterApart(const std::vector<Record>& records) {
+  const auto hasOnlyItsExecutable = [](const Record& record) {
+    return record->bundlePath() && record->bundlePath() == record->executablePath();
+  };
+  const auto runsWhatAnotherRuns = [&](const Record& record) {
+    return std::any_of(records.begin(), records.end(), [&](const Record& other) {
+      return other->executablePath() == record->executablePath() &&
+             other->appearance().entryIdentifier.empty() && other->localizedName() != record->localizedName();
+    });
+  };
+  for (const auto& record : records) {
+    if (!hasOnlyItsExecutable(record) || !runsWhatAnotherRuns(record)) continue;
+    auto appearance = record->appearance();
+    appearance.bundlePath.reset();
+    record->setAppearance(std::move(appearance));
+  }
 }
 
 bool RunningApplicationList::runsBundle(const LinuxRunningApplication& application,

@@ -47,9 +47,9 @@ private:
   Record makeRecord(const TopLevelWindow& window) const;
   std::optional<DesktopEntry> entryFor(const TopLevelWindow& window,
                                        const LinuxRunningApplication& record) const;
-  LinuxRunningApplication::Appearance appearanceFor(const TopLevelWindow& window,
-                                                    const LinuxRunningApplication& record) const;
-  ImagePointer iconFor(const std::optional<DesktopEntry>& entry, const TopLevelWindow& window) const;
+  LinuxRunningApplication::Appearance appearanceFor(const TopLevelWindow& window, const Record& record) const;
+  ImagePointer iconFor(const std::optional<DesktopEntry>& entry, const Record& record) const;
+  static void tellProgramsOfOneInterpreterApart(const std::vector<Record>& records);
 
   TopLevelWindows& m_windows;
   DesktopEntryIndex& m_entries;

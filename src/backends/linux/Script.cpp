@@ -1,5 +1,6 @@
 #include "backends/linux/Script.h"
 
+#include "backends/linux/EnvCommand.h"
 #include "backends/linux/FileStorage.h"
 #include "backends/linux/GlibPointers.h"
 
@@ -28,13 +29,15 @@ std::string firstLine(const std::string& path) {
 std::string interpreterOf(const std::string& path) {
   const std::string line = firstLine(path);
   if (!line.starts_with("#!")) return {};
-  std::istringstream words(line.substr(2));
+  // The kernel hands everything behind the program over as one argument.
+  std::istringstream text(line.substr(2));
   std::string program;
-  words >> program;
+  std::string argument;
+  std::getline(text >> program >> std::ws, argument);
   if (FileStorage::nameOf(program) == "env") {
-    while (words >> program && (program.starts_with('-') || program.find('=') != std::string::npos)) {
-    }
-    program = takeText(g_find_program_in_path(program.c_str()));
+    const auto command = EnvCommand::of({program, argument.substr(0, argument.find_last_not_of(" \t") + 1)});
+    if (command.words.empty()) return {};
+    program = takeText(g_find_program_in_path(command.words.front().c_str()));
   }
   return FileStorage::withoutLinks(program);
 }

@@ -85,13 +85,25 @@ TEST_F(ApplicationFinderTest, FindsByThePathOfAnEntryWhetherInstalledOrNot) {
 }
 
 TEST_F(ApplicationFinderTest, FindsTheRunningRecordByThePathOfItsExecutableAlsoThroughALink) {
-  const Program first(folder + "/paint");
-  const Program second(std::vector<std::string>{folder + "/paint"});
-  const auto record = open(first, "Paint");
-  open(second, "Paint");
+  const Program program(folder + "/paint");
+  const auto record = open(program, "Paint");
   ASSERT_EQ(::symlink((folder + "/paint").c_str(), (folder + "/link").c_str()), 0);
   expectFound(folder + "/paint", record, "", folder + "/paint");
   expectFound(folder + "/link", record, "", folder + "/paint");
+}
+
+TEST_F(ApplicationFinderTest, SaysWhenAnExecutableRunsMoreThanOnce) {
+  const Program first(folder + "/paint");
+  const Program second(std::vector<std::string>{folder + "/paint"});
+  const auto path = entries.add("paint.desktop", "Name=Paint\nExec=" + folder + "/paint\n");
+  ASSERT_EQ(::symlink((folder + "/paint").c_str(), (folder + "/link").c_str()), 0);
+  open(first, "x");
+  EXPECT_FALSE(finder.find(folder + "/paint")->runsMoreThanOnce);
+  open(second, "x");
+  EXPECT_TRUE(finder.find(folder + "/paint")->runsMoreThanOnce);
+  EXPECT_TRUE(finder.find(folder + "/link")->runsMoreThanOnce);
+  for (const std::string& program : {path, std::string("Paint"), folder})
+    EXPECT_FALSE(finder.find(program)->runsMoreThanOnce) << program << " means the program, not a process";
 }
 
 TEST_F(ApplicationFinderTest, FindsAProgramsRecordAfterItsFileWasRemoved) {

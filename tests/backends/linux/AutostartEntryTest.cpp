@@ -47,14 +47,35 @@ protected:
   }
 
   const std::string folder = DesktopSandbox::shared().makeFolder();
-  AutostartEntry entry{folder, "/opt/orbel/bin/orbelmenu"};
+  const std::string state = DesktopSandbox::shared().makeFolder();
+  AutostartEntry entry{folder, state, "/opt/orbel/bin/orbelmenu"};
   LogLines log;
 };
 
 TEST_F(AutostartEntryTest, NothingIsRegisteredAtFirst) {
   EXPECT_EQ(entry.path(), folder + "/autostart/org.orbelmenu.OrbelMenu.desktop");
-  EXPECT_EQ(entry.state(), State::notRegistered);
+  EXPECT_EQ(entry.state(), State::undecided);
   EXPECT_FALSE(fs::exists(folder + "/autostart"));
+  EXPECT_TRUE(fs::is_empty(state));
+}
+
+TEST_F(AutostartEntryTest, AnEntryThatWasRemovedFromOutsideIsToldFromOneThatNeverWas) {
+  entry.setRegistered(true);
+  fs::remove(entry.path());
+  EXPECT_EQ(entry.state(), State::notRegistered);
+  EXPECT_EQ(AutostartEntry(folder, state, "/usr/bin/orbelmenu").state(), State::notRegistered) << "next time";
+  const auto otherMachine = DesktopSandbox::shared().makeFolder();
+  EXPECT_EQ(AutostartEntry(folder, otherMachine, "/usr/bin/orbelmenu").state(), State::undecided);
+  entry.setRegistered(false);
+  EXPECT_EQ(entry.state(), State::undecided) << "it was taken back here";
+}
+
+TEST_F(AutostartEntryTest, WhereTheRegistrationCannotBeRememberedTheRunningProgramStillKnowsIt) {
+  DesktopSandbox::write(state + "/orbelmenu", "a file where the folder belongs");
+  EXPECT_TRUE(entry.setRegistered(true));
+  EXPECT_EQ(log.count("will come back"), 1);
+  fs::remove(entry.path());
+  EXPECT_EQ(entry.state(), State::notRegistered);
 }
 
 TEST_F(AutostartEntryTest, RegisteringWritesAnEntryThatRunsTheProgram) {
@@ -73,13 +94,13 @@ TEST_F(AutostartEntryTest, UnregisteringRemovesTheEntryAndAgainIsHarmless) {
   entry.setRegistered(true);
   EXPECT_TRUE(entry.setRegistered(false));
   EXPECT_FALSE(fs::exists(entry.path()));
-  EXPECT_EQ(entry.state(), State::notRegistered);
+  EXPECT_NE(entry.state(), State::registered);
   EXPECT_TRUE(entry.setRegistered(false));
 }
 
 TEST_F(AutostartEntryTest, RegisteringAgainFollowsAProgramThatHasMoved) {
   entry.setRegistered(true);
-  AutostartEntry moved(folder, "/usr/bin/orbelmenu");
+  AutostartEntry moved(folder, state, "/usr/bin/orbelmenu");
   EXPECT_EQ(moved.state(), State::registered);
   EXPECT_TRUE(moved.setRegistered(true));
   EXPECT_EQ(value("Exec"), "/usr/bin/orbelmenu");
@@ -144,9 +165,9 @@ TEST_F(AutostartEntryTest, AFolderThatCannotBeWrittenIsToldAndLeavesEverythingAs
     const auto unlock = [&] { fs::permissions(locked + "/autostart", fs::perms::owner_all); };
     fs::create_directories(locked + "/autostart");
     lock();
-    AutostartEntry refused(locked, "/usr/bin/orbelmenu");
+    AutostartEntry refused(locked, locked + "/state", "/usr/bin/orbelmenu");
     EXPECT_FALSE(refused.setRegistered(true));
-    EXPECT_EQ(refused.state(), State::notRegistered);
+    EXPECT_EQ(refused.state(), State::undecided);
     EXPECT_TRUE(log.count("cannot be started at login") > 0);
     EXPECT_TRUE(fs::is_empty(locked + "/autostart"));
     unlock();
@@ -163,7 +184,7 @@ TEST_F(AutostartEntryTest, AFileInThePlaceOfTheFolderIsToldToo) {
   DesktopSandbox::write(folder + "/autostart", "");
   EXPECT_FALSE(entry.setRegistered(true));
   EXPECT_TRUE(log.count("cannot be started at login") > 0);
-  EXPECT_EQ(entry.state(), State::notRegistered);
+  EXPECT_EQ(entry.state(), State::undecided);
 }
 
 TEST_F(AutostartEntryTest, AnEntryThatCannotBeReadIsUnknown) {
@@ -178,14 +199,14 @@ TEST_F(AutostartEntryTest, PathsThatNeedItAreQuoted) {
   EXPECT_EQ(AutostartEntry::execWord("/my programs/100%/orbelmenu"), "\"/my programs/100%%/orbelmenu\"");
   const std::string awkward = "/a b/\"c\"/$d/`e`/f\\g/'h'/orbelmenu";
   EXPECT_EQ(commandOf(AutostartEntry::execWord(awkward)), std::vector<std::string>{awkward});
-  AutostartEntry other(folder, awkward);
+  AutostartEntry other(folder, state, awkward);
   EXPECT_TRUE(other.setRegistered(true));
   EXPECT_EQ(commandOf(value("Exec")), std::vector<std::string>{awkward});
 }
 
 TEST_F(AutostartEntryTest, APathThatNoEntryCanNameOrNoneIsRefused) {
-  EXPECT_FALSE(AutostartEntry(folder, "").setRegistered(true));
-  EXPECT_FALSE(AutostartEntry(folder, "/a\nExec=/bin/evil").setRegistered(true));
+  EXPECT_FALSE(AutostartEntry(folder, state, "").setRegistered(true));
+  EXPECT_FALSE(AutostartEntry(folder, state, "/a\nExec=/bin/evil").setRegistered(true));
   EXPECT_FALSE(fs::exists(entry.path()));
 }
 
@@ -197,6 +218,51 @@ TEST_F(AutostartEntryTest, ChangesFromOutsideAreTold) {
   EXPECT_TRUE(waitUntil([&] { return changes > 0; }));
   EXPECT_EQ(entry.state(), State::notRegistered);
   observation.reset();
+}
+
+TEST_F(AutostartEntryTest, ChangesFromOutsideAreToldAlsoWhereTheFolderComesLater) {
+  const std::string above = folder + "/not/yet";
+  AutostartEntry watched(above, state, "/usr/bin/orbelmenu");
+  AutostartEntry writer(above, state, "/usr/bin/orbelmenu");
+  std::vector<State> seen;
+  const auto observation = watched.observeChanges([&] { seen.push_back(watched.state()); });
+  const auto sees = [&](State expected) {
+    return waitUntil([&] { return !seen.empty() && seen.back() == expected; });
+  };
+  writer.setRegistered(true);
+  EXPECT_TRUE(sees(State::registered));
+  for (const std::string& gone : {watched.path(), above + "/autostart", above, folder + "/not"}) {
+    fs::remove_all(gone);
+    EXPECT_TRUE(sees(State::notRegistered)) << gone;
+    writer.setRegistered(true);
+    EXPECT_TRUE(sees(State::registered)) << gone;
+  }
+}
+
+TEST_F(AutostartEntryTest, AnEntryThatOthersAddedAndRemovedAgainIsNotRegistered) {
+  std::optional<State> seen;
+  const auto observation = entry.observeChanges([&] { seen = entry.state(); });
+  write("[Desktop Entry]\nType=Application\nName=Menu\nExec=/usr/bin/orbelmenu\n");
+  EXPECT_TRUE(waitUntil([&] { return seen == State::registered; }));
+  fs::remove(entry.path());
+  EXPECT_TRUE(waitUntil([&] { return seen == State::notRegistered; }));
+}
+
+TEST_F(AutostartEntryTest, AFolderThatCannotBeWatchedUntilItIsOpenedIsWatchedThen) {
+  EXPECT_TRUE(passesAsOtherUser([&] {
+    const std::string locked = folder + "/locked";
+    fs::create_directories(locked + "/autostart");
+    fs::permissions(locked + "/autostart", fs::perms::none);
+    AutostartEntry watched(locked, locked + "/state", "/usr/bin/orbelmenu");
+    int changes = 0;
+    const auto observation = watched.observeChanges([&] { ++changes; });
+    fs::permissions(locked + "/autostart", fs::perms::owner_all);
+    EXPECT_TRUE(waitUntil([&] { return changes > 0; }));
+    changes = 0;
+    DesktopSandbox::write(watched.path(), "[Desktop Entry]\nType=Application\nExec=x\n");
+    EXPECT_TRUE(waitUntil([&] { return changes > 0; }));
+    EXPECT_EQ(watched.state(), State::registered);
+  }));
 }
 
 TEST_F(AutostartEntryTest, TheRunningProgramKnowsItsFile) {

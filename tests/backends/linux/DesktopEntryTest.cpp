@@ -49,6 +49,36 @@ TEST_F(DesktopEntryTest, FollowsLinksToTheProgramAndLooksThroughEnv) {
   EXPECT_EQ(entry("Name=P\nExec=\"" + folder + "/paint\" -- %f\n").executable, real);
 }
 
+TEST_F(DesktopEntryTest, LooksThroughTheOptionsOfEnv) {
+  const std::string real = DesktopSandbox::shared().installProgram("real-paint", "");
+  for (const std::string options : {"-i", "-", "-u LANG", "-uLANG", "--unset=LANG", "--unset LANG -v",
+                                    "--ignore-environment A=1", "-iu LANG -C /tmp", "--", "-S -i"}) {
+    const auto found = entry("Name=P\nExec=env " + options + " real-paint %f\n");
+    EXPECT_EQ(found.executable, real) << options;
+    EXPECT_EQ(found.program, "real-paint") << options;
+    EXPECT_EQ(found.launchObstacle(), std::nullopt) << options;
+    EXPECT_FALSE(found.hasOwnArguments) << options;
+  }
+  EXPECT_EQ(entry("Name=P\nExec=env -u LANG\n").launchObstacle(), path + " names no program to start");
+  EXPECT_EQ(entry("Name=P\nExec=env -i no-such-program-here\n").launchObstacle(),
+            "the program no-such-program-here of " + path + " is not installed or may not be executed");
+}
+
+TEST_F(DesktopEntryTest, LooksForAProgramWithARelativePathInTheFolderThatItIsStartedIn) {
+  const std::string real = DesktopSandbox::shared().installProgram("real-paint", "");
+  ASSERT_EQ(::symlink(real.c_str(), (folder + "/start").c_str()), 0);
+  EXPECT_EQ(entry("Name=P\nPath=" + folder + "\nExec=./start %f\n").executable, real);
+  EXPECT_EQ(entry("Name=P\nPath=" + folder + "\nExec=env A=1 ./start\n").executable, real);
+  EXPECT_EQ(entry("Name=P\nExec=env -C " + folder + " ./start\n").executable, real);
+  const std::string name = folder.substr(folder.rfind('/') + 1);
+  const std::string above = folder.substr(0, folder.rfind('/'));
+  EXPECT_EQ(entry("Name=P\nPath=" + above + "\nExec=env --chdir=" + name + " ./start\n").executable, real);
+  EXPECT_EQ(entry("Name=P\nPath=/tmp\nExec=" + folder + "/start\n").executable, real);
+  EXPECT_EQ(entry("Name=P\nPath=" + folder + "\nExec=real-paint\n").executable, real);
+  EXPECT_EQ(entry("Name=P\nPath=" + folder + "\nExec=./missing\n").launchObstacle(),
+            "the program " + folder + "/./missing of " + path + " is not installed or may not be executed");
+}
+
 TEST_F(DesktopEntryTest, TellsArgumentsOfItsOwnFromTheFilesToOpen) {
   EXPECT_TRUE(entry("Name=P\nExec=/bin/sh --writer %U\n").hasOwnArguments);
   EXPECT_FALSE(entry("Name=P\nExec=/bin/sh -- %F\n").hasOwnArguments);

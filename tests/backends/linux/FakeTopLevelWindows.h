@@ -28,6 +28,7 @@ public:
   }
   std::uint64_t summonMark() override { return ++mark; }
   Bitmap icon(std::uint64_t window, int pixelSize) const override {
+    iconsAsked.push_back(window);
     return icons.contains(window) ? Bitmap(pixelSize, pixelSize) : Bitmap();
   }
   std::string makeStartupId(const std::string& entryName) override {
@@ -50,6 +51,7 @@ public:
   std::vector<TopLevelWindow> list;
   std::optional<std::uint64_t> active;
   std::map<std::uint64_t, bool> icons;
+  mutable std::vector<std::uint64_t> iconsAsked;
   bool givesStartupIds = true;
   std::vector<std::string> startupIds;
   std::vector<std::uint64_t> activated;

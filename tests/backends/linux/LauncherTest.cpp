@@ -78,6 +78,27 @@ TEST_F(LauncherTest, TakesWhatConcernsOnlyOurProcessOutOfTheEnvironment) {
   }
 }
 
+TEST_F(LauncherTest, StartsAProgramWithARelativePathInTheFolderOfTheEntry) {
+  const ProgramReport program("relative-reporter");
+  ASSERT_EQ(::symlink(program.path.c_str(), (folder + "/start it").c_str()), 0);
+  const auto error = launcher.launchEntry(entry("Path=" + folder + "\nExec=\"./start it\" --mode %f\n"),
+                                          {"file:///tmp/a%20b.txt"});
+  EXPECT_FALSE(error) << error->cause;
+  const std::string report = program.wait();
+  EXPECT_TRUE(hasLine(report, "argument:--mode"));
+  EXPECT_TRUE(hasLine(report, "argument:/tmp/a b.txt"));
+  EXPECT_TRUE(hasLine(report, "PWD=" + folder)) << report;
+}
+
+TEST_F(LauncherTest, StartsAProgramThroughEnvWithOptions) {
+  const ProgramReport program("env-reporter");
+  const auto error = launcher.launchEntry(entry("Exec=env -u HOME ORBEL_MODE=1 env-reporter\n"), {});
+  EXPECT_FALSE(error) << error->cause;
+  const std::string report = program.wait();
+  EXPECT_TRUE(hasLine(report, "ORBEL_MODE=1"));
+  EXPECT_FALSE(hasVariable(report, "HOME"));
+}
+
 TEST_F(LauncherTest, GivesAnEntryForFilesTheFilesPath) {
   const ProgramReport program("file-reporter");
   EXPECT_FALSE(launcher.launchEntry(entry("Exec=file-reporter %f\n"), {"file:///tmp/a%20%25b.txt"}));

@@ -15,6 +15,7 @@ namespace {
 
 class LinuxWorkspaceSubject {
 public:
+  LinuxWorkspaceSubject() { Program::makeIdleExecutable(m_executable); }
   Workspace& workspace() { return m_workspace; }
   std::string addFile(const std::string& name) const {
     DesktopSandbox::write(missingPath(name), "x");
@@ -42,7 +43,7 @@ public:
   }
   RunningApplicationPointer start(const std::string& bundle) {
     const auto window = ++m_lastWindow;
-    auto program = std::make_unique<Program>(m_folder + "/program-" + std::to_string(window));
+    auto program = std::make_unique<Program>(std::vector<std::string>{m_executable});
     const std::int32_t pid = program->processIdentifier();
     m_processes[pid] = {std::move(program), window};
     TopLevelWindow opened;
@@ -71,6 +72,7 @@ private:
     std::uint64_t window = 0;
   };
   const std::string m_folder = DesktopSandbox::shared().makeFolder();
+  const std::string m_executable = DesktopSandbox::shared().makeFolder() + "/program";
   FakeTopLevelWindows m_windows;
   FakeIconLoader m_icons;
   DesktopEntryIndex m_index;

@@ -70,6 +70,23 @@ TEST_F(LinuxWorkspaceTest, StartsAnApplicationOnceAndThenBringsItForward) {
   EXPECT_EQ(windows.startupIds.size(), starts);
 }
 
+TEST_F(LinuxWorkspaceTest, LeavesItToTheCallerWhichOfTwoProcessesOfAnExecutableIsMeant) {
+  const Program first(folder + "/tool");
+  const Program second(std::vector<std::string>{folder + "/tool"});
+  open(first, "Tool");
+  TopLevelWindow window;
+  window.id = 2;
+  window.processIdentifier = second.processIdentifier();
+  windows.open(window);
+  EXPECT_FALSE(workspace.launchApplication(folder + "/tool"));
+  EXPECT_TRUE(windows.activated.empty());
+  EXPECT_TRUE(windows.startupIds.empty());
+  EXPECT_TRUE(log.lines.empty());
+  windows.close(1);
+  EXPECT_TRUE(workspace.launchApplication(folder + "/tool"));
+  EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{2});
+}
+
 TEST_F(LinuxWorkspaceTest, SaysAndLogsWhyAnApplicationCannotBeStarted) {
   const auto error = workspace.launchApplicationAtPath(folder + "/gone.desktop");
   ASSERT_TRUE(error);

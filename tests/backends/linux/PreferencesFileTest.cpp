@@ -12,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <memory>
 #include <optional>
@@ -379,6 +380,56 @@ TEST_F(PreferencesFileTest, KeepsTheNewestFiveDatedCopiesAndNothingElseGoes) {
   EXPECT_EQ(decoded(folder + "/" + datedNames().front()), (PropertyList::Dictionary{{"a", 1}}));
   EXPECT_EQ(decoded(folder + "/" + datedNames().back()), (PropertyList::Dictionary{{"a", 5}}));
   EXPECT_TRUE(DesktopSandbox::exists(folder + "/preferences-mine.plist"));
+}
+
+TEST_F(PreferencesFileTest, KeepsTheCopyItJustMadeAlsoWhenOthersAreDatedLater) {
+  const auto later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(1);
+  for (const char* stamp :
+       {"29990101T000000", "29990101T000001", "29990101T000002", "29990101T000003", "29990101T000004"}) {
+    const std::string name = folder + "/preferences-" + stamp + ".plist";
+    DesktopSandbox::write(name, stamp);
+    std::filesystem::last_write_time(name, later);
+  }
+  DesktopSandbox::write(path, xml({{"a", 1}}));
+  open();
+  store->keepDatedCopy();
+  const auto names = datedNames();
+  ASSERT_EQ(names.size(), PreferencesFile::kDatedCopies);
+  EXPECT_EQ(decoded(folder + "/" + names.front()), (PropertyList::Dictionary{{"a", 1}}));
+  EXPECT_EQ(names.at(1), "preferences-29990101T000001.plist") << "the oldest of the others went";
+  EXPECT_EQ(log.count("is kept as " + folder + "/" + names.front()), 1);
+}
+
+TEST_F(PreferencesFileTest, KeepsTheCopiesThatWereWrittenLastAlsoWhenTheClockWasPutBack) {
+  const auto now = std::filesystem::file_time_type::clock::now();
+  for (int i = 0; i < 5; ++i) {
+    const std::string name = folder + "/preferences-20300101T00000" + std::to_string(5 - i) + ".plist";
+    DesktopSandbox::write(name, "x");
+    std::filesystem::last_write_time(name, now - std::chrono::hours(10 - i));
+  }
+  DesktopSandbox::write(path, xml({{"a", 1}}));
+  open();
+  store->keepDatedCopy();
+  EXPECT_EQ(datedNames().size(), PreferencesFile::kDatedCopies);
+  EXPECT_FALSE(DesktopSandbox::exists(folder + "/preferences-20300101T000005.plist"));
+  EXPECT_TRUE(DesktopSandbox::exists(folder + "/preferences-20300101T000001.plist"));
+}
+
+TEST_F(PreferencesFileTest, KeepsADatedCopyInAFolderThatCannotBeListed) {
+  EXPECT_TRUE(passesAsOtherUser([this] {
+    const std::string own = folder + "/own";
+    ASSERT_EQ(::mkdir(own.c_str(), 0700), 0);
+    DesktopSandbox::write(own + "/preferences.plist", xml({{"a", 1}}));
+    ASSERT_EQ(::chmod(own.c_str(), 0300), 0);
+    PreferencesFile closed(own + "/preferences.plist", loop);
+    closed.keepDatedCopy();
+    ASSERT_EQ(::chmod(own.c_str(), 0700), 0);
+    const auto names = DesktopSandbox::list(own);
+    EXPECT_EQ(std::count_if(names.begin(), names.end(),
+                            [](const auto& name) { return name.starts_with("preferences-"); }),
+              1);
+    EXPECT_EQ(log.count("a copy of the preferences is kept as " + own + "/preferences-"), 1);
+  }));
 }
 
 TEST_F(PreferencesFileTest, KeepsNoSecondDatedCopyOfTheSameContent) {

@@ -82,6 +82,20 @@ TEST_F(ProcessRecordTest, TakesTheScriptForTheProgramThatRunsIt) {
   EXPECT_EQ(ProcessRecord::read(program.processIdentifier())->executablePath, script);
 }
 
+TEST_F(ProcessRecordTest, KnowsTheInterpreterOfAScriptThatNamesItThroughEnv) {
+  const std::string interpreter = folder + "/interpreter";
+  const std::string script = folder + "/script";
+  Program::makeIdleExecutable(interpreter);
+  for (const std::string& line :
+       {interpreter, "-S " + interpreter + " -", "-S -u HOME A=1 " + interpreter + " -",
+        "-vS -i --chdir=/ " + interpreter + " - "}) {
+    DesktopSandbox::write(script, "#!/usr/bin/env " + line + "\n");
+    ::chmod(script.c_str(), 0755);
+    const Program program({interpreter, "-", script});
+    EXPECT_EQ(ProcessRecord::read(program.processIdentifier())->executablePath, script) << line;
+  }
+}
+
 TEST_F(ProcessRecordTest, DoesNotTakeADocumentForTheProgram) {
   const std::string document = folder + "/document";
   DesktopSandbox::write(document, "#!/bin/sh\n");

@@ -301,11 +301,78 @@ TEST_F(RunningApplicationListTest, DrawsTheEntrysIconElseTheWindowsElseTheGeneri
   EXPECT_EQ(applications[0]->icon()->size(), (Size{320, 320}));
   EXPECT_EQ(applications[1]->icon()->representation(64, 64).width, 64);
   EXPECT_EQ(loader.calls.size(), 1u) << "the window has a picture of its own";
-  windows.icons.clear();
-  EXPECT_EQ(applications[1]->icon()->representation(128, 128).width, 128);
-  EXPECT_EQ(loader.calls.back(), "own fallback-application 128");
   windows.changed();
   EXPECT_EQ(list->applications()[1]->icon(), applications[1]->icon());
+  const Program c(folder + "/c");
+  windows.open(window(3, c.processIdentifier(), "unknown too"));
+  EXPECT_EQ(list->applications()[2]->icon()->representation(128, 128).width, 128);
+  EXPECT_EQ(loader.calls.back(), "own fallback-application 128");
+}
+
+TEST_F(RunningApplicationListTest, DrawsTheIconOfAWindowThatIsStillOpen) {
+  Program program(folder + "/a");
+  const Program other(folder + "/b");
+  windows.icons = {{2, true}};
+  windows.open(window(1, program.processIdentifier(), "A")); // a splash window, without a picture
+  const auto icon = list->applications().at(0)->icon();
+  windows.open(window(2, program.processIdentifier(), "A"));
+  windows.close(1);
+  windows.open(window(1, other.processIdentifier(), "B")); // the number was given again
+  windows.icons[1] = true;
+  EXPECT_EQ(list->applications().at(0)->icon(), icon);
+  icon->representation(64, 64);
+  EXPECT_EQ(windows.iconsAsked, std::vector<std::uint64_t>{2});
+}
+
+TEST_F(RunningApplicationListTest, KeepsWhatItHasDrawnWhenTheProgramHasGone) {
+  Program program(folder + "/a");
+  windows.icons = {{1, true}};
+  windows.open(window(1, program.processIdentifier(), "A"));
+  const auto icon = list->applications().at(0)->icon();
+  EXPECT_EQ(icon->representation(64, 64).width, 64);
+  program.end();
+  windows.close(1);
+  EXPECT_EQ(icon->representation(128, 128).width, 64);
+  EXPECT_EQ(windows.iconsAsked, std::vector<std::uint64_t>{1})
+      << "the number may be another program's by now";
+  EXPECT_TRUE(loader.calls.empty()) << "the generic picture is not the program's";
+}
+
+TEST_F(RunningApplicationListTest, TellsWhatOneInterpreterRunsApartByName) {
+  const std::string java = folder + "/java";
+  const Program editor(java);
+  const Program game(std::vector<std::string>{java});
+  const Program again(std::vector<std::string>{java});
+  int calls = 0;
+  const auto registration = list->observeChanges([&] { ++calls; });
+  windows.open(window(1, editor.processIdentifier(), "Editor"));
+  windows.open(window(2, again.processIdentifier(), "Editor"));
+  const auto records = list->records();
+  const auto icon = records[0]->icon();
+  EXPECT_EQ(records[0]->bundlePath(), java);
+  EXPECT_EQ(records[1]->bundlePath(), java) << "the same program twice";
+
+  windows.open(window(3, game.processIdentifier(), "Game"));
+  EXPECT_EQ(calls, 3);
+  for (const auto& record : list->records())
+    EXPECT_EQ(record->bundlePath(), std::nullopt) << record->localizedName();
+  EXPECT_EQ(records[0]->executablePath(), java);
+  EXPECT_EQ(records[0]->icon(), icon);
+  windows.changed();
+  windows.close(1);
+  windows.close(2);
+  EXPECT_EQ(calls, 5) << "when the two went, and at nothing else";
+  EXPECT_EQ(list->records().at(0)->bundlePath(), std::nullopt) << "it does not change its name back";
+}
+
+TEST_F(RunningApplicationListTest, AnEntryNamesItsProgramWhateverElseRunsTheSameInterpreter) {
+  const auto path = install("editor.desktop", "Name=Editor\nExec=/bin/sh -c x\nStartupWMClass=Editor\n");
+  const Program editor(folder + "/java");
+  const Program game(std::vector<std::string>{folder + "/java"});
+  windows.open(window(1, editor.processIdentifier(), "Editor"));
+  windows.open(window(2, game.processIdentifier(), "Game"));
+  EXPECT_EQ(list->records()[0]->bundlePath(), path);
+  EXPECT_EQ(list->records()[1]->bundlePath(), folder + "/java");
 }
 
 TEST_F(RunningApplicationListTest, ReadsAProcessNumberThatWasGivenAgainAsAnotherProgram) {

@@ -57,6 +57,34 @@ TEST_F(LoginItemTest, AnEntryThatIsRemovedFromOutsideTurnsTheSettingOff) {
   EXPECT_TRUE(waitUntilStored(false));
 }
 
+TEST_F(LoginItemTest, AnEntryThatIsRemovedBetweenTwoStartsTurnsTheSettingOff) {
+  startAgentAlone();
+  ASSERT_TRUE(openSettings());
+  toggle();
+  ASSERT_TRUE(waitUntilStored(true));
+  quitAgent();
+  std::filesystem::remove(entry());
+  startAgentAlone();
+  EXPECT_TRUE(waitUntilStored(false));
+  EXPECT_FALSE(std::filesystem::exists(entry()));
+}
+
+TEST_F(LoginItemTest, PreferencesFromAnotherMachineRegisterTheProgramHere) {
+  m_session.preferences().setBoolean("launchAtLogin", true);
+  startAgentAlone();
+  EXPECT_TRUE(waitFor([&] { return std::filesystem::exists(entry()); }, "the entry is written"));
+  EXPECT_EQ(m_session.preferences().boolean("launchAtLogin"), true);
+}
+
+TEST_F(LoginItemTest, AnEntryThatIsAddedFromOutsideTurnsTheSettingOnThoughTheFolderWasMissing) {
+  startAgentAlone();
+  ASSERT_TRUE(openSettings());
+  ASSERT_FALSE(std::filesystem::exists(folder()));
+  std::filesystem::create_directories(folder());
+  writeFile(entry(), "[Desktop Entry]\nType=Application\nName=Menu\nExec=" + OrbelAgent::executable() + "\n");
+  EXPECT_TRUE(waitUntilStored(true));
+}
+
 TEST_F(LoginItemTest, AnEntryThatTheDesktopSwitchedOffBetweenTwoStartsTurnsTheSettingOff) {
   startAgentAlone();
   ASSERT_TRUE(openSettings());

@@ -90,6 +90,29 @@ TEST_F(RunningProgramsTest, AProgramThatIsNotPinnedComesAfterTheUsersItemsWithAG
   EXPECT_EQ(m_session.preferences().menuItems(), (std::vector{letters.item(), StoredItem::core("Mail")}));
 }
 
+TEST_F(RunningProgramsTest, EachOfTwoProcessesOfAProgramComesForwardByItsOwnIcon) {
+  const InstalledProgram films = installProgram("films", kFilmsWindow, kGreen);
+  const auto start = [&](const std::string& title, const ScreenRect& frame) {
+    auto process = m_session.start(title + "-errors",
+                                   TestWindow::command({.title = title, .className = "films", .frame = frame},
+                                                       films.log.path(), films.executable));
+    EXPECT_TRUE(waitFor([&] { return m_windows.findByTitle(title).has_value(); }, "the program is open"));
+    return process;
+  };
+  const auto first = start("First", {20, 60, 200, 150});
+  const auto second = start("Second", {20, 300, 200, 150});
+  startAgent({StoredItem::core("Mail"), StoredItem::core("Safari")});
+  for (const auto& [index, title] : {std::pair(2, "First"), std::pair(3, "Second"), std::pair(2, "First")}) {
+    ASSERT_TRUE(summonAt(kPlace));
+    EXPECT_TRUE(waitForGreyIcon(index, 4));
+    clickItem(index, 4);
+    ASSERT_TRUE(waitUntilMenuHidden());
+    EXPECT_TRUE(waitForResult([&] { return isActive(m_windows.findByTitle(title).value()); }, kPatience,
+                              std::string(title) + " is active"));
+  }
+  EXPECT_EQ(films.startCount(), 2);
+}
+
 TEST_F(RunningProgramsTest, StartingAndEndingAProgramUpdatesTheOpenMenu) {
   const InstalledProgram letters = installProgram("letters", kLettersWindow, kOrange);
   const InstalledProgram films = installProgram("films", kFilmsWindow, kGreen);

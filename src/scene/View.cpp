@@ -97,6 +97,8 @@ void View::beginOpacityAnimation(double target) {
   if (m_opacityMoves) m_tree->needsFrames();
 }
 
+// By value: what the caller refers to may stand in a list that this changes.
+// NOLINTNEXTLINE(performance-unnecessary-value-param)
 void View::addSubview(std::shared_ptr<View> view, Animated animated) {
   if (!view || view.get() == this) return;
   if (view->m_superview == this && !view->m_leaving) {

@@ -107,7 +107,7 @@ private:
 
   // Reloading
   void askDataSource();
-  void replaceSubviews(std::vector<std::shared_ptr<View>> outgoing);
+  void replaceSubviews(const std::vector<std::shared_ptr<View>>& outgoing);
   void prepareIcons() const;
 
   // Tracking

@@ -60,11 +60,11 @@ double OrbelView::centerArcForItem(const OrbelItem& item) const {
 
 void OrbelView::reloadData() {
   ++m_reloads;
-  std::vector<std::shared_ptr<View>> outgoing = subviews();
+  const std::vector<std::shared_ptr<View>> outgoing = subviews();
   m_draggedItem.reset();
   closeGap();
   askDataSource();
-  replaceSubviews(std::move(outgoing));
+  replaceSubviews(outgoing);
   prepareIcons();
   m_lastMouseOverItemIndex = -1;
   // The new items stand at once where the pointer wants them, magnified already. They had no place before, so
@@ -88,7 +88,7 @@ void OrbelView::askDataSource() {
   }
 }
 
-void OrbelView::replaceSubviews(std::vector<std::shared_ptr<View>> outgoing) {
+void OrbelView::replaceSubviews(const std::vector<std::shared_ptr<View>>& outgoing) {
   std::unordered_multimap<const Image*, OrbelItem*> replaceable;
   for (const auto& view : outgoing) {
     if (auto* const item = dynamic_cast<OrbelItem*>(view.get()))

@@ -50,4 +50,9 @@ void MouseSensitiveView::mouseUp(const MouseEvent& event) {
   if (const Block click = m_mouseClickBlock; inside && click) click(event);
 }
 
+void MouseSensitiveView::mouseCancelled() {
+  setHighlighted(false);
+  setNeedsDisplay();
+}
+
 } // namespace orbel

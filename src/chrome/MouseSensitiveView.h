@@ -31,6 +31,7 @@ public:
   void mouseDown(const MouseEvent& event) override;
   void mouseDragged(const MouseEvent& event) override;
   void mouseUp(const MouseEvent& event) override;
+  void mouseCancelled() override;
 
 protected:
   void frameDidChange() override { updateTrackingAreas(); }

@@ -21,6 +21,8 @@ enum class PointerButton { primary, secondary };
 struct MouseEvent {
   Point locationInWindow; // points, y up
   std::uint64_t modifierFlags = 0;
+  // Of a move or an exit: whether the primary button is down. A press and a release say it by themselves.
+  bool primaryButtonIsDown = false;
 };
 
 struct KeyEvent {

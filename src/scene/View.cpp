@@ -216,6 +216,9 @@ void View::mouseDragged(const MouseEvent& event) {
 void View::mouseUp(const MouseEvent& event) {
   if (m_superview) m_superview->mouseUp(event);
 }
+void View::mouseCancelled() {
+  if (m_superview) m_superview->mouseCancelled();
+}
 void View::rightMouseDown(const MouseEvent& event) {
   if (m_superview) m_superview->rightMouseDown(event);
 }

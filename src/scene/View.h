@@ -66,6 +66,8 @@ public:
   virtual void mouseDown(const MouseEvent& event);
   virtual void mouseDragged(const MouseEvent& event);
   virtual void mouseUp(const MouseEvent& event);
+  // Instead of mouseUp(), where the release went to somebody else: the press ends and was no click.
+  virtual void mouseCancelled();
   virtual void rightMouseDown(const MouseEvent& event);
   virtual void mouseMoved(const MouseEvent& event);
   virtual void mouseEntered(const MouseEvent& event);

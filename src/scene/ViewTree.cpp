@@ -69,7 +69,16 @@ void ViewTree::viewLeft(View& view) {
   if (const auto pressed = m_pressedView.lock(); pressed && isWithin(*pressed, view)) m_pressedView.reset();
 }
 
+// The toolkit's menu takes the pointer while the button that opened it is down, and with it the release.
+void ViewTree::cancelPressWithoutRelease() {
+  if (!std::exchange(m_primaryDown, false)) return;
+  const auto pressed = m_pressedView.lock();
+  m_pressedView.reset();
+  if (pressed) pressed->mouseCancelled();
+}
+
 void ViewTree::pointerMoved(const MouseEvent& event) {
+  if (!event.primaryButtonIsDown) cancelPressWithoutRelease();
   if (m_primaryDown) {
     if (const auto pressed = m_pressedView.lock()) pressed->mouseDragged(event);
     return;
@@ -88,6 +97,7 @@ void ViewTree::pointerMoved(const MouseEvent& event) {
 }
 
 void ViewTree::pointerExited(const MouseEvent& event) {
+  if (!event.primaryButtonIsDown) cancelPressWithoutRelease();
   if (m_primaryDown) return; // the press holds the pointer; the next move tells where it is
   for (std::size_t index = 0; index < m_tracked.size(); ++index) {
     View* const view = m_tracked[index].view;
@@ -105,6 +115,7 @@ void ViewTree::pointerPressed(PointerButton button, const MouseEvent& event) {
     hit->rightMouseDown(event);
     return;
   }
+  cancelPressWithoutRelease();
   m_primaryDown = true;
   m_pressedView = keepAlive;
   hit->mouseDown(event);

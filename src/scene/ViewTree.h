@@ -44,7 +44,8 @@ public:
   void pointerMoved(const MouseEvent& event);
   // The pointer left the window's square bounds.
   void pointerExited(const MouseEvent& event);
-  // While the primary button is down, moves go to the pressed view as drags and nobody is tracked.
+  // While the primary button is down, moves go to the pressed view as drags and nobody is tracked. The press
+  // is cancelled where its release never came: by a move or an exit without the button, or by the next press.
   void pointerPressed(PointerButton button, const MouseEvent& event);
   void pointerReleased(PointerButton button, const MouseEvent& event);
 
@@ -60,6 +61,7 @@ private:
   friend class View;
   void trackingAreaChanged(View& view);
   void viewLeft(View& view);
+  void cancelPressWithoutRelease();
   void needsFrames();
   void advanceAnimations();
   double now() const { return m_runLoop.clock().now(); }

@@ -86,6 +86,8 @@ public:
   void mouseDown(const MouseEvent& event) override;
   void mouseDragged(const MouseEvent& event) override;
   void mouseUp(const MouseEvent& event) override;
+  // The item goes back to where it was taken from; nothing is reported.
+  void mouseCancelled() override;
   void rightMouseDown(const MouseEvent& event) override;
 
   DragOperation draggingEntered(const DragInfo& drag) override;

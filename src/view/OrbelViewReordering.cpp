@@ -90,6 +90,14 @@ void OrbelView::mouseUp(const MouseEvent&) {
   }
 }
 
+void OrbelView::mouseCancelled() {
+  m_zoomingEnabled = true;
+  if (std::exchange(m_pressed, false) && m_draggedItem) m_sections.insert(m_draggedItem, m_draggedItemOrigin);
+  clearDropMarks();
+  // The move that told of it goes on to track the pointer, and shall lay out for it whatever its slot is.
+  m_lastMouseOverItemIndex = -1;
+}
+
 void OrbelView::finishClick() {
   m_sections.insert(m_draggedItem, m_draggedItemOrigin);
   closeGap();
@@ -120,6 +128,8 @@ void OrbelView::finishDrop() {
 }
 
 void OrbelView::rightMouseDown(const MouseEvent&) {
+  // The pressed item stands in no section meanwhile, so the places behind it are not the model's.
+  if (m_pressed) return;
   const std::optional<Point> pointer = pointerLocation();
   if (!pointer) return;
   const double angle = probeAngle(*pointer);

@@ -94,14 +94,11 @@ void FakeWindowSystem::movePointer(Point screenPoint, std::uint64_t modifierFlag
   pointer = screenPoint;
   for (const auto& block : std::exchange(m_waitingForPointer, {}))
     block(screenPoint);
-  const auto eventFor = [modifierFlags](const FakeSurface& surface) {
-    return MouseEvent{surface.pointerLocation().value_or(Point{}), modifierFlags};
-  };
   FakeSurface* target = m_pressed ? m_pressed : surfaceUnderPointer();
   tellExits(target, modifierFlags);
   if (!target || !target->delegate) return;
   if (std::find(m_entered.begin(), m_entered.end(), target) == m_entered.end()) m_entered.push_back(target);
-  target->delegate->pointerMoved(eventFor(*target));
+  target->delegate->pointerMoved({*target->pointerLocation(), modifierFlags, primaryButtonIsDown});
 }
 
 void FakeWindowSystem::tellExits(const FakeSurface* held, std::uint64_t modifierFlags) {
@@ -111,12 +108,13 @@ void FakeWindowSystem::tellExits(const FakeSurface* held, std::uint64_t modifier
     if (std::find(m_entered.begin(), m_entered.end(), surface) == m_entered.end()) continue;
     if (surface == held || surface->screenFrame.contains(*pointer)) continue;
     std::erase(m_entered, surface);
-    const MouseEvent event{surface->pointerLocation().value_or(Point{}), modifierFlags};
+    const MouseEvent event{surface->pointerLocation().value_or(Point{}), modifierFlags, primaryButtonIsDown};
     if (surface->delegate) surface->delegate->pointerExited(event);
   }
 }
 
 void FakeWindowSystem::press(PointerButton button, std::uint64_t modifierFlags) {
+  if (button == PointerButton::primary) primaryButtonIsDown = true;
   FakeSurface* target = surfaceUnderPointer();
   if (!target || !target->delegate) return;
   m_pressed = target;
@@ -124,6 +122,7 @@ void FakeWindowSystem::press(PointerButton button, std::uint64_t modifierFlags) 
 }
 
 void FakeWindowSystem::release(PointerButton button, std::uint64_t modifierFlags) {
+  if (button == PointerButton::primary) primaryButtonIsDown = false;
   FakeSurface* target = std::exchange(m_pressed, nullptr);
   if (!target || !target->delegate) return;
   target->delegate->pointerReleased(button, {*target->pointerLocation(), modifierFlags});

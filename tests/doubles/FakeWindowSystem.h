@@ -102,6 +102,11 @@ public:
   void movePointer(Point screenPoint, std::uint64_t modifierFlags = 0);
   void press(PointerButton button, std::uint64_t modifierFlags = 0);
   void release(PointerButton button, std::uint64_t modifierFlags = 0);
+  // A window of another kind takes the pointer while a button is down, and with it the release.
+  void loseRelease() {
+    m_pressed = nullptr;
+    primaryButtonIsDown = false;
+  }
   void click(Point screenPoint) {
     movePointer(screenPoint);
     press(PointerButton::primary);
@@ -112,6 +117,7 @@ public:
   FakeSurface* surfaceUnderPointer() const; // the topmost one that takes input there
 
   std::optional<Point> pointer = Point{0, 0};
+  bool primaryButtonIsDown = false;
   bool reducedMotion = false;
   bool blur = true;
   int beeps = 0;

@@ -27,6 +27,7 @@ public:
   void mouseDown(const MouseEvent&) override { events += "down "; }
   void mouseDragged(const MouseEvent&) override { events += "drag "; }
   void mouseUp(const MouseEvent&) override { events += "up "; }
+  void mouseCancelled() override { events += "cancelled "; }
   void rightMouseDown(const MouseEvent&) override { events += "right "; }
   void mouseMoved(const MouseEvent&) override { events += "moved "; }
   void mouseEntered(const MouseEvent&) override { events += "entered "; }
@@ -46,6 +47,8 @@ protected:
     tree.paint(canvas, {0, 0, 400, 400});
     return canvas.calls;
   }
+
+  static MouseEvent held(Point place) { return {place, 0, true}; }
 
   Window window;
   ManualRunLoop runLoop;
@@ -191,9 +194,50 @@ TEST_F(ViewTest, SubviewsFollowASuperviewThatIsResized) {
 TEST_F(ViewTest, ThePressedViewGetsDragsAndTheReleaseWhereverThePointerIs) {
   const auto box = addBox({0, 0, 10, 10});
   tree.pointerPressed(PointerButton::primary, {{5, 5}});
-  tree.pointerMoved({{300, 300}});
+  tree.pointerMoved(held({300, 300}));
   tree.pointerReleased(PointerButton::primary, {{300, 300}});
   EXPECT_EQ(box->events, "down drag up ");
+}
+
+// As where a menu of the toolkit's takes the pointer.
+TEST_F(ViewTest, AMoveWithoutTheButtonEndsAPressWhoseReleaseWasLost) {
+  const auto box = addBox({0, 0, 10, 10});
+  box->setTrackingArea(box->bounds());
+  tree.pointerPressed(PointerButton::primary, {{5, 5}});
+  tree.pointerMoved(held({6, 5}));
+  tree.pointerMoved({{7, 5}});
+  tree.pointerMoved({{8, 5}});
+  EXPECT_EQ(box->events, "down drag cancelled entered moved moved ");
+}
+
+TEST_F(ViewTest, AnExitEndsAPressWhoseReleaseWasLostAndOneWithTheButtonDoesNot) {
+  const auto box = addBox({0, 0, 10, 10});
+  box->setTrackingArea(box->bounds());
+  tree.pointerMoved({{5, 5}});
+  tree.pointerPressed(PointerButton::primary, {{5, 5}});
+  tree.pointerExited(held({-5, 5}));
+  EXPECT_EQ(box->events, "entered moved down ");
+  tree.pointerExited({{-5, 5}});
+  EXPECT_EQ(box->events, "entered moved down cancelled exited ");
+}
+
+TEST_F(ViewTest, ASecondPressEndsAPressWhoseReleaseWasLost) {
+  const auto first = addBox({0, 0, 10, 10});
+  const auto second = addBox({20, 0, 10, 10});
+  tree.pointerPressed(PointerButton::primary, {{5, 5}});
+  tree.pointerPressed(PointerButton::primary, {{25, 5}});
+  tree.pointerReleased(PointerButton::primary, {{25, 5}});
+  EXPECT_EQ(first->events, "down cancelled ");
+  EXPECT_EQ(second->events, "down up ");
+}
+
+TEST_F(ViewTest, ACancelledPressThatTheViewDoesNotWantGoesToItsSuperview) {
+  const auto outer = addBox({0, 0, 100, 100});
+  const auto inner = std::make_shared<View>(Rect(10, 10, 20, 20));
+  outer->addSubview(inner);
+  tree.pointerPressed(PointerButton::primary, {{15, 15}});
+  tree.pointerMoved({{15, 15}});
+  EXPECT_EQ(outer->events, "down cancelled ");
 }
 
 TEST_F(ViewTest, ATrackedViewHearsOfEntryMovesAndExit) {
@@ -222,7 +266,7 @@ TEST_F(ViewTest, ARemovedViewIsToldOfNothingMore) {
   painted();
   tree.pointerPressed(PointerButton::primary, {{5, 5}});
   box->removeFromSuperview(Animated::yes);
-  tree.pointerMoved({{6, 5}});
+  tree.pointerMoved(held({6, 5}));
   tree.pointerReleased(PointerButton::primary, {{6, 5}});
   tree.pointerMoved({{7, 5}});
   EXPECT_EQ(box->events, "down ");

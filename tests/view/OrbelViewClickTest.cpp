@@ -1,5 +1,7 @@
 #include "view/OrbelViewFixture.h"
 
+#include "doubles/FakeDrag.h"
+
 namespace orbel {
 namespace {
 
@@ -213,6 +215,68 @@ TEST_F(OrbelViewClickTest, ReleasingAControlClickClicksNothingAlsoNotTheItemOfTh
   release();
   EXPECT_TRUE(controller.reports.empty());
   EXPECT_EQ(view->numberOfItemsInSection(0), 4);
+}
+
+TEST_F(OrbelViewClickTest, AControlPressWhoseReleaseIsLostHoldsNothingUp) {
+  view->setMagnifyItemsOnMouseOver(true);
+  fill({4});
+  movePointer(onCircle(kPi / 4));
+  press(onCircle(kPi / 4), kControlFlag);
+  loseRelease();
+  movePointer(onCircle(3 * kPi / 4));
+  EXPECT_FALSE(view->didDrag());
+  EXPECT_EQ(view->lastMouseOverItemIndex(), 1);
+  press(onCircle(3 * kPi / 4), kControlFlag);
+  loseRelease();
+  placePointer({500, 200});
+  tree.pointerExited({*host.pointer});
+  EXPECT_EQ(sizes(), std::vector<double>(4, 1));
+  EXPECT_TRUE(titlesShown().empty());
+}
+
+TEST_F(OrbelViewClickTest, APressWhoseReleaseIsLostIsNoClick) {
+  fill({4});
+  const Point other = centerOf(0, 2);
+  press(centerOf(0, 1));
+  loseRelease();
+  movePointer(other);
+  EXPECT_TRUE(controller.reports.empty());
+  EXPECT_EQ(titlesInSection(0), (std::vector<std::string>{"0-0", "0-1", "0-2", "0-3"}));
+  EXPECT_TRUE(view->zoomingEnabled());
+  EXPECT_EQ(titlesShown(), std::vector<std::string>{"0-2"});
+}
+
+TEST_F(OrbelViewClickTest, ASecondPressWithoutAReleaseLosesNoItem) {
+  fill({4});
+  const Point other = centerOf(0, 2);
+  press(centerOf(0, 1));
+  press(other);
+  release();
+  EXPECT_EQ(controller.reports, Reports{"click 0-2"});
+  EXPECT_EQ(titlesInSection(0), (std::vector<std::string>{"0-0", "0-1", "0-2", "0-3"}));
+}
+
+TEST_F(OrbelViewClickTest, ARightPressDuringAPressReportsNothing) {
+  fill({4});
+  const Point other = centerOf(0, 2);
+  press(centerOf(0, 1));
+  rightClick(other);
+  EXPECT_TRUE(controller.reports.empty());
+  release();
+  EXPECT_EQ(controller.takeReports(), Reports{"click 0-1"});
+  rightClick(other);
+  EXPECT_EQ(controller.takeReports(), Reports{"right-click 0-2"});
+}
+
+TEST_F(OrbelViewClickTest, AClickClosesAGapThatADragFromOutsideHasLeftOpen) {
+  fill({4});
+  tree.dragMoved(FakeDrag(inWindow(onCircle(degrees(185)))));
+  ASSERT_EQ(gap(), (ItemPath{0, 2}));
+  press(centerOf(0, 0));
+  release();
+  EXPECT_EQ(controller.takeReports(), Reports{"click 0-0"});
+  EXPECT_EQ(gap(), ItemPath());
+  EXPECT_NEAR(directionOf(item(0, 2)), degrees(225), 1e-9);
 }
 
 TEST_F(OrbelViewClickTest, OtherModifiersChangeNothing) {

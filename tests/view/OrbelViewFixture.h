@@ -48,13 +48,19 @@ protected:
   void placePointer(Point inView) { host.pointer = inWindow(inView); }
   void movePointer(Point inView) {
     placePointer(inView);
-    tree.pointerMoved({*host.pointer});
+    tree.pointerMoved({*host.pointer, 0, primaryButtonIsDown});
   }
   void press(Point inView, std::uint64_t modifierFlags = 0) {
     placePointer(inView);
+    primaryButtonIsDown = true;
     tree.pointerPressed(PointerButton::primary, {*host.pointer, modifierFlags});
   }
-  void release() { tree.pointerReleased(PointerButton::primary, {*host.pointer}); }
+  void release() {
+    primaryButtonIsDown = false;
+    tree.pointerReleased(PointerButton::primary, {*host.pointer});
+  }
+  // To another window.
+  void loseRelease() { primaryButtonIsDown = false; }
   void rightClick(Point inView) {
     placePointer(inView);
     tree.pointerPressed(PointerButton::secondary, {*host.pointer});
@@ -103,6 +109,7 @@ protected:
   FakePlatform platform;
   FakeViewTreeHost host{Rect(1000, 700, 450, 460)};
   RecordingController controller;
+  bool primaryButtonIsDown = false;
   ViewTree tree{host, platform.runLoop, false};
   std::shared_ptr<OrbelView> view = std::make_shared<OrbelView>(Rect(20, 30, 400, 400));
 };

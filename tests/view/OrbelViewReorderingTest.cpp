@@ -95,6 +95,7 @@ TEST_F(OrbelViewReorderingTest, TheCircleTurnsALittleAsSoonAsTheSlotChanges) {
     EXPECT_EQ(view->startArc(), 0) << "still in the slot of the press";
     drag(directionOf(*view->draggedItem()) + 2 * kPi / count);
     EXPECT_NEAR(view->startArc(), kPi / count - kPi / (count - 1), 1e-12) << count;
+    release();
   }
 }
 
@@ -239,6 +240,48 @@ TEST_F(OrbelViewReorderingTest, ADropIsDecidedByTheProbedSlotAndNotByTheExactAng
   placePointer(onCircle(degrees(74))); // still slot 1, though the angle is in the arc before
   release();
   EXPECT_EQ(controller.takeReports(), Reports{"drop 0-1 on 0-2"});
+}
+
+TEST_F(OrbelViewReorderingTest, ADropIsDecidedByTheArcsOfTheTurnedCircle) {
+  fill({5});
+  controller.acceptsItem = [](ItemPath) { return true; };
+  press(centerOf(0, 1));
+  // The third arc reaches from 171 to 261 degrees, and the slot's centre is 180: its start were the circle
+  // not turned.
+  drag(degrees(200));
+  ASSERT_EQ(selectedTitles(), std::vector<std::string>{"0-3"});
+  controller.takeReports();
+  release();
+  EXPECT_EQ(controller.takeReports(), Reports{"drop 0-1 on 0-3"});
+}
+
+TEST_F(OrbelViewReorderingTest, ADragWhoseReleaseIsLostPutsTheItemBackAndReportsNothing) {
+  fill({5});
+  press(centerOf(0, 1));
+  drag(degrees(5));
+  ASSERT_EQ(gap(), (ItemPath{0, 0}));
+  loseRelease();
+  drag(degrees(300));
+  EXPECT_TRUE(controller.reports.empty());
+  EXPECT_EQ(titlesInSection(0), (std::vector<std::string>{"0-0", "0-1", "0-2", "0-3", "0-4"}));
+  EXPECT_EQ(gap(), ItemPath());
+  EXPECT_TRUE(view->zoomingEnabled());
+  for (std::int64_t position = 0; position < 5; ++position) {
+    EXPECT_NEAR(directionOf(item(0, position)), (static_cast<double>(position) + 0.5) * 2 * kPi / 5, 1e-9);
+  }
+}
+
+TEST_F(OrbelViewReorderingTest, ADragWhoseReleaseIsLostOverATargetUnmarksIt) {
+  fill({5});
+  controller.acceptsItem = [](ItemPath) { return true; };
+  press(centerOf(0, 1));
+  drag(degrees(120));
+  ASSERT_EQ(selectedTitles(), std::vector<std::string>{"0-2"});
+  controller.takeReports();
+  loseRelease();
+  drag(degrees(121));
+  EXPECT_TRUE(selectedTitles().empty());
+  EXPECT_TRUE(controller.reports.empty());
 }
 
 TEST_F(OrbelViewReorderingTest, OnePixelMakesADragAndItsReleaseIsNoClick) {

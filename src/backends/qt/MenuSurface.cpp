@@ -3,6 +3,7 @@
 #include "backends/qt/QtWindowSystem.h"
 #include "backends/qt/ScreenSpace.h"
 
+#include <QApplication>
 #include <QCursor>
 #include <QDropEvent>
 #include <algorithm>
@@ -139,12 +140,13 @@ void MenuSurface::paintWindow(QPainter& painter, const QRect& damage) {
   m_backdrop.paintFade(painter, m_alpha);
 }
 
-void MenuSurface::windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers) {
+void MenuSurface::windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers,
+                                     Qt::MouseButtons held) {
   // A program that dies while it drags something over us says nothing.
   if (m_drag && m_system.display() && !m_system.display()->isDragUnderWay()) windowDragLeft();
   m_pointerInside = true;
   if (m_pointerWatch) m_pointerWatch->stop();
-  if (m_delegate) m_delegate->pointerMoved(mouseEvent(position, modifiers));
+  if (m_delegate) m_delegate->pointerMoved(mouseEvent(position, modifiers, held));
 }
 
 void MenuSurface::windowPointerLeft() {
@@ -272,11 +274,13 @@ void MenuSurface::reportExit() {
   if (!m_pointerInside) return;
   m_pointerInside = false;
   if (!m_delegate) return;
-  m_delegate->pointerExited(MouseEvent{pointerLocation().value_or(Point{-1, -1}), 0});
+  const bool primaryButtonIsDown = QGuiApplication::mouseButtons().testFlag(Qt::LeftButton);
+  m_delegate->pointerExited({pointerLocation().value_or(Point{-1, -1}), 0, primaryButtonIsDown});
 }
 
-MouseEvent MenuSurface::mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers) const {
-  return {windowPoint(position), modifierFlags(modifiers)};
+MouseEvent MenuSurface::mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers,
+                                   Qt::MouseButtons held) const {
+  return {windowPoint(position), modifierFlags(modifiers), held.testFlag(Qt::LeftButton)};
 }
 
 Point MenuSurface::windowPoint(QPointF position) const {

@@ -51,7 +51,7 @@ public:
 
 private:
   void paintWindow(QPainter& painter, const QRect& damage) override;
-  void windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers) override;
+  void windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held) override;
   void windowPointerLeft() override;
   void windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) override;
   void windowReleased(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) override;
@@ -65,7 +65,7 @@ private:
   void shapeWindow();
   void repaintAll();
   void reportExit();
-  MouseEvent mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers) const;
+  MouseEvent mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held = {}) const;
   Point windowPoint(QPointF position) const;
 
   QtWindowSystem& m_system;

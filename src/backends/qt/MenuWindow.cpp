@@ -105,12 +105,13 @@ bool MenuWindow::deliver(QEvent& event) {
   switch (event.type()) {
   case QEvent::Enter: {
     const auto& enter = static_cast<const QEnterEvent&>(event);
-    m_owner->windowPointerMoved(enter.position(), enter.modifiers());
+    // It brings no buttons of its own; these are as the toolkit has heard last, and the next move is sure.
+    m_owner->windowPointerMoved(enter.position(), enter.modifiers(), QGuiApplication::mouseButtons());
     return true;
   }
   case QEvent::MouseMove: {
     const auto& move = static_cast<const QMouseEvent&>(event);
-    m_owner->windowPointerMoved(move.position(), move.modifiers());
+    m_owner->windowPointerMoved(move.position(), move.modifiers(), move.buttons());
     return true;
   }
   case QEvent::Leave:

@@ -21,7 +21,9 @@ public:
   virtual ~MenuWindowOwner() = default;
   // Damage in device pixels, y down; the painter addresses device pixels and is clipped to it.
   virtual void paintWindow(QPainter& painter, const QRect& damage) = 0;
-  virtual void windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers) = 0;
+  // With the buttons that are down, as far as the toolkit has heard.
+  virtual void windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers,
+                                  Qt::MouseButtons held) = 0;
   virtual void windowPointerLeft() = 0;
   virtual void windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) = 0;
   virtual void windowReleased(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) = 0;

@@ -103,6 +103,28 @@ TEST_F(MenuSurfaceOnDisplay, HeldModifiersComeWithTheEvents) {
   session().input().releaseKey(XK_Control_L);
 }
 
+TEST_F(MenuSurfaceOnDisplay, MovesSayWhetherThePrimaryButtonIsDown) {
+  const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
+  surface->show();
+  ASSERT_TRUE(showsOwnWindows(1));
+  // In two steps: an entry knows of the buttons only what the program has heard so far, a move knows them.
+  const auto movesTo = [&](int x, bool primaryButtonIsDown) {
+    session().input().movePointer({x - 5, 400});
+    session().input().movePointer({x, 400});
+    return becomesTrue(
+        [&] { return delegate.location.x == x - 300 && delegate.primaryButtonIsDown == primaryButtonIsDown; },
+        "the move has arrived");
+  };
+  EXPECT_TRUE(movesTo(540, false));
+  session().input().press(kLeft);
+  EXPECT_TRUE(movesTo(550, true));
+  session().input().release(kLeft);
+  EXPECT_TRUE(movesTo(560, false));
+  session().input().press(kRight);
+  EXPECT_TRUE(movesTo(570, false));
+  session().input().release(kRight);
+}
+
 TEST_F(MenuSurfaceOnDisplay, AFastSecondClickIsAClickLikeTheFirst) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();

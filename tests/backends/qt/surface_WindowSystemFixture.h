@@ -54,9 +54,10 @@ public:
   std::vector<std::string> heard;
   Point location;
   std::uint64_t modifierFlags = 0;
+  bool primaryButtonIsDown = false;
   std::vector<Rect> painted;
-  std::vector<std::string> paths;
   bool carriesFiles = false;
+  std::vector<std::string> paths;
   std::vector<std::string> dropped;
   DragOperation dragAnswer = DragOperation::copy;
   std::function<void(Canvas&)> drawing;
@@ -67,6 +68,7 @@ private:
     heard.emplace_back(what);
     location = event.locationInWindow;
     modifierFlags = event.modifierFlags;
+    primaryButtonIsDown = event.primaryButtonIsDown;
   }
 };
 

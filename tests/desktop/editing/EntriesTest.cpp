@@ -128,6 +128,36 @@ TEST_P(EntriesTest, AControlClickOpensTheContextMenuAndEscapeAndASecondClickClos
   EXPECT_TRUE(stays());
 }
 
+TEST_P(EntriesTest, AControlPressThatIsHeldUntilItsMenuIsOpenLeavesTheMenuAsAnyOtherDoes) {
+  const auto& red = install("Red", kRed);
+  const auto& green = install("Green", kGreen);
+  m_session.preferences().setBoolean("showRunningApps", false);
+  openWorkWindow();
+  startAgent({StoredItem::core("Finder"), red.item(), green.item()});
+  constexpr int kItems = 3;
+  ASSERT_TRUE(summonAt(kPlace));
+  pointAtItem(1, kItems);
+  m_input.pressKey(XK_Control_L);
+  m_input.press(PointerButton::left);
+  ASSERT_TRUE(waitFor([&] { return !contextMenus().empty(); }, "the context menu is open"));
+  // The toolkit's menu has taken the pointer by the time it hears the keys, and gets the release.
+  m_input.releaseKey(XK_Control_L);
+  ASSERT_TRUE(pressUntilSeen(XK_Down, workWindow().log().count("key-release")));
+  m_input.release(PointerButton::left);
+  m_input.typeKey(XK_Escape);
+  ASSERT_TRUE(waitUntilContextMenuGone());
+
+  // Another item grows under the pointer as ever, and beside the menu all is at rest and without a title.
+  const auto titles = [&] { return agent().menuWindows().size() - 1; };
+  m_input.movePointer(itemCenter(menuFrame().value(), 2, kItems));
+  EXPECT_TRUE(waitFor([&] { return titles() == 1; }, "the title of the item under the pointer is open"));
+  const ScreenRect menu = menuFrame().value();
+  m_input.movePointer({menu.x - 60, menu.y - 60});
+  EXPECT_TRUE(waitFor([&] { return titles() == 0; }, "no title is left"));
+  EXPECT_TRUE(isMenuShown(kPlace));
+  EXPECT_EQ(red.startCount() + green.startCount(), 0);
+}
+
 INSTANTIATE_TEST_SUITE_P(WindowManagers, EntriesTest, editingWindowManagers(), nameOfInstance);
 
 } // namespace

@@ -4,6 +4,7 @@
 
 #include <QCursor>
 #include <QEnterEvent>
+#include <QGuiApplication>
 #include <QHelpEvent>
 #include <QImage>
 #include <QKeyEvent>
@@ -95,24 +96,27 @@ void ViewHost::paintEvent(QPaintEvent*) {
 }
 
 void ViewHost::mousePressEvent(QMouseEvent* event) {
-  if (const auto button = buttonOf(*event)) m_tree.pointerPressed(*button, mouseEvent(event->position()));
+  if (const auto button = buttonOf(*event))
+    m_tree.pointerPressed(*button, mouseEvent(event->position(), event->buttons()));
 }
 
 void ViewHost::mouseMoveEvent(QMouseEvent* event) {
-  m_tree.pointerMoved(mouseEvent(event->position()));
+  m_tree.pointerMoved(mouseEvent(event->position(), event->buttons()));
 }
 
 void ViewHost::mouseReleaseEvent(QMouseEvent* event) {
-  if (const auto button = buttonOf(*event)) m_tree.pointerReleased(*button, mouseEvent(event->position()));
+  if (const auto button = buttonOf(*event))
+    m_tree.pointerReleased(*button, mouseEvent(event->position(), event->buttons()));
 }
 
+// These two bring no buttons of their own.
 void ViewHost::enterEvent(QEnterEvent* event) {
-  m_tree.pointerMoved(mouseEvent(event->position()));
+  m_tree.pointerMoved(mouseEvent(event->position(), QGuiApplication::mouseButtons()));
 }
 
 void ViewHost::leaveEvent(QEvent*) {
   const Point outside{-1, -1};
-  m_tree.pointerExited({outside});
+  m_tree.pointerExited({outside, 0, QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)});
 }
 
 void ViewHost::keyPressEvent(QKeyEvent* event) {

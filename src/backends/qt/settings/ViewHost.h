@@ -46,7 +46,9 @@ private:
   Size viewSize() const { return m_hosted.view->frame().size; }
   // From the widget's points, y down, to the view's.
   Point viewPoint(QPointF position) const;
-  MouseEvent mouseEvent(QPointF position) const { return {viewPoint(position)}; }
+  MouseEvent mouseEvent(QPointF position, Qt::MouseButtons held) const {
+    return {viewPoint(position), 0, held.testFlag(Qt::LeftButton)};
+  }
 
   void needsDisplay(const Rect& rectInWindow) override;
   std::optional<Point> pointerLocationInWindow() const override;

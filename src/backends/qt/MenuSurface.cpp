@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QCursor>
 #include <QDropEvent>
+#include <QWidget>
 #include <algorithm>
 #include <cmath>
 
@@ -19,6 +20,17 @@ std::uint64_t modifierFlags(Qt::KeyboardModifiers modifiers) {
   if (modifiers & Qt::AltModifier) flags |= kOptionFlag;
   if (modifiers & Qt::MetaModifier) flags |= kCommandFlag;
   return flags;
+}
+
+// Whether there were any. A submenu is a menu of its own and the first to go.
+bool closeOpenMenus() {
+  bool wereOpen = false;
+  while (QWidget* const menu = QApplication::activePopupWidget()) {
+    wereOpen = true;
+    menu->close();
+    if (QApplication::activePopupWidget() == menu) break; // it will not go
+  }
+  return wereOpen;
 }
 } // namespace
 
@@ -59,6 +71,7 @@ void MenuSurface::orderOut() {
   if (!m_shown) return;
   m_shown = false;
   m_pointerInside = false;
+  m_swallowedPress.reset();
   m_drag.reset();
   if (m_pointerWatch) m_pointerWatch->stop();
   updateMapping();
@@ -158,14 +171,22 @@ void MenuSurface::windowPointerLeft() {
 
 void MenuSurface::windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
   m_pointerInside = true;
-  if (m_delegate) m_delegate->pointerPressed(button, mouseEvent(position, modifiers));
+  const std::weak_ptr<char> life = m_life;
+  // Beside an open menu a press only ends the menu. The toolkit sees to that once it has taken the pointer,
+  // but it does so after it has shown the menu, and a quick hand's press still comes here.
+  const bool endsMenu = closeOpenMenus();
+  if (life.expired()) return;
+  m_swallowedPress = endsMenu ? std::optional(button) : std::nullopt;
+  if (!endsMenu && m_delegate) m_delegate->pointerPressed(button, mouseEvent(position, modifiers));
 }
 
 void MenuSurface::windowReleased(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
   const std::weak_ptr<char> life = m_life;
   m_system.drainTaps();
-  if (life.expired() || !m_delegate) return;
-  m_delegate->pointerReleased(button, mouseEvent(position, modifiers));
+  if (life.expired()) return;
+  const bool isNobodys = m_swallowedPress == button;
+  if (isNobodys) m_swallowedPress.reset();
+  if (!isNobodys && m_delegate) m_delegate->pointerReleased(button, mouseEvent(position, modifiers));
 }
 
 void MenuSurface::windowDragged(QDropEvent& event) {

@@ -76,7 +76,8 @@ private:
   DeviceRect m_deviceFrame;
   double m_alpha = 1;
   bool m_shown = false;
-  bool m_pointerInside = false; // reported, and not yet reported gone
+  bool m_pointerInside = false;                  // reported, and not yet reported gone
+  std::optional<PointerButton> m_swallowedPress; // it closed a menu, and its release is nobody's either
   Backdrop m_backdrop;
   std::unique_ptr<PointerWatch> m_pointerWatch; // null where there is no X server
   QtCanvas::Scratch m_scratch;

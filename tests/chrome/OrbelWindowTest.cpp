@@ -45,7 +45,12 @@ TEST_F(OrbelWindowTest, AWhiteTintOverABlurIsAClearDiscOfLightFrostWithAWhiteRim
   EXPECT_EQ(surface().material, BackdropMaterial::lightFrost);
   EXPECT_EQ(surface().backdropInset, 1);
   EXPECT_EQ(fill(), Color::clear());
-  const auto stroke = rim().named("strokeEllipse").at(0);
+  ASSERT_EQ(rim().calls.size(), 2u);
+  const auto disc = rim().calls[0];
+  EXPECT_EQ(disc.name, "fillEllipse") << "first, so that the rim is whole";
+  EXPECT_EQ(disc.rect, Rect(1.5, 1.5, 397, 397));
+  const auto stroke = rim().calls[1];
+  EXPECT_EQ(stroke.name, "strokeEllipse");
   EXPECT_EQ(stroke.color, Color::white(1));
   EXPECT_EQ(stroke.rect, Rect(1.5, 1.5, 397, 397));
   EXPECT_EQ(stroke.lineWidth, 1);
@@ -61,8 +66,13 @@ TEST_F(OrbelWindowTest, ATintOverABlurIsDarkFrostUnderTheColourAtSixTenths) {
 TEST_F(OrbelWindowTest, ATintWhoseComponentsAllExceed99PercentCountsAsWhite) {
   window().setTintColor({0.995, 0.995, 0.995, 1});
   EXPECT_EQ(surface().material, BackdropMaterial::lightFrost);
-  window().setTintColor({0.99, 1, 1, 1});
-  EXPECT_EQ(surface().material, BackdropMaterial::darkFrost);
+  for (const Color& color :
+       {Color{0.99, 1, 1, 1}, Color{1, 0.99, 1, 1}, Color{1, 1, 0.99, 1}, Color{1, 1, 0, 1}}) {
+    window().setTintColor(Color::white(1));
+    window().setTintColor(color);
+    EXPECT_EQ(surface().material, BackdropMaterial::darkFrost) << color.green << ' ' << color.blue;
+    EXPECT_EQ(fill(), color.withAlpha(0.6));
+  }
 }
 
 TEST_F(OrbelWindowTest, WithoutABlurAWhiteTintIsAlmostOpaqueWhite) {
@@ -84,8 +94,17 @@ TEST_F(OrbelWindowTest, WithoutABlurATintIsKeptAsADarkerShadeOfItself) {
 
 TEST_F(OrbelWindowTest, WithoutABlurAVeryDarkTintIsKeptAsItIs) {
   platform.windows.blur = false;
-  window().setTintColor({0.15, 0, 0, 1});
-  EXPECT_DOUBLE_EQ(window().tintColor().hueSaturationBrightness().brightness, 0.15);
+  for (const double brightness : {0.15, 0.2}) {
+    window().setTintColor({brightness, 0, 0, 1});
+    EXPECT_DOUBLE_EQ(window().tintColor().hueSaturationBrightness().brightness, brightness);
+  }
+}
+
+TEST_F(OrbelWindowTest, WithoutABlurATranslucentTintIsKeptOpaque) {
+  platform.windows.blur = false;
+  window().setTintColor({1, 0, 0, 0.5});
+  EXPECT_EQ(window().tintColor().alpha, 1);
+  EXPECT_DOUBLE_EQ(fill().alpha, 0.95);
 }
 
 TEST_F(OrbelWindowTest, AResizedWindowDrawsItsRimAnewAndMovingItDrawsNothing) {

@@ -1,6 +1,8 @@
 #include "chrome/BezelView.h"
 #include "chrome/CloseButton.h"
 
+#include "doubles/FakeViewTreeHost.h"
+#include "doubles/ManualRunLoop.h"
 #include "doubles/RecordingCanvas.h"
 
 #include <gtest/gtest.h>
@@ -106,6 +108,47 @@ TEST_F(SmallControlsTest, AButtonOf20PointsIsACircleOf18WithACrossInItsMiddleHal
   ASSERT_EQ(lines.size(), 2u);
   EXPECT_EQ(lines[0].rect, Rect(5, 5, 10, 10));
   EXPECT_EQ(lines[1].rect, Rect(5, 15, 10, -10));
+}
+
+class SmallControlsInAWindowTest : public SmallControlsTest {
+protected:
+  SmallControlsInAWindowTest() { tree.contentView().addSubview(superview); }
+  // What `change` makes the window draw anew.
+  Rect damageOf(const std::function<void()>& change) {
+    host.damage = {};
+    change();
+    return host.damage;
+  }
+
+  FakeViewTreeHost host{Rect(0, 0, 200, 200)};
+  ManualRunLoop runLoop;
+  ViewTree tree{host, runLoop, false};
+};
+
+TEST_F(SmallControlsInAWindowTest, APlainViewIsDrawnAnewWhenItsPressBeginsAndEnds) {
+  const auto plain = std::make_shared<MouseSensitiveView>(Rect(10, 10, 30, 20));
+  superview->addSubview(plain);
+  EXPECT_EQ(damageOf([&] { plain->mouseDown({{15, 15}}); }), plain->frame());
+  EXPECT_EQ(damageOf([&] { plain->mouseUp({{15, 15}}); }), plain->frame());
+  plain->mouseDown({{15, 15}});
+  EXPECT_EQ(damageOf([&] { plain->mouseCancelled(); }), plain->frame());
+}
+
+TEST_F(SmallControlsInAWindowTest, TheButtonIsDrawnAnewInEveryOtherColour) {
+  EXPECT_EQ(damageOf([&] { button->setStrokeColor(Color{1, 0, 0, 1}); }), button->frame());
+  EXPECT_TRUE(damageOf([&] { button->setStrokeColor(Color{1, 0, 0, 1}); }).isEmpty());
+  EXPECT_TRUE(damageOf([&] { button->setStrokeColor(std::nullopt); }).isEmpty());
+}
+
+TEST_F(SmallControlsInAWindowTest, APressWhoseReleaseIsLostIsNoClickAndTakesTheHighlightAway) {
+  int clicks = 0;
+  button->setMouseClickBlock([&](const MouseEvent&) { ++clicks; });
+  tree.pointerPressed(PointerButton::primary, {{50, 50}});
+  ASSERT_TRUE(button->isHighlighted());
+  tree.pointerMoved({{50, 50}});
+  EXPECT_FALSE(button->isHighlighted());
+  EXPECT_EQ(drawnColor(), Color::darkGray());
+  EXPECT_EQ(clicks, 0);
 }
 
 TEST_F(SmallControlsTest, AClickOnDecorationReachesTheViewBeneath) {

@@ -140,6 +140,33 @@ TEST_F(OrbelViewDropsTest, TheArcsOfAMagnifiedCircleAreThoseThatAreSeen) {
   EXPECT_EQ(controller.takeReports(), Reports{"can take 0-2"});
 }
 
+TEST_F(OrbelViewDropsTest, ADropIsDecidedByTheArcsOfTheMagnifiedCircle) {
+  view->setMagnifyItemsOnMouseOver(true);
+  fill({8});
+  movePointer(onCircle(kPi / 8));
+  controller.acceptsDrag = [](ItemPath) { return true; };
+  EXPECT_TRUE(drop(directionOf(item(0, 2))));
+  EXPECT_EQ(controller.takeReports(), (Reports{"can take 0-2", "take 0-2"}));
+}
+
+TEST_F(OrbelViewDropsTest, PastTheLastArcOfATurnedCircleTheBadgeCopiesTheMarkGoesAndTheGapStays) {
+  view->setMagnifyItemsOnMouseOver(true);
+  fill({8});
+  movePointer(onCircle(kPi / 8));
+  ASSERT_LT(view->startArc(), -0.2);
+  const double pastTheLast = 2 * kPi - 0.1;
+  hover(0.01 + view->startArc() + 2 * kPi * 3.3562 / 20.5664); // just before the end of the first item's arc
+  const ItemPath open = gap();
+  ASSERT_NE(open, ItemPath());
+  EXPECT_EQ(hover(pastTheLast), DragOperation::copy);
+  EXPECT_EQ(gap(), open);
+  controller.acceptsDrag = [](ItemPath) { return true; };
+  EXPECT_EQ(hover(directionOf(item(0, 2))), DragOperation::link);
+  ASSERT_EQ(selectedTitles().size(), 1u);
+  EXPECT_EQ(hover(pastTheLast), DragOperation::copy);
+  EXPECT_TRUE(selectedTitles().empty());
+}
+
 TEST_F(OrbelViewDropsTest, LeavingClosesTheGapAndClearsTheMarkWithAnimation) {
   fill({4});
   hover(into(2, 4, 0.1));

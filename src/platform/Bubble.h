@@ -1,4 +1,5 @@
 // A small bubble with an arrow and one line of text that points at something on a surface. It takes no input.
+// Made by WindowSystem::makeBubble(), shown and closed by the item whose title it is. Main thread only.
 #pragma once
 
 #include "foundation/Geometry.h"

@@ -1,4 +1,4 @@
-// Pop-up menus of the desktop's own look, filled by the core.
+// Pop-up menus of the desktop's own look, filled and opened by the menu controllers. Main thread only.
 #pragma once
 
 #include "scene/Image.h"

@@ -1,4 +1,4 @@
-// Drawing outside any window.
+// Drawing outside any window: for the rims of the windows and for the icons of collections. Main thread only.
 #pragma once
 
 #include "scene/Canvas.h"

@@ -1,4 +1,5 @@
-// The text of a key under the user's current keyboard layout.
+// The text of a key under the user's current keyboard layout. Asked by the shortcut value, for its display
+// and its key equivalent. Main thread only.
 #pragma once
 
 #include <cstdint>

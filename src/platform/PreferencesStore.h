@@ -1,4 +1,6 @@
-// The per-user preferences: a dictionary of property-list values by key, saved by the platform.
+// The per-user preferences: a dictionary of property-list values by key, saved by the platform. Read and
+// written by the settings store, the stored menu items, the shortcut's bindings and the application. Main
+// thread only.
 #pragma once
 
 #include "foundation/PropertyList.h"

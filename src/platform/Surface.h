@@ -43,12 +43,15 @@ class Surface {
 public:
   virtual ~Surface() = default;
 
+  // Borrowed; null, as at first, means that nobody paints or hears. Whoever sets one takes it away before it
+  // goes.
   virtual void setDelegate(SurfaceDelegate* delegate) = 0;
   virtual void setFrame(const Rect& screenFrame) = 0;
   virtual Rect frame() const = 0;
   // Maps the surface without touching the focus; the backdrop is taken just before. Again while shown: raises
   // it.
   virtual void show() = 0;
+  // Takes the surface off the screen at once; nothing while it is not shown.
   virtual void orderOut() = 0;
   virtual bool isShown() const = 0;
   virtual void setAlpha(double alpha) = 0; // 0 to 1, of the whole window; cut to that range
@@ -65,6 +68,7 @@ public:
   virtual void needsDisplay(const Rect& rect) = 0;
   // Asked of the display now; none when it cannot be known. May lie outside the bounds.
   virtual std::optional<Point> pointerLocation() const = 0;
+  // Device pixels a point on the screen where the frame is; more than 0, also while not shown.
   virtual double backingScale() const = 0;
 
   // Whether the pointer is over a pop-up of ours (a context menu, a prompt, the open panel, a bubble),

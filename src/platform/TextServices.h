@@ -1,4 +1,5 @@
-// What needs knowledge of languages and characters. Strings are UTF-8.
+// What needs knowledge of languages and characters. Strings are UTF-8. Called by everything that shows a text
+// (items, context menus, prompts, settings) and by the shortcut value. Main thread only.
 #pragma once
 
 #include <string>

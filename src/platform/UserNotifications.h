@@ -1,4 +1,4 @@
-// Short messages in the desktop's notification area. Called by the application delegate. Main thread only.
+// Short messages in the desktop's notification area. Called by the touchpad access notice. Main thread only.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,5 @@
-// Makes the program's surfaces and bubbles and knows the pointer and the user's wishes about motion.
+// Makes the program's surfaces and bubbles and knows the pointer and the user's wishes about motion. Outlives
+// all that it makes. Main thread only.
 #pragma once
 
 #include "platform/Bubble.h"
@@ -14,17 +15,20 @@ namespace orbel {
 class WindowSystem {
 public:
   virtual ~WindowSystem() = default;
+  // Not shown yet, without a delegate. Never empty. For the menu's windows.
   virtual std::unique_ptr<Surface> makeSurface(SurfaceLevel level) = 0;
-  // Costs nothing until it is shown.
+  // Costs nothing until it is shown. Never empty. For the titles of items.
   virtual std::unique_ptr<Bubble> makeBubble(const std::string& text) = 0;
 
   // Hands the global pointer position, in screen points, to the block, at once or later: some displays tell
   // it only after a surface of ours has met the pointer. Used for summoning alone.
   virtual void locatePointer(std::function<void(Point)> block) = 0;
-  // Asked of the display now; none where the display does not tell. For the recogniser of pointer circles.
+  // In screen points, asked of the display now; none where the display does not tell. For the recogniser of
+  // pointer circles, and for the settings window, which is dragged by its background.
   virtual std::optional<Point> pointerLocation() const = 0;
-  // The user asked the desktop for no animations.
+  // The user asked the desktop for no animations. Asked by every menu window when it is made.
   virtual bool prefersReducedMotion() const = 0;
+  // The desktop's alert sound, for what the shortcut recorder refuses.
   virtual void beep() = 0;
 };
 

@@ -1,7 +1,8 @@
 // The desktop's programs and files: what runs, what opens what, names and icons, bookmarks.
 // Paths are absolute and local. "Bundle" is what stands for an application on disk: a desktop entry, an
 // AppImage, or any path that holds ".app". Nothing throws; an operation that can fail says why, for the log.
-// Called by the menu items, the controllers and the application delegate.
+// Called by the menu items, the menu controllers, the settings window's controller and the companion's
+// starter.
 #pragma once
 
 #include "foundation/PropertyList.h"

@@ -367,6 +367,21 @@ TEST_F(OrbelWindowControllerTest, AMenuThatIsTakenBackInTheMiddleOfItsFadeShowsT
   EXPECT_EQ(platform.windows.shownBubbles.size(), 1u);
 }
 
+TEST_F(OrbelWindowControllerTest, TheMenuComesToRestAfterAControlPressWhoseReleaseItsContextMenuTook) {
+  store({storedApp("/apps/editor.desktop", "Editor"), storedApp("/apps/viewer.desktop", "Viewer")});
+  shown();
+  platform.windows.movePointer({500 + 122, 500});
+  platform.windows.press(PointerButton::primary, kControlFlag);
+  ASSERT_EQ(platform.contextMenus.timesOpened, 1);
+  platform.windows.loseRelease();
+  platform.windows.movePointer({1000, 500});
+  EXPECT_TRUE(platform.windows.shownBubbles.empty());
+  EXPECT_EQ(controller().orbelView().relativeSize(at(0)), 1);
+  platform.windows.movePointer({500 - 122, 500});
+  ASSERT_EQ(platform.windows.shownBubbles.size(), 1u);
+  EXPECT_EQ(platform.windows.shownBubbles[0]->text, "Viewer");
+}
+
 TEST_F(OrbelWindowControllerTest, TenThousandItemsAreShown) {
   PropertyList::List items;
   for (int index = 0; index < 10000; ++index)

@@ -21,11 +21,15 @@ public:
   }
   void mouseDown(const MouseEvent& event) override { pressedAt = convertFromWindow(event.locationInWindow); }
   void mouseUp(const MouseEvent& event) override { releasedAt = convertFromWindow(event.locationInWindow); }
+  void mouseDragged(const MouseEvent&) override { ++drags; }
+  void mouseCancelled() override { ++cancellations; }
   void mouseEntered(const MouseEvent&) override { ++entered; }
   void mouseExited(const MouseEvent&) override { ++exited; }
 
   std::optional<Point> pressedAt;
   std::optional<Point> releasedAt;
+  int drags = 0;
+  int cancellations = 0;
   int entered = 0;
   int exited = 0;
 };
@@ -70,6 +74,23 @@ TEST_F(ViewHostTest, BringsPressesInTheViewsOwnPoints) {
   QTest::mouseRelease(&host(), Qt::LeftButton, {}, QPoint(kMargin + 30, kMargin + 18));
   EXPECT_EQ(view->pressedAt, Point(10, 15));
   EXPECT_EQ(view->releasedAt, Point(30, 2));
+}
+
+TEST_F(ViewHostTest, AMoveIsADragWhileTheButtonIsDownAndEndsAPressWithoutIt) {
+  const auto moveWith = [&](Qt::MouseButtons held) {
+    const QPointF place(kMargin + 12, kMargin + 5);
+    QMouseEvent move(QEvent::MouseMove, place, host().mapToGlobal(place), Qt::NoButton, held, {});
+    QApplication::sendEvent(&host(), &move);
+  };
+  QTest::mousePress(&host(), Qt::LeftButton, {}, QPoint(kMargin + 10, kMargin + 5));
+  moveWith(Qt::LeftButton);
+  EXPECT_EQ(view->drags, 1);
+  EXPECT_EQ(view->cancellations, 0);
+  moveWith(Qt::NoButton);
+  EXPECT_EQ(view->drags, 1);
+  EXPECT_EQ(view->cancellations, 1);
+  QTest::mouseRelease(&host(), Qt::LeftButton, {}, QPoint(kMargin + 10, kMargin + 5));
+  EXPECT_EQ(view->releasedAt, std::nullopt);
 }
 
 TEST_F(ViewHostTest, TellsATrackingAreaThatThePointerEntersAndLeaves) {

@@ -8,7 +8,10 @@
 #include "shortcut/MASShortcut.h"
 #include "support/TouchpadTest.h"
 
+#include <algorithm>
 #include <cmath>
+#include <functional>
+#include <glib.h>
 #include <linux/input.h>
 #include <numbers>
 
@@ -89,6 +92,44 @@ protected:
     EXPECT_EQ(m_fingers, 0U);
   }
   void wait(double seconds) { m_platform.runLoop.advance(seconds); }
+
+  using Places = std::function<Point(int finger, int frame)>;
+  // Three fingers that never stand still, a thousand events in each of so many milliseconds. All of them are
+  // told, and another user of the loop has his turn as often as the touchpad has.
+  void flood(int milliseconds, const Places& places) {
+    constexpr int kFramesAMillisecond = 100; // of ten events each
+    constexpr int kFramesATurn = 5;          // what the test's touchpad holds until it is read
+    const int frames = milliseconds * kFramesAMillisecond;
+    const int told = m_frames;
+    int written = 0;
+    int turns = 0;
+    const guint other = g_idle_add_full(
+        G_PRIORITY_DEFAULT,
+        [](gpointer count) -> gboolean {
+          ++*static_cast<int*>(count);
+          return G_SOURCE_CONTINUE;
+        },
+        &turns, nullptr);
+    const Registration otherEnds([other] { g_source_remove(other); });
+    while (written < frames) {
+      for (int frame = 0; frame < kFramesATurn; ++frame, ++written) {
+        for (int finger = 0; finger < 3; ++finger) {
+          const Point place = places(finger, written);
+          m_pad.move(finger, place.x, place.y);
+        }
+        m_pad.frame();
+      }
+      const int before = turns;
+      ASSERT_TRUE(iterateUntil([&] { return m_frames == told + written; })) << "of " << written;
+      ASSERT_GT(turns, before) << "the loop serves nobody else";
+      if (written % kFramesAMillisecond == 0) m_platform.runLoop.advance(0.001);
+    }
+  }
+  // By a hundredth of the pad, all fingers alike, in another direction in every frame.
+  static Point trembling(Point place, int frame) {
+    const double direction = 2.1 * frame;
+    return {place.x + 0.01 * std::cos(direction), place.y + 0.01 * std::sin(direction)};
+  }
 
   FakePlatform m_platform;
   TestTouchpad m_pad{testbed()};
@@ -260,6 +301,43 @@ TEST_F(TouchpadGesturesTest, UnpluggedInTheMiddleOfASpreadTheMeasureBeginsAnew) 
   m_pad.unplug();
   ASSERT_TRUE(iterateUntil([&] { return m_fingers == 0; }));
   EXPECT_EQ(settings().magnifyStartDistance(), 0);
+  EXPECT_EQ(m_requests, 0);
+}
+
+TEST_F(TouchpadGesturesTest, AFloodOfMovementsDuringARestSummonsOnce) {
+  start(Gesture::threeFingersResting);
+  putDownAtOnce(3);
+  const auto places = [](int finger, int frame) { return trembling({0.2 + 0.1 * finger, 0.5}, frame); };
+  flood(295, places);
+  EXPECT_EQ(m_requests, 0);
+  flood(15, places);
+  EXPECT_EQ(m_requests, 1);
+}
+
+TEST_F(TouchpadGesturesTest, AFloodOfMovementsDuringASpreadSummonsOnce) {
+  start(Gesture::threeFingersSpreading);
+  putDown(3, 0.1);
+  const auto towards = [](double from, double to) {
+    return [=](int finger, int frame) {
+      return trembling(onHand(finger, 3, from + (to - from) * frame / 5000), frame);
+    };
+  };
+  flood(50, towards(0.1, 0.145));
+  EXPECT_EQ(m_requests, 0);
+  flood(50, towards(0.145, 0.3));
+  EXPECT_EQ(m_requests, 1);
+}
+
+TEST_F(TouchpadGesturesTest, APinchOfAMillisecondWithinAFloodSummonsNothing) {
+  start(Gesture::threeFingersResting);
+  putDown(3, 0.1);
+  const auto still = [](int finger, int frame) { return trembling(onHand(finger, 3, 0.1), frame); };
+  flood(20, still);
+  flood(1, [](int finger, int frame) {
+    return trembling(onHand(finger, 3, 0.1 + 0.001 * std::min(frame, 99 - frame)), frame);
+  });
+  flood(20, still);
+  wait(kRest);
   EXPECT_EQ(m_requests, 0);
 }
 

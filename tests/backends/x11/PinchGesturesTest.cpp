@@ -22,7 +22,8 @@ protected:
   void SetUp() override {
     m_earlierSink =
         Log::setSink([this](Log::Severity, const std::string& message) { m_log.push_back(message); });
-    if (m_server.display().empty()) GTEST_SKIP() << m_server.problem();
+    if (!m_server.isInstalled()) GTEST_SKIP() << m_server.problem();
+    ASSERT_FALSE(m_server.display().empty()) << m_server.problem();
     m_connection = Connection::open(m_server.display());
     ASSERT_TRUE(m_connection);
     m_pinches = std::make_unique<PinchGestures>(*m_connection);
@@ -134,6 +135,38 @@ TEST_F(PinchGesturesTest, WhileAPinchLastsEveryReportOfTouchesIsFollowedByOneOfA
   EXPECT_EQ(told, "tptpptp") << "the source's own pinches are told, too";
   tap->setEnabled(false);
   EXPECT_FALSE(touches.isEnabled);
+}
+
+TEST_F(PinchGesturesTest, AFloodOfTouchesDuringAPinchIsToldWholeAndEndsWithIt) {
+  constexpr int kReports = 100'000;
+  RawPointer pointer(*m_connection);
+  TestTouches touches;
+  const auto makeTap = [&](TouchHandlers handlers) -> std::unique_ptr<EventTap> {
+    touches.handlers = std::move(handlers);
+    return std::make_unique<TestTouches::Tap>(touches);
+  };
+  X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
+  int changes = 0;
+  int pinches = 0;
+  const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { ++changes; }, [&] { ++pinches; }});
+  tap->setEnabled(true);
+  const auto flood = [&] {
+    for (int report = 0; report < kReports; ++report)
+      touches.handlers.touchesChanged({{1, {0.4, 0.5}}, {2, {0.6, 0.00001 * report}}});
+  };
+  flood();
+  EXPECT_EQ(changes, kReports);
+  EXPECT_EQ(pinches, 0);
+  m_server.beginPinch();
+  ASSERT_TRUE(iterateUntil([&] { return pinches == 1; }));
+  flood();
+  EXPECT_EQ(changes, 2 * kReports);
+  EXPECT_EQ(pinches, 1 + kReports);
+  m_server.endPinch(1.2);
+  ASSERT_TRUE(iterateUntil([&] { return pinches == 2 + kReports; }));
+  flood();
+  EXPECT_EQ(changes, 3 * kReports);
+  EXPECT_EQ(pinches, 2 + kReports);
 }
 
 TEST_F(PinchGesturesTest, TheEndOfAPinchIsNotWaitedForWhenAllFingersAreLifted) {

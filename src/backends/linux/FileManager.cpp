@@ -2,9 +2,8 @@
 
 #include "backends/linux/DefaultApplications.h"
 #include "backends/linux/GlibPointers.h"
+#include "backends/linux/SessionBus.h"
 #include "foundation/Log.h"
-
-#include <sys/stat.h>
 
 #include <utility>
 
@@ -13,15 +12,6 @@ namespace orbel {
 namespace {
 
 constexpr int kTimeout = 10'000; // milliseconds; a file manager that the bus has to start takes its time
-
-// GIO would otherwise try to start a bus, which takes long and helps nobody.
-bool hasSessionBus() {
-  const char* address = g_getenv("DBUS_SESSION_BUS_ADDRESS");
-  if (address && *address) return true;
-  struct stat status {};
-  const std::string socket = std::string(g_get_user_runtime_dir()) + "/bus";
-  return ::stat(socket.c_str(), &status) == 0 && S_ISSOCK(status.st_mode);
-}
 
 } // namespace
 
@@ -89,7 +79,7 @@ struct FileManager::State {
 
 FileManager::FileManager(Fallback fallback) : m_state(std::make_shared<State>()) {
   m_state->fallback = std::move(fallback);
-  if (hasSessionBus()) {
+  if (SessionBus::isThere()) {
     g_bus_get(G_BUS_TYPE_SESSION, m_state->cancellable.get(), State::connected,
               new State::Request{m_state, "", ""});
   }
@@ -100,7 +90,7 @@ FileManager::~FileManager() {
 }
 
 void FileManager::showFolder(const std::string& path, const std::string& startupId) {
-  if (!hasSessionBus()) {
+  if (!SessionBus::isThere()) {
     m_state->fallback(path);
     return;
   }

@@ -1,5 +1,6 @@
 #include "backends/linux/FileManager.h"
 
+#include "DesktopSandbox.h"
 #include "Waiting.h"
 
 #include <gio/gio.h>
@@ -68,6 +69,8 @@ private:
 
 class FileManagerTest : public testing::Test {
 protected:
+  // Before GLib remembers the folders of whoever runs the tests.
+  FileManagerTest() { DesktopSandbox::shared(); }
   void startBus() {
     m_bus = g_test_dbus_new(G_TEST_DBUS_NONE);
     g_test_dbus_up(m_bus);

@@ -3,6 +3,8 @@
 
 #include "backends/qt/settings/PortalSettings.h"
 
+#include "backends/linux/SessionBus.h"
+
 #include <utility>
 
 namespace orbel {
@@ -38,6 +40,7 @@ std::optional<ColorScheme> schemeOf(GVariant* value) {
 } // namespace
 
 PortalSettings::PortalSettings(std::function<void()> changed) : m_changed(std::move(changed)) {
+  if (!SessionBus::isThere()) return;
   m_bus = g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr);
   if (!m_bus) return;
   g_dbus_connection_set_exit_on_close(m_bus, FALSE);

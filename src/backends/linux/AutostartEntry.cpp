@@ -65,7 +65,7 @@ void setDefault(const GlibKeyFile& keys, const char* key, const char* text) {
 
 AutostartEntry::AutostartEntry(const std::string& configurationFolder, std::string executable)
     : m_path(configurationFolder + "/autostart/" + kFileName), m_executable(std::move(executable)),
-      m_observers(std::make_shared<Observers>()) {
+      m_observers(std::make_shared<Observers<>>()) {
   watch();
 }
 
@@ -131,7 +131,7 @@ Registration AutostartEntry::observeChanges(std::function<void()> block) {
 }
 
 void AutostartEntry::watch() {
-  const auto changed = [observers = m_observers] { observers->call(); };
+  const auto changed = [observers = m_observers] { observers->notify(); };
   m_watch = FolderWatch::start(m_path, changed, nullptr);
 }
 

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "backends/linux/FolderWatch.h"
-#include "backends/linux/Observers.h"
+#include "foundation/Observers.h"
 #include "platform/LoginItem.h"
 
 #include <memory>
@@ -42,7 +42,7 @@ private:
   std::string m_path;
   std::string m_executable;
   std::unique_ptr<FolderWatch> m_watch;
-  std::shared_ptr<Observers> m_observers;
+  std::shared_ptr<Observers<>> m_observers;
 };
 
 } // namespace orbel

@@ -128,7 +128,7 @@ void RunningApplicationList::update() {
     group.record->setAppearance(appearanceFor(window, *group.record));
   }
   m_records = std::move(records);
-  if (looks(m_records) != before) m_observers.call();
+  if (looks(m_records) != before) m_observers.notify();
 }
 
 RunningApplicationList::Record RunningApplicationList::recordAmong(const std::vector<Record>& records,

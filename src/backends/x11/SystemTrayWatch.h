@@ -3,7 +3,7 @@
 // colour. Main thread only; wakes up only for such a change. Used by the status item.
 #pragma once
 
-#include "backends/x11/EventObservers.h"
+#include "foundation/Observers.h"
 #include "foundation/Registration.h"
 
 #include <cstdint>
@@ -37,7 +37,7 @@ private:
   void setTray(xcb_window_t tray);
 
   Connection& m_connection;
-  EventObservers<> m_observers;
+  Observers<> m_observers;
   xcb_atom_t m_selection = XCB_ATOM_NONE;
   xcb_atom_t m_colors = XCB_ATOM_NONE;
   xcb_window_t m_tray = XCB_NONE;

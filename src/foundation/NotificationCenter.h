@@ -2,13 +2,12 @@
 // registration.
 #pragma once
 
+#include "foundation/Observers.h"
 #include "foundation/PropertyList.h"
 #include "foundation/Registration.h"
 
 #include <functional>
-#include <memory>
 #include <string>
-#include <vector>
 
 namespace orbel {
 
@@ -32,14 +31,7 @@ public:
   void post(const std::string& name, const void* object, PropertyList::Dictionary userInfo = {});
 
 private:
-  struct Observer {
-    std::string name;
-    const void* sender;
-    Block block;
-    bool ended = false;
-  };
-  std::shared_ptr<std::vector<std::shared_ptr<Observer>>> m_observers =
-      std::make_shared<std::vector<std::shared_ptr<Observer>>>();
+  Observers<const Notification&> m_observers;
 };
 
 } // namespace orbel

@@ -79,7 +79,7 @@ void setDefault(const GlibKeyFile& keys, const char* key, const char* text) {
 AutostartEntry::AutostartEntry(const std::string& configurationFolder, const std::string& stateFolder,
                                std::string executable)
     : m_path(configurationFolder + "/autostart/" + kFileName), m_markPath(stateFolder + kMark),
-      m_executable(std::move(executable)), m_observers(std::make_shared<Observers>()) {
+      m_executable(std::move(executable)), m_observers(std::make_shared<Observers<>>()) {
   watch();
 }
 
@@ -183,7 +183,7 @@ void AutostartEntry::somethingChanged() {
   if (!m_watch || !m_watch->isAlive() || m_watch->path() != m_path) watch();
   if (isStarted(find(m_path))) rememberRegistration(true); // with the desktop's own tools
   const auto observers = m_observers;                      // one of them may end this object
-  observers->call();
+  observers->notify();
 }
 
 std::string AutostartEntry::ownExecutable() {

@@ -5,7 +5,7 @@
 #pragma once
 
 #include "backends/linux/FolderWatch.h"
-#include "backends/linux/Observers.h"
+#include "foundation/Observers.h"
 #include "platform/LoginItem.h"
 
 #include <memory>
@@ -53,7 +53,7 @@ private:
   bool m_wasRegistered = false; // by this process; the mark may be impossible to write
   std::string m_executable;
   std::unique_ptr<FolderWatch> m_watch;
-  std::shared_ptr<Observers> m_observers;
+  std::shared_ptr<Observers<>> m_observers;
 };
 
 } // namespace orbel

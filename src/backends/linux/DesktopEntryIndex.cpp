@@ -82,7 +82,7 @@ struct DesktopEntryIndex::Monitor {
     const auto changed = +[](GAppInfoMonitor*, gpointer data) {
       auto* self = static_cast<DesktopEntryIndex*>(data);
       self->m_tables.reset();
-      self->m_observers.call();
+      self->m_observers.notify();
     };
     handler = g_signal_connect(monitor.get(), "changed", G_CALLBACK(changed), index);
   }

@@ -4,7 +4,7 @@
 #pragma once
 
 #include "backends/linux/DesktopEntry.h"
-#include "backends/linux/Observers.h"
+#include "foundation/Observers.h"
 
 #include <memory>
 #include <string>
@@ -48,7 +48,7 @@ private:
   const Tables& tables() const;
   std::unique_ptr<Monitor> m_monitor;
   mutable std::unique_ptr<Tables> m_tables; // none while nothing was asked since the last change
-  Observers m_observers;
+  Observers<> m_observers;
 };
 
 } // namespace orbel

@@ -68,7 +68,7 @@ void PreferencesFile::setValue(const std::string& key, std::optional<PropertyLis
   }
   m_unsavedKeys.insert(key);
   scheduleSave();
-  m_observers.call();
+  m_observers.notify();
 }
 
 Registration PreferencesFile::observeChanges(std::function<void()> block) {
@@ -94,7 +94,7 @@ bool PreferencesFile::save(Patience patience) {
   // While another program seems to be writing, the file waits; fileMayHaveChanged() schedules this again.
   const bool mustWait = m_doubtfulBytes.has_value();
   const bool isSaved = !mustWait && (!hasUnsavedChanges() || write());
-  if (valuesChanged) m_observers.call();
+  if (valuesChanged) m_observers.notify();
   return isSaved;
 }
 
@@ -277,7 +277,7 @@ void PreferencesFile::fileMayHaveChanged() {
   const bool valuesChanged = takeChangesFromDisk(Patience::waitForWriter);
   if (hasUnsavedChanges() && !m_doubtfulBytes) scheduleSave();
   watch();
-  if (valuesChanged) m_observers.call();
+  if (valuesChanged) m_observers.notify();
 }
 
 void PreferencesFile::watch() {

@@ -6,7 +6,7 @@
 #pragma once
 
 #include "backends/linux/FolderWatch.h"
-#include "backends/linux/Observers.h"
+#include "foundation/Observers.h"
 #include "foundation/RunLoop.h"
 #include "platform/PreferencesStore.h"
 
@@ -79,7 +79,7 @@ private:
   bool m_isWatchFailureKnown = false;
   std::unique_ptr<FolderWatch> m_folderWatch;
   std::unique_ptr<FolderWatch> m_targetWatch; // the folder of the file that a symbolic link leads to
-  Observers m_observers;
+  Observers<> m_observers;
   std::shared_ptr<bool> m_life = std::make_shared<bool>(true); // delayed blocks hold it weakly
 };
 

@@ -129,7 +129,7 @@ void RunningApplicationList::update() {
   }
   tellProgramsOfOneInterpreterApart(records);
   m_records = std::move(records);
-  if (looks(m_records) != before) m_observers.call();
+  if (looks(m_records) != before) m_observers.notify();
 }
 
 RunningApplicationList::Record RunningApplicationList::recordAmong(const std::vector<Record>& records,

@@ -6,8 +6,8 @@
 #include "backends/linux/DesktopEntryIndex.h"
 #include "backends/linux/FileIcons.h"
 #include "backends/linux/LinuxRunningApplication.h"
-#include "backends/linux/Observers.h"
 #include "backends/linux/TopLevelWindows.h"
+#include "foundation/Observers.h"
 
 #include <functional>
 #include <memory>
@@ -56,7 +56,7 @@ private:
   FileIcons& m_icons;
   StartedEntry m_startedEntry;
   std::vector<Record> m_records;
-  Observers m_observers;
+  Observers<> m_observers;
   Registration m_windowsRegistration;
   Registration m_entriesRegistration;
 };

@@ -3,6 +3,7 @@
 #include "backends/x11/ClientList.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/PropertyRequest.h"
+#include "backends/x11/XcbEvent.h"
 
 namespace orbel {
 
@@ -21,7 +22,7 @@ ActiveWindow::ActiveWindow(Connection& connection, const ClientList& clients)
 ActiveWindow::~ActiveWindow() = default;
 
 void ActiveWindow::handleEvent(const xcb_generic_event_t& event) {
-  if ((event.response_type & 0x7F) != XCB_PROPERTY_NOTIFY) return;
+  if (eventType(event) != XCB_PROPERTY_NOTIFY) return;
   const auto& notification = reinterpret_cast<const xcb_property_notify_event_t&>(event);
   if (notification.window != m_connection.root() ||
       notification.atom != m_connection.atom("_NET_ACTIVE_WINDOW"))

@@ -1,42 +1,18 @@
 #include "backends/x11/CompositorWatch.h"
 
-#include "backends/x11/Connection.h"
-#include "backends/x11/ScreenSelection.h"
-#include "foundation/Log.h"
-
 #include <utility>
-#include <xcb/xfixes.h>
 
 namespace orbel {
 
 CompositorWatch::CompositorWatch(Connection& connection, std::function<void()> changed)
-    : m_connection(connection), m_changed(std::move(changed)) {
-  m_selection = ScreenSelection::atom(connection, "_NET_WM_CM_S");
-  const auto* extension = xcb_get_extension_data(connection.xcb(), &xcb_xfixes_id);
-  if (extension && extension->present) {
-    // The server refuses the extension's requests to who has not told his version.
-    ownReply(xcb_xfixes_query_version_reply(connection.xcb(),
-                                            xcb_xfixes_query_version(connection.xcb(), 1, 0), nullptr));
-    m_selectionNotify = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);
-    m_events = connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); });
-    xcb_xfixes_select_selection_input(connection.xcb(), connection.root(), m_selection,
-                                      XCB_XFIXES_SELECTION_EVENT_MASK_SET_SELECTION_OWNER |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_WINDOW_DESTROY |
-                                          XCB_XFIXES_SELECTION_EVENT_MASK_SELECTION_CLIENT_CLOSE);
-  } else {
-    Log::warning("the X server does not tell when a compositor comes or goes");
-  }
-  // Asked after selecting, so that no change falls between.
-  m_owner = ScreenSelection::owner(connection, m_selection);
-}
+    : m_changed(std::move(changed)),
+      m_owner(connection, "_NET_WM_CM_S", "a compositor", [this] { ownerChanged(); }),
+      m_isCompositing(m_owner.owner() != XCB_NONE) {}
 
-void CompositorWatch::handleEvent(const xcb_generic_event_t& event) {
-  if ((event.response_type & 0x7f) != m_selectionNotify) return;
-  const auto& notify = reinterpret_cast<const xcb_xfixes_selection_notify_event_t&>(event);
-  if (notify.selection != m_selection) return;
-  const bool was = isCompositing();
-  m_owner = notify.owner;
-  if (isCompositing() != was && m_changed) m_changed();
+// One compositor may take the screen over from another: that is no change.
+void CompositorWatch::ownerChanged() {
+  const bool was = std::exchange(m_isCompositing, m_owner.owner() != XCB_NONE);
+  if (m_isCompositing != was && m_changed) m_changed();
 }
 
 } // namespace orbel

@@ -2,9 +2,8 @@
 // Main thread only; wakes up only for such a change.
 #pragma once
 
-#include "foundation/Registration.h"
+#include "backends/x11/SelectionOwnerWatch.h"
 
-#include <cstdint>
 #include <functional>
 #include <xcb/xcb.h>
 
@@ -17,17 +16,14 @@ public:
   // The connection outlives the watch. The block may be empty.
   CompositorWatch(Connection& connection, std::function<void()> changed);
 
-  bool isCompositing() const { return m_owner != XCB_NONE; }
+  bool isCompositing() const { return m_isCompositing; }
 
 private:
-  void handleEvent(const xcb_generic_event_t& event);
+  void ownerChanged();
 
-  Connection& m_connection;
   std::function<void()> m_changed;
-  xcb_atom_t m_selection = XCB_ATOM_NONE;
-  xcb_window_t m_owner = XCB_NONE;
-  std::uint8_t m_selectionNotify = 0; // the server's number of the event; 0 where it lacks the extension
-  Registration m_events;
+  SelectionOwnerWatch m_owner;
+  bool m_isCompositing;
 };
 
 } // namespace orbel

@@ -1,5 +1,6 @@
 #include "backends/x11/Connection.h"
 
+#include "backends/x11/XcbEvent.h"
 #include "foundation/Log.h"
 
 #include <cstdlib>
@@ -178,7 +179,7 @@ xcb_timestamp_t Connection::serverTime() {
   awaitServer();
   while (auto event = ownReply(xcb_poll_for_queued_event(m_connection))) {
     const auto& notification = reinterpret_cast<const xcb_property_notify_event_t&>(*event);
-    if ((event->response_type & 0x7F) == XCB_PROPERTY_NOTIFY && notification.window == m_timeWindow)
+    if (eventType(*event) == XCB_PROPERTY_NOTIFY && notification.window == m_timeWindow)
       return notification.time;
     m_received.push_back(std::move(event)); // keeps its turn
   }

@@ -5,8 +5,8 @@
 // uses it.
 #pragma once
 
-#include "backends/x11/EventObservers.h"
 #include "backends/x11/XcbReply.h"
+#include "foundation/Observers.h"
 #include "foundation/Registration.h"
 
 #include <cstdint>
@@ -87,7 +87,7 @@ private:
   std::uint32_t m_rootEventMask = 0;
   std::unordered_map<std::string, xcb_atom_t> m_atoms;
   std::deque<XcbReply<xcb_generic_event_t>> m_received; // taken from xcb and not dispatched yet
-  EventObservers<const xcb_generic_event_t&> m_handlers;
+  Observers<const xcb_generic_event_t&> m_handlers;
   _GSource* m_source = nullptr;
 };
 

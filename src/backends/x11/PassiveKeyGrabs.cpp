@@ -1,6 +1,7 @@
 #include "backends/x11/PassiveKeyGrabs.h"
 
 #include "backends/x11/Connection.h"
+#include "backends/x11/XcbEvent.h"
 #include "foundation/Log.h"
 
 #include <algorithm>
@@ -128,7 +129,7 @@ void PassiveKeyGrabs::release(const std::vector<Grab>& grabs) {
 }
 
 void PassiveKeyGrabs::handleEvent(const xcb_generic_event_t& event) {
-  switch (event.response_type & 0x7F) {
+  switch (eventType(event)) {
   case XCB_KEY_PRESS:
     handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
     return;

@@ -1,6 +1,7 @@
 #include "backends/x11/PinchGestures.h"
 
 #include "backends/x11/Connection.h"
+#include "backends/x11/XcbEvent.h"
 #include "foundation/Log.h"
 
 #include <utility>
@@ -50,7 +51,7 @@ void PinchGestures::select() {
 }
 
 void PinchGestures::handleEvent(const xcb_generic_event_t& event) {
-  if ((event.response_type & 0x7F) != XCB_GE_GENERIC) return;
+  if (eventType(event) != XCB_GE_GENERIC) return;
   const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
   if (generic.extension != *m_opcode) return;
   switch (generic.event_type) {

@@ -3,7 +3,7 @@
 // gestures itself, and a server may have one listener only: what it tells comes besides other evidence.
 #pragma once
 
-#include "backends/x11/EventObservers.h"
+#include "foundation/Observers.h"
 #include "foundation/Registration.h"
 
 #include <cstdint>
@@ -31,7 +31,7 @@ private:
 
   Connection& m_connection;
   std::optional<std::uint8_t> m_opcode; // of the input extension
-  EventObservers<PinchPhase> m_observers;
+  Observers<PinchPhase> m_observers;
   Registration m_events;
 };
 

@@ -1,6 +1,7 @@
 #include "backends/x11/RawPointer.h"
 
 #include "backends/x11/Connection.h"
+#include "backends/x11/XcbEvent.h"
 #include "foundation/Log.h"
 
 #include <span>
@@ -88,7 +89,7 @@ void RawPointer::select() {
 }
 
 void RawPointer::handleEvent(const xcb_generic_event_t& event) {
-  if ((event.response_type & 0x7F) != XCB_GE_GENERIC) return;
+  if (eventType(event) != XCB_GE_GENERIC) return;
   const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
   if (generic.extension != *m_opcode) return;
 
@@ -147,7 +148,7 @@ void RawPointer::peekPresses(const ButtonBlock& block) {
   std::vector<xcb_input_raw_button_press_event_t> presses;
   m_connection.peek([&](const xcb_generic_event_t& event) {
     const auto& generic = reinterpret_cast<const xcb_ge_generic_event_t&>(event);
-    if (m_opcode && (event.response_type & 0x7F) == XCB_GE_GENERIC && generic.extension == *m_opcode &&
+    if (m_opcode && eventType(event) == XCB_GE_GENERIC && generic.extension == *m_opcode &&
         generic.event_type == XCB_INPUT_RAW_BUTTON_PRESS)
       presses.push_back(rawButton(event));
   });

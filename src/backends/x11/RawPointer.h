@@ -4,7 +4,7 @@
 // Needs a connection of its own, so that draining it handles nothing else.
 #pragma once
 
-#include "backends/x11/EventObservers.h"
+#include "foundation/Observers.h"
 #include "foundation/Registration.h"
 
 #include <cstdint>
@@ -53,9 +53,9 @@ private:
   Connection& m_connection;
   std::optional<std::uint8_t> m_opcode; // of the input extension
   std::uint32_t m_selected = 0;
-  EventObservers<std::uint32_t, xcb_timestamp_t> m_presses;
-  EventObservers<std::uint32_t, xcb_timestamp_t> m_releases;
-  EventObservers<> m_motion;
+  Observers<std::uint32_t, xcb_timestamp_t> m_presses;
+  Observers<std::uint32_t, xcb_timestamp_t> m_releases;
+  Observers<> m_motion;
   Registration m_events;
 };
 

@@ -3,7 +3,8 @@
 // colour. Main thread only; wakes up only for such a change. Used by the status item.
 #pragma once
 
-#include "backends/x11/EventObservers.h"
+#include "backends/x11/SelectionOwnerWatch.h"
+#include "foundation/Observers.h"
 #include "foundation/Registration.h"
 
 #include <cstdint>
@@ -27,21 +28,19 @@ public:
 
   Connection& connection() const { return m_connection; }
   // The tray's window, which tells one tray from the next; XCB_NONE while there is none.
-  xcb_window_t tray() const { return m_tray; }
+  xcb_window_t tray() const { return m_tray.owner(); }
   // Asked of the server now. Nothing when there is no tray or it does not say.
   std::optional<Color> foreground();
   Registration observeChanges(std::function<void()> block) { return m_observers.add(std::move(block)); }
 
 private:
   void handleEvent(const xcb_generic_event_t& event);
-  void setTray(xcb_window_t tray);
+  void listenToTray();
 
   Connection& m_connection;
-  EventObservers<> m_observers;
-  xcb_atom_t m_selection = XCB_ATOM_NONE;
+  Observers<> m_observers;
+  SelectionOwnerWatch m_tray;
   xcb_atom_t m_colors = XCB_ATOM_NONE;
-  xcb_window_t m_tray = XCB_NONE;
-  std::uint8_t m_selectionNotify = 0; // the server's number of the event; 0 where it lacks the extension
   Registration m_events;
 };
 

@@ -1,6 +1,7 @@
 #include "backends/x11/TrayIcon.h"
 
 #include "backends/x11/Connection.h"
+#include "backends/x11/XcbEvent.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -111,7 +112,7 @@ void TrayIcon::askForPlace() {
 }
 
 void TrayIcon::handleEvent(const xcb_generic_event_t& event) {
-  switch (event.response_type & 0x7F) {
+  switch (eventType(event)) {
   case XCB_CONFIGURE_NOTIFY: {
     const auto& changed = reinterpret_cast<const xcb_configure_notify_event_t&>(event);
     if (changed.window != m_window) return;

@@ -2,6 +2,7 @@
 
 #include "backends/linux/VirtualKeyCodes.h"
 #include "backends/x11/Connection.h"
+#include "backends/x11/XcbEvent.h"
 #include "foundation/Log.h"
 
 #include <cstddef>
@@ -164,7 +165,7 @@ xcb_window_t X11KeyRecorder::ownWindow() {
 
 void X11KeyRecorder::handleEvent(const xcb_generic_event_t& event) {
   if (m_keyboard == Keyboard::free) return;
-  switch (event.response_type & 0x7F) {
+  switch (eventType(event)) {
   case XCB_KEY_PRESS:
     handlePress(reinterpret_cast<const xcb_key_press_event_t&>(event));
     return;

@@ -4,6 +4,7 @@
 #include "backends/x11/WindowIcon.h"
 #include "backends/x11/WindowIdentity.h"
 #include "backends/x11/WindowRegistry.h"
+#include "backends/x11/XcbEvent.h"
 
 #include <array>
 #include <cctype>
@@ -69,7 +70,7 @@ std::string X11TopLevelWindows::makeStartupId(const std::string& entryName) {
 }
 
 void X11TopLevelWindows::handleEvent(const xcb_generic_event_t& event) {
-  switch (event.response_type & 0x7F) {
+  switch (eventType(event)) {
   case XCB_PROPERTY_NOTIFY:
     handleProperty(reinterpret_cast<const xcb_property_notify_event_t&>(event));
     return;

@@ -7,9 +7,9 @@
 #include "backends/x11/ActiveWindow.h"
 #include "backends/x11/ClientList.h"
 #include "backends/x11/DelayedCall.h"
-#include "backends/x11/EventObservers.h"
 #include "backends/x11/WindowActivation.h"
 #include "backends/x11/WindowRestoration.h"
+#include "foundation/Observers.h"
 
 #include <memory>
 #include <vector>
@@ -51,7 +51,7 @@ private:
   std::unique_ptr<WindowRegistry> m_registry;
   WindowRestoration m_restoration;
   xcb_window_t m_windowManager = XCB_NONE; // the window that names itself the window manager's
-  EventObservers<> m_observers;
+  Observers<> m_observers;
   DelayedCall m_refresh;
   Registration m_events;
   int m_startupCount = 0;

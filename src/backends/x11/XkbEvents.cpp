@@ -1,6 +1,7 @@
 #include "backends/x11/XkbEvents.h"
 
 #include "backends/x11/Connection.h"
+#include "backends/x11/XcbEvent.h"
 #include "foundation/Log.h"
 
 // The C header has a member of this name.
@@ -83,7 +84,7 @@ std::optional<XkbEvents::ModifierChange> XkbEvents::modifierChange(const xcb_gen
 
 bool XkbEvents::isOfType(const xcb_generic_event_t& event, std::uint8_t xkbType) const {
   // Every event of the extension has its own type where others keep the detail.
-  return (event.response_type & 0x7F) == m_eventType && event.pad0 == xkbType;
+  return eventType(event) == m_eventType && event.pad0 == xkbType;
 }
 
 } // namespace orbel

@@ -1,8 +1,8 @@
 // Windows that the test opens and closes.
 #pragma once
 
-#include "backends/linux/Observers.h"
 #include "backends/linux/TopLevelWindows.h"
+#include "foundation/Observers.h"
 
 #include <map>
 #include <string>
@@ -46,7 +46,7 @@ public:
     std::erase_if(list, [id](const TopLevelWindow& window) { return window.id == id; });
     changed();
   }
-  void changed() { m_observers.call(); }
+  void changed() { m_observers.notify(); }
 
   std::vector<TopLevelWindow> list;
   std::optional<std::uint64_t> active;
@@ -59,7 +59,7 @@ public:
   std::uint64_t mark = 100;
 
 private:
-  Observers m_observers;
+  Observers<> m_observers;
 };
 
 } // namespace orbel

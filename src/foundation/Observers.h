@@ -1,6 +1,7 @@
-// A list of blocks that are told of something. Blocks may be added and removed while they are being called:
-// one that was removed is not called any more, one that was added waits for the next time. Calling allocates
-// nothing.
+// A list of blocks that are told of something, each for as long as its registration lives, in the order in
+// which they were added. Blocks may be added and removed while they are being called: one that was removed is
+// not called any more, one that was added waits for the next time. The list may go before its registrations,
+// also within a call. Calling allocates nothing. Main thread only.
 #pragma once
 
 #include "foundation/Registration.h"
@@ -14,14 +15,13 @@
 namespace orbel {
 
 template <class... Arguments>
-class EventObservers {
+class Observers {
 public:
   using Block = std::function<void(Arguments...)>;
 
+  Observers() = default;
   // `countChanged` is called after a block came or went.
-  explicit EventObservers(std::function<void()> countChanged = {}) : m_state(std::make_shared<State>()) {
-    m_state->countChanged = std::move(countChanged);
-  }
+  explicit Observers(std::function<void()> countChanged) { m_state->countChanged = std::move(countChanged); }
 
   Registration add(Block block) {
     auto entry = std::make_shared<Block>(std::move(block));
@@ -61,7 +61,7 @@ private:
       changed(-1);
     }
   };
-  std::shared_ptr<State> m_state;
+  std::shared_ptr<State> m_state = std::make_shared<State>();
 };
 
 } // namespace orbel

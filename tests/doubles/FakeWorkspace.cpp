@@ -140,6 +140,7 @@ ResolvedBookmark FakeWorkspace::resolveBookmark(const PropertyList::Data& data) 
   std::string text(data.size(), '\0');
   if (!data.empty()) std::memcpy(text.data(), data.data(), data.size());
   if (startsWith(text, "stale:")) return {text.substr(6), true, std::nullopt};
+  if (startsWith(text, "warning:")) return {text.substr(8), false, WorkspaceError{"not all of it was found"}};
   const auto moved = m_newPaths.find(text);
   if (moved != m_newPaths.end()) return {moved->second, true, std::nullopt};
   if (!startsWith(text, "/") || fileKind(text) == FileKind::missing)

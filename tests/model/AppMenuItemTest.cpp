@@ -43,6 +43,23 @@ TEST_F(AppMenuItemTest, ReplacesAStaleBookmarkInMemoryAndStoresTheFreshOneNextTi
   EXPECT_EQ(stored(*item), PropertyList(storedApp("/moved/A.app", "A")));
 }
 
+TEST_F(AppMenuItemTest, StaysWhereAnErrorComesTogetherWithAPath) {
+  const auto item = AppMenuItem::withDictionaryRepresentation(storedApp("warning:/A.app", "A"));
+  ASSERT_TRUE(item);
+  EXPECT_EQ(item->url(), "/A.app");
+  EXPECT_EQ(platform.logged, Strings{"not all of it was found"});
+  EXPECT_EQ(stored(*item), PropertyList(storedApp("warning:/A.app", "A")));
+}
+
+TEST_F(AppMenuItemTest, KeepsAStaleBookmarkThatCannotBeMadeAnew) {
+  platform.workspace.files["/gone/A.app"] = Workspace::FileKind::missing;
+  const auto item = AppMenuItem::withDictionaryRepresentation(storedApp("stale:/gone/A.app", "A"));
+  ASSERT_TRUE(item);
+  EXPECT_EQ(item->url(), "/gone/A.app");
+  EXPECT_EQ(platform.logged, Strings{"no bookmark of /gone/A.app"});
+  EXPECT_EQ(stored(*item), PropertyList(storedApp("stale:/gone/A.app", "A")));
+}
+
 TEST_F(AppMenuItemTest, SharesItsIconWithEveryItemOfTheSamePath) {
   const auto image = AppMenuItem::withPath("/A.app")->image();
   ASSERT_TRUE(image);

@@ -64,6 +64,21 @@ TEST_F(FileMenuItemTest, ReplacesAStaleBookmarkInMemoryAndStoresTheFreshOneNextT
   EXPECT_EQ(stored(*item), PropertyList(storedFile("/moved/b", "b")));
 }
 
+TEST_F(FileMenuItemTest, LogsAnErrorThatComesTogetherWithAPathAndUsesThePath) {
+  const auto item = read(storedFile("warning:/a", "a"));
+  EXPECT_EQ(item->url(), "/a");
+  EXPECT_EQ(platform.logged, Strings{"not all of it was found"});
+  EXPECT_EQ(stored(*item), PropertyList(storedFile("warning:/a", "a")));
+}
+
+TEST_F(FileMenuItemTest, KeepsAStaleBookmarkThatCannotBeMadeAnew) {
+  platform.workspace.files["/gone"] = Workspace::FileKind::missing;
+  const auto item = read(storedFile("stale:/gone", "a"));
+  EXPECT_EQ(item->url(), "/gone");
+  EXPECT_EQ(platform.logged, Strings{"no bookmark of /gone"});
+  EXPECT_EQ(stored(*item), PropertyList(storedFile("stale:/gone", "a")));
+}
+
 TEST_F(FileMenuItemTest, LeavesAGoodBookmarkAsItIs) {
   read(storedFile("/a", "a"));
   EXPECT_EQ(platform.workspace.bookmarksMade, 0);

@@ -5,8 +5,12 @@
 #include "model/CoreMenuItem.h"
 #include "model/FileMenuItem.h"
 #include "model/ModelFixture.h"
+#include "model/RepresentsRunningApplication.h"
+#include "model/RunningAppMenuItem.h"
 
+#include <map>
 #include <random>
+#include <utility>
 
 namespace orbel {
 namespace {
@@ -67,6 +71,110 @@ TEST_F(MenuItemTest, CanDoNothingByDefault) {
   EXPECT_EQ(item.name(), std::nullopt);
   EXPECT_EQ(item.subitems(), std::nullopt);
   EXPECT_TRUE(platform.workspace.actions.empty());
+}
+
+// What an item offers to whoever does not know its kind.
+struct Offer {
+  std::string kind;
+  bool rename;
+  bool image;
+  bool alwaysRuns;
+  bool openPath;
+  bool otherApplications;
+  bool quitWhileItRuns;
+  bool subitems;
+  std::vector<std::string> stored; // the keys, none for an item that is never stored
+  bool representsRunningApplication;
+};
+
+TEST_F(MenuItemTest, EachKindOffersWhatTheTableSays) {
+  const auto program = platform.workspace.launch(7, "Mail", "/B.app", "/B.app/program");
+  platform.workspace.namedImages = {"Mail"};
+  const std::map<std::string, MenuItemPointer> items = {
+      {"FileMenuItem", FileMenuItem::withPath("/a")},
+      {"AppMenuItem", AppMenuItem::withPath("/B.app")},
+      {"CoreMenuItem", CoreMenuItem::withName("Mail")},
+      {"RunningAppMenuItem", RunningAppMenuItem::withRunningApplication(program)},
+      {"CollectionMenuItem", CollectionMenuItem::withName("Work")},
+  };
+  items.at("CollectionMenuItem")->addSubitem(items.at("AppMenuItem"));
+  const Strings bookmarked{"bookmarkData", "class", "name"};
+  constexpr bool yes = true;
+  constexpr bool no = false;
+  const Strings named{"class", "name"};
+  const Strings withMembers{"class", "name", "subitems"};
+  // clang-format off
+  const std::vector<Offer> table = {
+      // kind                 rename image always open others quit subitems stored    represents
+      {"FileMenuItem",        no,    yes,  no,    no,  yes,   no,  no,  bookmarked,   no},
+      {"AppMenuItem",         no,    yes,  no,    yes, no,    yes, no,  bookmarked,   yes},
+      {"CoreMenuItem",        no,    yes,  no,    yes, no,    yes, no,  named,        yes},
+      {"RunningAppMenuItem",  no,    yes,  yes,   yes, no,    yes, no,  {},           yes},
+      {"CollectionMenuItem",  yes,   yes,  no,    no,  no,    no,  yes, withMembers,  yes},
+  };
+  // clang-format on
+  for (const Offer& offer : table) {
+    SCOPED_TRACE(offer.kind);
+    MenuItem& item = *items.at(offer.kind);
+    EXPECT_TRUE(item.name());
+    EXPECT_EQ(item.canRename(), offer.rename);
+    item.rename("Another");
+    EXPECT_EQ(item.name() == "Another", offer.rename);
+    EXPECT_EQ(item.image() != nullptr, offer.image);
+    EXPECT_EQ(item.isRunning(), offer.kind != "FileMenuItem") << "the program runs";
+    EXPECT_EQ(item.canOpenPath("/x"), offer.openPath);
+    platform.workspace.actions.clear();
+    item.openPath("/x");
+    EXPECT_EQ(!platform.workspace.actions.empty(), offer.openPath);
+    EXPECT_EQ(item.openWithAppPaths().has_value(), offer.otherApplications);
+    platform.workspace.actions.clear();
+    item.openWithAppPath("/B.app");
+    EXPECT_EQ(!platform.workspace.actions.empty(), offer.otherApplications);
+    EXPECT_EQ(item.canQuit(), offer.quitWhileItRuns);
+    platform.workspace.actions.clear();
+    item.quit();
+    EXPECT_EQ(platform.workspace.actions,
+              offer.quitWhileItRuns ? Strings{"openUrl orbelmenu-toolkit:terminate/7"} : Strings{});
+    EXPECT_EQ(item.canHoldSubitems(), offer.subitems);
+    EXPECT_EQ(item.subitems().has_value(), offer.subitems);
+    Strings keys;
+    const auto dictionary = item.dictionaryRepresentation();
+    if (dictionary) {
+      for (const auto& [key, value] : *dictionary->dictionary())
+        keys.push_back(key);
+      EXPECT_EQ(*dictionary->find("class")->string(), offer.kind);
+    }
+    EXPECT_EQ(keys, offer.stored);
+    EXPECT_EQ(item.identity().rfind(offer.kind, 0), 0u) << item.identity();
+    const auto* matching = dynamic_cast<RepresentsRunningApplication*>(&item);
+    EXPECT_EQ(matching != nullptr, offer.representsRunningApplication);
+    EXPECT_TRUE(!matching || matching->representsRunningApplication(*program));
+  }
+  platform.workspace.terminate(7);
+  for (const Offer& offer : table) {
+    EXPECT_EQ(items.at(offer.kind)->isRunning(), offer.alwaysRuns) << offer.kind;
+    EXPECT_EQ(items.at(offer.kind)->canQuit(), offer.alwaysRuns) << offer.kind;
+  }
+}
+
+TEST_F(MenuItemTest, OpeningDoesWhatTheKindStandsFor) {
+  platform.workspace.files["/folder"] = Workspace::FileKind::directory;
+  const auto program = platform.workspace.launch(7, "Letters", "/B.app", "/B.app/program");
+  const auto collection = CollectionMenuItem::withName("Work");
+  collection->addSubitem(CoreMenuItem::withName("Mail"));
+  const std::vector<std::pair<MenuItemPointer, Strings>> table = {
+      {FileMenuItem::withPath("/a"), {"openFile /a"}},
+      {FileMenuItem::withPath("/folder"), {"showFolder /folder"}},
+      {AppMenuItem::withPath("/B.app"), {"launchPath /B.app"}},
+      {CoreMenuItem::withName("Mail"), {"launch Mail"}},
+      {RunningAppMenuItem::withRunningApplication(program), {"launch /B.app/program"}},
+      {collection, {}},
+  };
+  for (const auto& [item, actions] : table) {
+    platform.workspace.actions.clear();
+    item->open();
+    EXPECT_EQ(platform.workspace.actions, actions) << item->identity();
+  }
 }
 
 TEST_F(MenuItemTest, IsIdentifiedByItselfByDefault) {

@@ -27,7 +27,8 @@ protected:
   }
   static ImagePointer anyImage() { return Image::withBitmap({320, 320}, Bitmap(1, 1)); }
 
-  // The doubles read a bookmark as the path it holds; "broken:..." does not resolve, "stale:..." is stale.
+  // The doubles read a bookmark as the path it holds; "broken:..." does not resolve, "stale:..." is stale,
+  // "warning:..." resolves with an error beside the path.
   static PropertyList bookmark(const std::string& path) { return FakeWorkspace::bookmark(path); }
   static Dictionary storedFile(const std::string& path, const std::string& name) {
     return {{"class", "FileMenuItem"}, {"name", name}, {"bookmarkData", bookmark(path)}};

@@ -32,7 +32,7 @@ QString QtVideoPlayers::findProgram() {
   const QString folder = QCoreApplication::applicationDirPath();
   const QString beside = folder + QLatin1Char('/') + QLatin1String(kProgram);
   if (QFileInfo(beside).isExecutable()) return beside;
-  return folder + QStringLiteral("/../libexec/orbelmenu/") + QLatin1String(kProgram);
+  return folder + QStringLiteral("/" ORBEL_VIDEO_FROM_PROGRAMS "/") + QLatin1String(kProgram);
 }
 
 ImagePointer QtVideoPlayers::still(const std::string& resource, Size size) {

@@ -47,6 +47,75 @@ bool writeAll(int descriptor, const PropertyList::Data& bytes) {
   return true;
 }
 
+// A new file beside the one whose name it is to take, with its bytes on the disk. Whatever stands under its
+// own name at the end is removed.
+class TemporaryFile {
+public:
+  // The cause when that failed, which is when the file of that name may not be written, too: a rename would
+  // get past a write protection that the user has set on the file alone.
+  TemporaryFile(const std::string& path, const PropertyList::Data& bytes, std::string& cause)
+      : m_path(path), m_name(FileStorage::folderOf(path) + "/." + FileStorage::nameOf(path) + ".XXXXXX") {
+    if (::access(path.c_str(), W_OK) != 0 && errno != ENOENT) {
+      cause = std::strerror(errno);
+      return;
+    }
+    Descriptor file(::mkostemp(m_name.data(), O_CLOEXEC)); // mode 0600
+    m_exists = file.isOpen();
+    struct stat status {};
+    m_isWritten = m_exists && writeAll(file.number(), bytes) && ::fsync(file.number()) == 0 &&
+                  ::fstat(file.number(), &status) == 0 && file.close();
+    m_number = status.st_ino;
+    if (!m_isWritten) cause = std::strerror(errno);
+  }
+  ~TemporaryFile() {
+    if (m_exists) ::unlink(m_name.c_str());
+  }
+  TemporaryFile(const TemporaryFile&) = delete;
+  TemporaryFile& operator=(const TemporaryFile&) = delete;
+
+  bool isWritten() const { return m_isWritten; }
+  const std::string& name() const { return m_name; }
+  ino_t number() const { return m_number; }
+
+  bool takeName() {
+    if (::rename(m_name.c_str(), m_path.c_str()) != 0) return false;
+    nameIsTaken();
+    return true;
+  }
+  void nameIsTaken() {
+    m_exists = false;
+    syncFolder();
+  }
+  void syncFolder() const {
+    const Descriptor folder(
+        ::open(FileStorage::folderOf(m_path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (folder.isOpen()) ::fsync(folder.number()); // some file systems cannot; the file itself is safe
+  }
+
+private:
+  std::string m_path, m_name;
+  ino_t m_number = 0;
+  bool m_exists = false, m_isWritten = false;
+};
+
+// 0 where there is none.
+ino_t numberOf(const std::string& path) {
+  struct stat status {};
+  return ::stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+}
+
+// Another program's file stands under the temporary name, ours under the path. The other one gets its name
+// back; where one more has taken that name meanwhile, it is the newer one and keeps it.
+void giveBack(const TemporaryFile& ours, const std::string& path) {
+  ino_t put = ours.number(); // what stands at the path by our doing
+  while (true) {
+    const ino_t held = numberOf(ours.name());
+    if (::renameat2(AT_FDCWD, ours.name().c_str(), AT_FDCWD, path.c_str(), RENAME_EXCHANGE) != 0) return;
+    if (numberOf(ours.name()) == put) return;
+    put = held;
+  }
+}
+
 } // namespace
 
 FileStorage::Content FileStorage::read(const std::string& path, std::size_t limit) {
@@ -75,21 +144,39 @@ FileStorage::Content FileStorage::read(const std::string& path, std::size_t limi
 }
 
 std::optional<std::string> FileStorage::replace(const std::string& path, const PropertyList::Data& bytes) {
-  // A rename would get past a write protection that the user has set on the file alone.
-  if (::access(path.c_str(), W_OK) != 0 && errno != ENOENT) return std::strerror(errno);
-
-  std::string temporary = folderOf(path) + "/." + nameOf(path) + ".XXXXXX";
-  Descriptor file(::mkostemp(temporary.data(), O_CLOEXEC)); // mode 0600
-  if (!file.isOpen()) return std::strerror(errno);
-  if (!writeAll(file.number(), bytes) || ::fsync(file.number()) != 0 || !file.close() ||
-      ::rename(temporary.c_str(), path.c_str()) != 0) {
-    const std::string cause = std::strerror(errno);
-    ::unlink(temporary.c_str());
-    return cause;
-  }
-  const Descriptor folder(::open(folderOf(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  if (folder.isOpen()) ::fsync(folder.number()); // some file systems cannot; the file itself is safe
+  std::string cause;
+  TemporaryFile file(path, bytes, cause);
+  if (!file.isWritten()) return cause;
+  if (!file.takeName()) return std::strerror(errno);
   return std::nullopt;
+}
+
+FileStorage::ReplacementResult FileStorage::replaceIfStill(const std::string& path,
+                                                           const std::optional<PropertyList::Data>& expected,
+                                                           const PropertyList::Data& bytes) {
+  std::string cause;
+  TemporaryFile file(path, bytes, cause);
+  if (!file.isWritten()) return {Replacement::failed, cause};
+  // One step, so that nobody's file can come in between a look and the replacement.
+  const unsigned how = expected ? RENAME_EXCHANGE : RENAME_NOREPLACE;
+  if (::renameat2(AT_FDCWD, file.name().c_str(), AT_FDCWD, path.c_str(), how) == 0) {
+    if (!expected) {
+      file.nameIsTaken();
+      return {Replacement::done, {}};
+    }
+    const Content earlier = read(file.name(), expected->size());
+    if (earlier.outcome == Outcome::read && earlier.bytes == *expected) {
+      file.syncFolder();
+      return {Replacement::done, {}}; // what stands under the temporary name now goes with it
+    }
+    giveBack(file, path);
+    return {Replacement::overtaken, {}};
+  }
+  if (errno == (expected ? ENOENT : EEXIST)) return {Replacement::overtaken, {}};
+  // A file system that cannot do that.
+  const bool cannot = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+  if (cannot && file.takeName()) return {Replacement::done, {}};
+  return {Replacement::failed, std::strerror(errno)};
 }
 
 std::string FileStorage::followLinks(const std::string& path) {

@@ -28,6 +28,18 @@ public:
   // either.
   static std::optional<std::string> replace(const std::string& path, const PropertyList::Data& bytes);
 
+  enum class Replacement { done, overtaken, failed };
+  struct ReplacementResult {
+    Replacement outcome = Replacement::failed;
+    std::string cause; // when failed
+  };
+  // Like replace(), for a file that other programs write, too: only while it is as expected (nothing: while
+  // there is none). Overtaken by another program, which may be at it in this very moment, it leaves that
+  // program's file at its place.
+  static ReplacementResult replaceIfStill(const std::string& path,
+                                          const std::optional<PropertyList::Data>& expected,
+                                          const PropertyList::Data& bytes);
+
   // The file that a chain of symbolic links leads to, existing or not; the path itself when it is no link.
   static std::string followLinks(const std::string& path);
 

@@ -17,6 +17,8 @@ namespace {
 // Far above a list of ten thousand items; what is larger is not even read into memory.
 constexpr std::size_t kLargestFile = 64 * 1024 * 1024;
 
+constexpr int kMostAttempts = 5; // of a save that another program's is always quicker than
+
 std::variant<PropertyList::Dictionary, std::string> decode(const PropertyList::Data& bytes) {
   auto result = PropertyListCoder::read(bytes);
   if (const auto* failure = std::get_if<PropertyListCoder::Failure>(&result)) return failure->cause;
@@ -90,20 +92,32 @@ void PreferencesFile::scheduleSave() {
 
 bool PreferencesFile::save(Patience patience) {
   if (!hasUnsavedChanges()) return true;
-  const bool valuesChanged = takeChangesFromDisk(patience);
-  // While another program seems to be writing, the file waits; fileMayHaveChanged() schedules this again.
-  const bool mustWait = m_doubtfulBytes.has_value();
-  const bool isSaved = !mustWait && (!hasUnsavedChanges() || write());
+  bool valuesChanged = false;
+  auto outcome = FileStorage::Replacement::overtaken;
+  for (int attempt = 0; attempt < kMostAttempts && outcome == FileStorage::Replacement::overtaken;
+       ++attempt) {
+    valuesChanged = takeChangesFromDisk(patience) || valuesChanged;
+    // While another program seems to be writing, the file waits; fileMayHaveChanged() schedules this again.
+    if (m_doubtfulBytes) break;
+    outcome = hasUnsavedChanges() ? write(Over::whatIsKnown) : FileStorage::Replacement::done;
+  }
+  if (outcome == FileStorage::Replacement::overtaken && !m_doubtfulBytes) scheduleSave();
   if (valuesChanged) m_observers.notify();
-  return isSaved;
+  return outcome == FileStorage::Replacement::done;
 }
 
-bool PreferencesFile::write() {
+FileStorage::Replacement PreferencesFile::write(Over over) {
   if (!m_refusal.empty()) return reportSaveFailure(m_refusal);
   if (auto cause = FileStorage::makeFolder(FileStorage::folderOf(m_path))) return reportSaveFailure(*cause);
   auto bytes = PropertyListCoder::write(m_values, PropertyListCoder::Format::xml);
-  if (auto cause = FileStorage::replace(FileStorage::followLinks(m_path), bytes))
+  const std::string file = FileStorage::followLinks(m_path);
+  if (over == Over::whatIsKnown) {
+    const auto result = FileStorage::replaceIfStill(file, m_diskBytes, bytes);
+    if (result.outcome == FileStorage::Replacement::failed) return reportSaveFailure(result.cause);
+    if (result.outcome == FileStorage::Replacement::overtaken) return result.outcome;
+  } else if (auto cause = FileStorage::replace(file, bytes)) {
     return reportSaveFailure(*cause);
+  }
   m_diskBytes = std::move(bytes);
   m_unsavedKeys.clear();
   m_mustSave = false;
@@ -111,15 +125,15 @@ bool PreferencesFile::write() {
     Log::information("the preferences are saved again in " + m_path);
   writeBackup(*m_diskBytes);
   watch();
-  return true;
+  return FileStorage::Replacement::done;
 }
 
-bool PreferencesFile::reportSaveFailure(const std::string& cause) {
+FileStorage::Replacement PreferencesFile::reportSaveFailure(const std::string& cause) {
   if (!std::exchange(m_isSaveFailureKnown, true)) {
     Log::error("the preferences could not be saved in " + m_path + ": " + cause +
                "; changes stay in memory until that works");
   }
-  return false;
+  return FileStorage::Replacement::failed;
 }
 
 bool PreferencesFile::takeChangesFromDisk(Patience patience) {
@@ -203,7 +217,7 @@ bool PreferencesFile::takeUnreadable(const std::string& cause) {
     // At once, and over the bad file: there is no moment without a file that could be taken for a fresh
     // start.
     m_mustSave = true;
-    write();
+    write(Over::anything);
   }
   return valuesChanged;
 }

@@ -5,6 +5,7 @@
 // PreferencesStore.
 #pragma once
 
+#include "backends/linux/FileStorage.h"
 #include "backends/linux/FolderWatch.h"
 #include "foundation/Observers.h"
 #include "foundation/RunLoop.h"
@@ -42,6 +43,7 @@ public:
 
 private:
   enum class Patience { none, waitForWriter }; // with a file that cannot be read
+  enum class Over { whatIsKnown, anything };   // what the file may hold that is replaced
 
   void start();
   // Takes over what is on disk if it changed since it was last seen. True when values changed.
@@ -56,8 +58,8 @@ private:
   void fileMayHaveChanged();
   bool hasUnsavedChanges() const { return m_mustSave || !m_unsavedKeys.empty(); }
   bool save(Patience patience);
-  bool write();
-  bool reportSaveFailure(const std::string& cause);
+  FileStorage::Replacement write(Over over);
+  FileStorage::Replacement reportSaveFailure(const std::string& cause); // failed
   void writeBackup(const PropertyList::Data& bytes);
   void watch();
   void watchFolder(std::unique_ptr<FolderWatch>& watch, const std::string& path);

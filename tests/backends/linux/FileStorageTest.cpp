@@ -9,6 +9,8 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <optional>
+#include <thread>
 
 namespace orbel {
 namespace {
@@ -52,6 +54,42 @@ TEST_F(FileStorageTest, LeavesNothingBehindWhenTheNameCannotBeTaken) {
   std::filesystem::create_directory(path); // a file cannot be renamed over a folder
   EXPECT_TRUE(FileStorage::replace(path, DesktopSandbox::bytes("x")).has_value());
   EXPECT_EQ(DesktopSandbox::list(folder), std::vector<std::string>{"file"});
+}
+
+TEST_F(FileStorageTest, ReplacesAFileOfSeveralWritersOnlyWhileItIsAsExpected) {
+  using Replacement = FileStorage::Replacement;
+  const auto bytes = [](const char* text) { return DesktopSandbox::bytes(text); };
+  const auto replace = [&](std::optional<PropertyList::Data> expected, const char* text) {
+    return FileStorage::replaceIfStill(path, expected, bytes(text)).outcome;
+  };
+  EXPECT_EQ(replace(bytes("old"), "new"), Replacement::overtaken) << "it has been removed";
+  EXPECT_EQ(replace(std::nullopt, "first"), Replacement::done);
+  EXPECT_EQ(replace(std::nullopt, "again"), Replacement::overtaken) << "there is one now";
+  EXPECT_EQ(DesktopSandbox::read(path), "first");
+  EXPECT_EQ(replace(bytes("first"), "second"), Replacement::done);
+  for (const char* other : {"", "secon", "second!", "SECOND"}) {
+    EXPECT_EQ(replace(bytes(other), "third"), Replacement::overtaken) << other;
+    EXPECT_EQ(DesktopSandbox::read(path), "second");
+  }
+  EXPECT_EQ(DesktopSandbox::list(folder), std::vector<std::string>{"file"});
+  EXPECT_EQ(std::filesystem::status(path).permissions(), std::filesystem::perms{0600});
+}
+
+TEST_F(FileStorageTest, NeverReplacesWhatAQuickerProgramHasJustWritten) {
+  for (int round = 0; round < 300; ++round) {
+    const std::string before = "before " + std::to_string(round);
+    const std::string outside = "outside " + std::to_string(round);
+    DesktopSandbox::write(path, before);
+    std::thread other([&] {
+      const std::string temporary = folder + "/other";
+      DesktopSandbox::write(temporary, outside);
+      std::filesystem::rename(temporary, path);
+    });
+    FileStorage::replaceIfStill(path, DesktopSandbox::bytes(before), DesktopSandbox::bytes("ours"));
+    other.join();
+    // Ours either came before the other's or not at all.
+    ASSERT_EQ(DesktopSandbox::read(path), outside) << "round " << round;
+  }
 }
 
 TEST_F(FileStorageTest, FollowsChainsOfLinksAndStopsAtCircles) {

@@ -18,6 +18,7 @@
 #include <optional>
 #include <ostream>
 #include <regex>
+#include <thread>
 
 namespace orbel {
 namespace {
@@ -480,6 +481,25 @@ TEST_F(PreferencesFileTest, WorksInMemoryInAReadOnlyFolderAndSavesWhenThatIsPoss
     EXPECT_TRUE(readOnly.synchronize());
     EXPECT_EQ(decoded(file), (PropertyList::Dictionary{{"a", 3}}));
   }));
+}
+
+TEST_F(PreferencesFileTest, ASaveNeverLosesWhatAnotherProgramWritesInThatMoment) {
+  open();
+  for (std::int64_t round = 0; round < 200; ++round) {
+    std::thread other([&] {
+      const std::string temporary = folder + "/other";
+      DesktopSandbox::write(temporary, xml({{"outside", round}}));
+      std::filesystem::rename(temporary, path);
+    });
+    store->setObject("ours", round);
+    store->synchronize();
+    other.join();
+    store->setObject("later", round);
+    ASSERT_TRUE(store->synchronize());
+    const auto values = onDisk();
+    ASSERT_EQ(values.count("outside"), 1U) << "round " << round;
+    ASSERT_EQ(values.at("outside"), PropertyList(round));
+  }
 }
 
 TEST_F(PreferencesFileTest, RetriesAFailedSaveWithTheNextChange) {

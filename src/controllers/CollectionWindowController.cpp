@@ -209,7 +209,7 @@ void CollectionWindowController::didMoveItem(ItemPath from, ItemPath to) {
 }
 
 bool CollectionWindowController::didReceiveDrag(const DragInfo& drag, ItemPath inFrontOf) {
-  if (const auto paths = drag.filePaths()) {
+  if (const auto& paths = drag.filePaths()) {
     auto index = static_cast<std::size_t>(std::max<std::int64_t>(inFrontOf.position, 0));
     for (const MenuItemPointer& item : menuItemsForDroppedPaths(*paths))
       m_collectionItem->insertSubitem(item, index++);
@@ -226,7 +226,7 @@ bool CollectionWindowController::canDrop(const DragInfo& drag, ItemPath target) 
 
 bool CollectionWindowController::didDrop(const DragInfo& drag, ItemPath target) {
   const MenuItemPointer menuItem = subitem(target);
-  const auto paths = drag.filePaths();
+  const auto& paths = drag.filePaths();
   if (!menuItem || !paths) return false;
   const auto self = shared_from_this();
   bool taken = false;

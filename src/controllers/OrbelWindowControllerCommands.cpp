@@ -86,7 +86,7 @@ void OrbelWindowController::didDropItem(ItemPath draggedPath, ItemPath targetPat
 }
 
 bool OrbelWindowController::didReceiveDrag(const DragInfo& drag, ItemPath inFrontOf) {
-  if (const auto paths = drag.filePaths()) {
+  if (const auto& paths = drag.filePaths()) {
     const MenuItemList items = menuItemsForDroppedPaths(*paths);
     const auto index = static_cast<std::ptrdiff_t>(insertionIndex(inFrontOf.position));
     m_menuItems.insert(m_menuItems.begin() + index, items.begin(), items.end());
@@ -103,7 +103,7 @@ bool OrbelWindowController::canDrop(const DragInfo& drag, ItemPath targetPath) {
 
 bool OrbelWindowController::didDrop(const DragInfo& drag, ItemPath targetPath) {
   const MenuItemPointer target = menuItem(targetPath);
-  const auto paths = drag.filePaths();
+  const auto& paths = drag.filePaths();
   if (!target || !paths) return false;
   const auto self = shared_from_this();
   bool added = false;

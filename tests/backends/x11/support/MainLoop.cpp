@@ -25,7 +25,7 @@ bool waitUntil(const std::function<bool()>& condition) {
   const gint64 deadline = g_get_monotonic_time() + std::chrono::microseconds(kPatience).count();
   while (!condition()) {
     if (g_get_monotonic_time() >= deadline) return false;
-    g_usleep(500);
+    g_usleep(500); // another process is waited for, of which no event of ours tells
   }
   return true;
 }

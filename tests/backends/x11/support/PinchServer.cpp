@@ -57,7 +57,6 @@ PinchServer::PinchServer() {
     m_problem = std::string(kServer) + " is not installed";
     return;
   }
-  m_isInstalled = true;
   m_folder = (std::filesystem::temp_directory_path() / "pinch-test-XXXXXX").string();
   if (!mkdtemp(m_folder.data())) throw std::runtime_error("no temporary folder");
   std::ofstream(m_folder + "/xorg.conf") << configuration(m_folder + "/touchpad");

@@ -18,8 +18,6 @@ public:
   PinchServer(const PinchServer&) = delete;
   PinchServer& operator=(const PinchServer&) = delete;
 
-  // Whether this system has such a server at all.
-  bool isInstalled() const { return m_isInstalled; }
   // Empty when no such server can be started here; `problem` says why.
   const std::string& display() const { return m_display; }
   const std::string& problem() const { return m_problem; }
@@ -43,7 +41,6 @@ private:
   bool receive();
   void sendPinch(std::uint16_t gestureType, double scale);
 
-  bool m_isInstalled = false;
   std::string m_folder;
   std::string m_display;
   std::string m_problem;

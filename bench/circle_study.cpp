@@ -2,8 +2,8 @@
 // missed and then ends with status 1. Everything is drawn from fixed seeds, so that every run prints the
 // same.
 #include "app/settings/PointerCircleRecognizer.h"
-#include "gestures/Movement.h"
-#include "gestures/Wandering.h"
+#include "bench/gestures/Movement.h"
+#include "bench/gestures/Wandering.h"
 
 #include <cstdint>
 #include <cstdio>

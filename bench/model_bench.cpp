@@ -2,9 +2,9 @@
 // items, with real bookmarks of real files, and the floors beside it.
 #include "backends/linux/Bookmarks.h"
 #include "backends/linux/DesktopEntryIndex.h"
-#include "doubles/FakePlatform.h"
 #include "foundation/PropertyListCoder.h"
 #include "model/MenuItem.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <benchmark/benchmark.h>
 

@@ -1,11 +1,11 @@
 // What it costs to watch the pointer while another program moves it a thousand times a second: the real
 // agent, beside a bare client that only reads the same events. Prints one table; says which limits were
 // missed and then ends with status 1.
-#include "desktop/MovingPointer.h"
-#include "desktop/ProcessCost.h"
-#include "harness/OrbelAgent.h"
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "bench/desktop/MovingPointer.h"
+#include "bench/desktop/ProcessCost.h"
+#include "tests/desktop/harness/OrbelAgent.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <chrono>
 #include <cstdio>

@@ -1,6 +1,6 @@
 // The radial view with a thousand items: what a move of the pointer, a layout and a reload cost.
-#include "doubles/FakePlatform.h"
-#include "doubles/FakeViewTreeHost.h"
+#include "tests/doubles/FakePlatform.h"
+#include "tests/doubles/FakeViewTreeHost.h"
 #include "view/OrbelView.h"
 
 #include <benchmark/benchmark.h>

@@ -1,4 +1,4 @@
-#include "desktop/AnimationsOff.h"
+#include "bench/desktop/AnimationsOff.h"
 
 #include <cstdint>
 #include <cstring>

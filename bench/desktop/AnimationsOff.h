@@ -2,7 +2,7 @@
 // measured.
 #pragma once
 
-#include "harness/DisplayConnection.h"
+#include "tests/desktop/harness/DisplayConnection.h"
 
 namespace orbel::bench {
 

@@ -1,6 +1,6 @@
-#include "desktop/MovingPointer.h"
+#include "bench/desktop/MovingPointer.h"
 
-#include "harness/DisplayConnection.h"
+#include "tests/desktop/harness/DisplayConnection.h"
 
 #include <chrono>
 #include <xcb/xtest.h>

@@ -1,4 +1,4 @@
-#include "desktop/ProcessCost.h"
+#include "bench/desktop/ProcessCost.h"
 
 #include <filesystem>
 #include <fstream>

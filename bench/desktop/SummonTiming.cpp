@@ -1,4 +1,4 @@
-#include "desktop/SummonTiming.h"
+#include "bench/desktop/SummonTiming.h"
 
 #include <chrono>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 // From a key press to the picture: presses a combination through XTEST and watches the screen.
 #pragma once
 
-#include "harness/DesktopSession.h"
+#include "tests/desktop/harness/DesktopSession.h"
 
 #include <vector>
 #include <xcb/xcb.h>

@@ -1,9 +1,9 @@
 // The speeds a user feels, measured on the real agent under openbox with a compositor: prints one table, each
 // figure with its floor and its limit. Says which limits were missed and then ends with status 1.
-#include "desktop/AnimationsOff.h"
-#include "desktop/ProcessCost.h"
-#include "desktop/SummonTiming.h"
-#include "harness/OrbelAgent.h"
+#include "bench/desktop/AnimationsOff.h"
+#include "bench/desktop/ProcessCost.h"
+#include "bench/desktop/SummonTiming.h"
+#include "tests/desktop/harness/OrbelAgent.h"
 
 #define XK_LATIN1
 #define XK_MISCELLANY

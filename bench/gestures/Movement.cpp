@@ -1,4 +1,4 @@
-#include "gestures/Movement.h"
+#include "bench/gestures/Movement.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "gestures/Wandering.h"
+#include "bench/gestures/Wandering.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,7 +2,7 @@
 // and slow at both ends, corrects itself, rests, and sometimes roams. Positions are screen points.
 #pragma once
 
-#include "gestures/Movement.h"
+#include "bench/gestures/Movement.h"
 
 namespace orbel::bench {
 

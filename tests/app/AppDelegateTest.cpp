@@ -2,8 +2,8 @@
 
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
-#include "doubles/FakePlatform.h"
 #include "shortcut/MASShortcut.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

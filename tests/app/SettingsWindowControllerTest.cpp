@@ -3,7 +3,7 @@
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
 #include "app/settings/SettingsKeys.h"
-#include "doubles/FakePlatform.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -2,7 +2,7 @@
 #include "chrome/RoundVisualEffectView.h"
 #include "chrome/SwatchView.h"
 
-#include "doubles/RecordingCanvas.h"
+#include "tests/doubles/RecordingCanvas.h"
 
 #include <gtest/gtest.h>
 

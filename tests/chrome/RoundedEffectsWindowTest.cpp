@@ -1,7 +1,7 @@
 #include "chrome/RoundedEffectsWindow.h"
 
-#include "doubles/FakePlatform.h"
-#include "doubles/FakeSettingsForm.h"
+#include "tests/doubles/FakePlatform.h"
+#include "tests/doubles/FakeSettingsForm.h"
 
 #include <gtest/gtest.h>
 

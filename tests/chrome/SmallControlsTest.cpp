@@ -1,9 +1,9 @@
 #include "chrome/BezelView.h"
 #include "chrome/CloseButton.h"
 
-#include "doubles/FakeViewTreeHost.h"
-#include "doubles/ManualRunLoop.h"
-#include "doubles/RecordingCanvas.h"
+#include "tests/doubles/FakeViewTreeHost.h"
+#include "tests/doubles/ManualRunLoop.h"
+#include "tests/doubles/RecordingCanvas.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // The contracts of hot keys, event taps and the keyboard layout, for their doubles.
-#include "contracts/EventTapsContract.h"
-#include "contracts/HotKeysContract.h"
-#include "contracts/KeyboardLayoutContract.h"
-#include "doubles/FakeSystemServices.h"
+#include "tests/contracts/EventTapsContract.h"
+#include "tests/contracts/HotKeysContract.h"
+#include "tests/contracts/KeyboardLayoutContract.h"
+#include "tests/doubles/FakeSystemServices.h"
 
 namespace orbel::contracts {
 namespace {

@@ -1,5 +1,5 @@
-#include "contracts/PreferencesStoreContract.h"
-#include "doubles/FakePreferences.h"
+#include "tests/contracts/PreferencesStoreContract.h"
+#include "tests/doubles/FakePreferences.h"
 
 namespace orbel::contracts {
 namespace {

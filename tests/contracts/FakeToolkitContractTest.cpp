@@ -1,9 +1,9 @@
 // The contracts of what a toolkit gives, apart from windows, for the doubles.
-#include "contracts/ContextMenusContract.h"
-#include "contracts/DialogsContract.h"
-#include "contracts/GraphicsContract.h"
-#include "contracts/TextServicesContract.h"
-#include "doubles/FakeSystemServices.h"
+#include "tests/contracts/ContextMenusContract.h"
+#include "tests/contracts/DialogsContract.h"
+#include "tests/contracts/GraphicsContract.h"
+#include "tests/contracts/TextServicesContract.h"
+#include "tests/doubles/FakeSystemServices.h"
 
 namespace orbel::contracts {
 namespace {

@@ -1,5 +1,5 @@
-#include "contracts/WindowSystemContract.h"
-#include "doubles/FakeWindowSystem.h"
+#include "tests/contracts/WindowSystemContract.h"
+#include "tests/doubles/FakeWindowSystem.h"
 
 namespace orbel::contracts {
 namespace {

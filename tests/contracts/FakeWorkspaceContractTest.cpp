@@ -1,5 +1,5 @@
-#include "contracts/WorkspaceContract.h"
-#include "doubles/FakeWorkspace.h"
+#include "tests/contracts/WorkspaceContract.h"
+#include "tests/doubles/FakeWorkspace.h"
 
 namespace orbel::contracts {
 namespace {

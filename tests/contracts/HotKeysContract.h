@@ -8,8 +8,8 @@
 //                                                      it keeps it
 #pragma once
 
-#include "contracts/LoggedLines.h"
 #include "platform/HotKeys.h"
+#include "tests/contracts/LoggedLines.h"
 
 #include <gtest/gtest.h>
 

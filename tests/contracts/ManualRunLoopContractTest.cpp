@@ -1,5 +1,5 @@
-#include "contracts/RunLoopContract.h"
-#include "doubles/ManualRunLoop.h"
+#include "tests/contracts/RunLoopContract.h"
+#include "tests/doubles/ManualRunLoop.h"
 
 namespace orbel::contracts {
 namespace {

@@ -18,8 +18,8 @@
 //   void makeActive(const RunningApplicationPointer&);  its window
 #pragma once
 
-#include "contracts/LoggedLines.h"
 #include "platform/Workspace.h"
+#include "tests/contracts/LoggedLines.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "ControllerFixture.h"
+#include "tests/controllers/ControllerFixture.h"
 
 namespace orbel {
 namespace {

@@ -4,12 +4,12 @@
 
 #include "app/settings/AppSettings.h"
 #include "controllers/OrbelWindowController.h"
-#include "doubles/FakePlatform.h"
 #include "model/AppMenuItem.h"
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
 #include "model/FileMenuItem.h"
 #include "model/ImageCache.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The main menu with a companion that quits programs, and short ways to give commands to its items.
 #pragma once
 
-#include "ControllerFixture.h"
+#include "tests/controllers/ControllerFixture.h"
 
 namespace orbel {
 

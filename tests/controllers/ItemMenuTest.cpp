@@ -1,4 +1,4 @@
-#include "ItemCommandsFixture.h"
+#include "tests/controllers/ItemCommandsFixture.h"
 
 namespace orbel {
 namespace {

@@ -1,5 +1,5 @@
 // The collection's menu, as the main menu sees it.
-#include "ItemCommandsFixture.h"
+#include "tests/controllers/ItemCommandsFixture.h"
 
 namespace orbel {
 namespace {

@@ -1,4 +1,4 @@
-#include "ControllerFixture.h"
+#include "tests/controllers/ControllerFixture.h"
 
 #include "app/settings/Notifications.h"
 #include "foundation/NotificationCenter.h"

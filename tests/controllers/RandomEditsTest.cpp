@@ -1,6 +1,6 @@
 // Two thousand edits made by chance, the same ones for the same seed. Before each the menu is written down
 // and the edit carried out on paper; afterwards the menu, its view and what is stored must say the same.
-#include "ControllerFixture.h"
+#include "tests/controllers/ControllerFixture.h"
 
 #include "foundation/PropertyListCoder.h"
 

@@ -1,19 +1,19 @@
 // All doubles together; while one lives it is the process's platform. Make it the first member of a fixture.
 #pragma once
 
-#include "doubles/FakeKeyRecorder.h"
-#include "doubles/FakeLoginItem.h"
-#include "doubles/FakePreferences.h"
-#include "doubles/FakeSettingsForm.h"
-#include "doubles/FakeStatusBar.h"
-#include "doubles/FakeSystemServices.h"
-#include "doubles/FakeUserNotifications.h"
-#include "doubles/FakeVideoPlayers.h"
-#include "doubles/FakeWindowSystem.h"
-#include "doubles/FakeWorkspace.h"
-#include "doubles/ManualRunLoop.h"
 #include "foundation/Log.h"
 #include "platform/Platform.h"
+#include "tests/doubles/FakeKeyRecorder.h"
+#include "tests/doubles/FakeLoginItem.h"
+#include "tests/doubles/FakePreferences.h"
+#include "tests/doubles/FakeSettingsForm.h"
+#include "tests/doubles/FakeStatusBar.h"
+#include "tests/doubles/FakeSystemServices.h"
+#include "tests/doubles/FakeUserNotifications.h"
+#include "tests/doubles/FakeVideoPlayers.h"
+#include "tests/doubles/FakeWindowSystem.h"
+#include "tests/doubles/FakeWorkspace.h"
+#include "tests/doubles/ManualRunLoop.h"
 
 #include <string>
 #include <vector>

@@ -1,8 +1,8 @@
 // A preferences store in memory, with a disk that takes what is saved and may fail.
 #pragma once
 
-#include "doubles/ObserverList.h"
 #include "platform/PreferencesStore.h"
+#include "tests/doubles/ObserverList.h"
 
 #include <optional>
 

@@ -2,9 +2,9 @@
 // dialogs.
 #pragma once
 
-#include "doubles/RecordingCanvas.h"
 #include "foundation/Log.h"
 #include "platform/Platform.h"
+#include "tests/doubles/RecordingCanvas.h"
 
 #include <algorithm>
 #include <cctype>

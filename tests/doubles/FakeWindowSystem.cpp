@@ -1,4 +1,4 @@
-#include "doubles/FakeWindowSystem.h"
+#include "tests/doubles/FakeWindowSystem.h"
 
 namespace orbel {
 

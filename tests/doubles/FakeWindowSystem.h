@@ -1,8 +1,8 @@
 // Surfaces, bubbles and a pointer without a screen. Tests find the surfaces that live by `surfaces`.
 #pragma once
 
-#include "doubles/RecordingCanvas.h"
 #include "platform/WindowSystem.h"
+#include "tests/doubles/RecordingCanvas.h"
 
 #include <algorithm>
 #include <memory>

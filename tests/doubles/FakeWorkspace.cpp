@@ -1,4 +1,4 @@
-#include "doubles/FakeWorkspace.h"
+#include "tests/doubles/FakeWorkspace.h"
 
 #include "foundation/Log.h"
 

@@ -2,9 +2,9 @@
 // prefix "stale:" or "broken:" for those cases.
 #pragma once
 
-#include "doubles/FakeRunningApplication.h"
-#include "doubles/ObserverList.h"
 #include "platform/Workspace.h"
+#include "tests/doubles/FakeRunningApplication.h"
+#include "tests/doubles/ObserverList.h"
 
 #include <map>
 #include <set>

@@ -1,4 +1,4 @@
-#include "doubles/ManualRunLoop.h"
+#include "tests/doubles/ManualRunLoop.h"
 
 #include <algorithm>
 #include <utility>

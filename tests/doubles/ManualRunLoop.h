@@ -2,8 +2,8 @@
 // time.
 #pragma once
 
-#include "doubles/ObserverList.h"
 #include "foundation/RunLoop.h"
+#include "tests/doubles/ObserverList.h"
 
 #include <functional>
 #include <utility>

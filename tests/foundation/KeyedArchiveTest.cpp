@@ -1,9 +1,9 @@
 #include "foundation/KeyedArchive.h"
 
-#include "foundation/ListBytes.h"
 #include "foundation/Log.h"
 #include "foundation/PropertyListCoder.h"
-#include "foundation/RandomPropertyList.h"
+#include "tests/foundation/ListBytes.h"
+#include "tests/foundation/RandomPropertyList.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "foundation/PropertyListCoder.h"
 
-#include "foundation/ListBytes.h"
-#include "foundation/RandomPropertyList.h"
+#include "tests/foundation/ListBytes.h"
+#include "tests/foundation/RandomPropertyList.h"
 
 #include <gtest/gtest.h>
 

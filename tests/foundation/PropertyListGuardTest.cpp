@@ -1,7 +1,7 @@
 #include "foundation/PropertyListGuard.h"
 
-#include "foundation/ListBytes.h"
 #include "foundation/PropertyListCoder.h"
+#include "tests/foundation/ListBytes.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "model/AppMenuItem.h"
 
-#include "model/ModelFixture.h"
+#include "tests/model/ModelFixture.h"
 
 namespace orbel {
 namespace {

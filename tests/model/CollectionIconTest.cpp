@@ -2,7 +2,7 @@
 
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
-#include "model/ModelFixture.h"
+#include "tests/model/ModelFixture.h"
 
 #include <cmath>
 #include <numbers>

@@ -4,8 +4,8 @@
 #include "model/CollectionIcon.h"
 #include "model/CoreMenuItem.h"
 #include "model/FileMenuItem.h"
-#include "model/ModelFixture.h"
 #include "model/RunningAppMenuItem.h"
+#include "tests/model/ModelFixture.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 #include "model/CoreMenuItem.h"
 
-#include "model/ModelFixture.h"
+#include "tests/model/ModelFixture.h"
 
 namespace orbel {
 namespace {

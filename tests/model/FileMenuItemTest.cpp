@@ -1,7 +1,7 @@
 #include "model/FileMenuItem.h"
 
-#include "model/ModelFixture.h"
 #include "model/RepresentsRunningApplication.h"
+#include "tests/model/ModelFixture.h"
 
 namespace orbel {
 namespace {

@@ -4,9 +4,9 @@
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
 #include "model/FileMenuItem.h"
-#include "model/ModelFixture.h"
 #include "model/RepresentsRunningApplication.h"
 #include "model/RunningAppMenuItem.h"
+#include "tests/model/ModelFixture.h"
 
 #include <map>
 #include <random>

@@ -1,9 +1,9 @@
 // What every test of the menu items needs: the doubles, an empty image cache, and stored items made by hand.
 #pragma once
 
-#include "doubles/FakePlatform.h"
 #include "model/ImageCache.h"
 #include "model/MenuItem.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

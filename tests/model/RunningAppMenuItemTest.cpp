@@ -1,6 +1,6 @@
 #include "model/RunningAppMenuItem.h"
 
-#include "model/ModelFixture.h"
+#include "tests/model/ModelFixture.h"
 
 #include <algorithm>
 

@@ -1,9 +1,9 @@
 #include "scene/View.h"
 
-#include "doubles/ManualRunLoop.h"
-#include "doubles/RecordingCanvas.h"
 #include "scene/Animation.h"
 #include "scene/ViewTree.h"
+#include "tests/doubles/ManualRunLoop.h"
+#include "tests/doubles/RecordingCanvas.h"
 
 #include <gtest/gtest.h>
 

@@ -3,9 +3,9 @@
 #include "app/settings/AppSettings.h"
 
 #include "app/settings/Notifications.h"
-#include "doubles/FakePlatform.h"
 #include "foundation/NotificationCenter.h"
 #include "shortcut/MASShortcut.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "app/settings/ArchivedColor.h"
 
-#include "doubles/FakePlatform.h"
 #include "foundation/PropertyListCoder.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 // The setting and the desktop's login item, which follow each other.
 #include "app/settings/AppSettings.h"
 #include "app/settings/SettingsKeys.h"
-#include "doubles/FakePlatform.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

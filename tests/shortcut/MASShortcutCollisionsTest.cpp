@@ -1,6 +1,6 @@
 #include "shortcut/MASShortcut.h"
 
-#include "doubles/FakePlatform.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "shortcut/MASShortcutDefaultsObserver.h"
 
-#include "doubles/FakeKeyRecorder.h"
-#include "doubles/FakePlatform.h"
 #include "shortcut/MASShortcutView.h"
+#include "tests/doubles/FakeKeyRecorder.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

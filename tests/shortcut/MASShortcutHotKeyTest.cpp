@@ -1,6 +1,6 @@
 #include "shortcut/MASShortcutHotKey.h"
 
-#include "doubles/FakePlatform.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

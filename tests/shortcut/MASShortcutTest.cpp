@@ -1,8 +1,8 @@
 #include "shortcut/MASShortcut.h"
 
-#include "doubles/FakePlatform.h"
 #include "foundation/KeyedArchive.h"
 #include "foundation/PropertyListCoder.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

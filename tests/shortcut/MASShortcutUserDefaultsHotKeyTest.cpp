@@ -1,7 +1,7 @@
 #include "shortcut/MASShortcutUserDefaultsHotKey.h"
 
-#include "doubles/FakePlatform.h"
 #include "foundation/KeyedArchive.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

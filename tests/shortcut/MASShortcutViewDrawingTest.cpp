@@ -1,8 +1,8 @@
 // What the recorder shows in each of its states.
-#include "doubles/FakeKeyRecorder.h"
-#include "doubles/FakePlatform.h"
 #include "scene/ViewTree.h"
 #include "shortcut/MASShortcutView.h"
+#include "tests/doubles/FakeKeyRecorder.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "shortcut/MASShortcutView.h"
 
-#include "doubles/FakeKeyRecorder.h"
-#include "doubles/FakePlatform.h"
+#include "tests/doubles/FakeKeyRecorder.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "shortcut/ShortcutCell.h"
 
-#include "doubles/RecordingCanvas.h"
+#include "tests/doubles/RecordingCanvas.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "view/AllocationCount.h"
+#include "tests/view/AllocationCount.h"
 
 #include <cstdlib>
 #include <new>

@@ -1,9 +1,9 @@
 #include "view/OrbelItem.h"
 
-#include "doubles/FakePlatform.h"
-#include "doubles/FakeViewTreeHost.h"
-#include "doubles/RecordingCanvas.h"
 #include "scene/Animation.h"
+#include "tests/doubles/FakePlatform.h"
+#include "tests/doubles/FakeViewTreeHost.h"
+#include "tests/doubles/RecordingCanvas.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // What a move of the pointer may cost: nothing of the heap.
-#include "view/OrbelViewFixture.h"
+#include "tests/view/OrbelViewFixture.h"
 
-#include "doubles/FakeDrag.h"
-#include "view/AllocationCount.h"
+#include "tests/doubles/FakeDrag.h"
+#include "tests/view/AllocationCount.h"
 
 namespace orbel {
 namespace {

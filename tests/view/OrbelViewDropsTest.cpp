@@ -1,6 +1,6 @@
-#include "view/OrbelViewFixture.h"
+#include "tests/view/OrbelViewFixture.h"
 
-#include "doubles/FakeDrag.h"
+#include "tests/doubles/FakeDrag.h"
 
 namespace orbel {
 namespace {

@@ -2,10 +2,10 @@
 // recording controller. Points given to the helpers are the view's own.
 #pragma once
 
-#include "doubles/FakePlatform.h"
-#include "doubles/FakeViewTreeHost.h"
+#include "tests/doubles/FakePlatform.h"
+#include "tests/doubles/FakeViewTreeHost.h"
+#include "tests/view/RecordingController.h"
 #include "view/OrbelView.h"
-#include "view/RecordingController.h"
 
 #include <gtest/gtest.h>
 

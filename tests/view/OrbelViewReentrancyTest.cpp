@@ -1,7 +1,7 @@
 // A controller that reloads, disables or leaves the view from within what the view asks or tells it.
-#include "view/OrbelViewFixture.h"
+#include "tests/view/OrbelViewFixture.h"
 
-#include "doubles/FakeDrag.h"
+#include "tests/doubles/FakeDrag.h"
 
 namespace orbel {
 namespace {

@@ -1,7 +1,7 @@
-#include "view/OrbelViewFixture.h"
+#include "tests/view/OrbelViewFixture.h"
 
-#include "doubles/RecordingCanvas.h"
 #include "scene/Animation.h"
+#include "tests/doubles/RecordingCanvas.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "view/OrbelViewFixture.h"
+#include "tests/view/OrbelViewFixture.h"
 
 namespace orbel {
 namespace {

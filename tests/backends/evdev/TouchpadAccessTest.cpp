@@ -1,7 +1,7 @@
 #include "backends/evdev/TouchpadAccess.h"
 
 #include "backends/evdev/TouchpadTap.h"
-#include "support/TouchpadTest.h"
+#include "tests/backends/evdev/support/TouchpadTest.h"
 
 #include <cstdlib>
 #include <filesystem>

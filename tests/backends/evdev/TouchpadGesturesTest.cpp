@@ -3,10 +3,10 @@
 #include "app/settings/AppSettings.h"
 #include "app/settings/Notifications.h"
 #include "backends/evdev/TouchpadTap.h"
-#include "doubles/FakePlatform.h"
 #include "foundation/NotificationCenter.h"
 #include "shortcut/MASShortcut.h"
-#include "support/TouchpadTest.h"
+#include "tests/backends/evdev/support/TouchpadTest.h"
+#include "tests/doubles/FakePlatform.h"
 
 #include <algorithm>
 #include <cmath>

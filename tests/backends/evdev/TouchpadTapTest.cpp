@@ -1,6 +1,6 @@
 #include "backends/evdev/TouchpadTap.h"
 
-#include "support/TouchpadTest.h"
+#include "tests/backends/evdev/support/TouchpadTest.h"
 
 #include <linux/input.h>
 

@@ -1,9 +1,9 @@
 #include "backends/linux/ApplicationFinder.h"
 
-#include "FakeIconLoader.h"
-#include "FakeTopLevelWindows.h"
-#include "InstalledEntries.h"
-#include "Program.h"
+#include "tests/backends/linux/FakeIconLoader.h"
+#include "tests/backends/linux/FakeTopLevelWindows.h"
+#include "tests/backends/linux/InstalledEntries.h"
+#include "tests/backends/linux/Program.h"
 
 #include <gtest/gtest.h>
 

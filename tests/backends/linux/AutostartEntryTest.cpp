@@ -1,10 +1,10 @@
 #include "backends/linux/AutostartEntry.h"
 
-#include "DesktopSandbox.h"
-#include "LogLines.h"
-#include "OtherUser.h"
-#include "Waiting.h"
 #include "backends/linux/GlibPointers.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/LogLines.h"
+#include "tests/backends/linux/OtherUser.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <gtest/gtest.h>
 

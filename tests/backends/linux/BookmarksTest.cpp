@@ -1,9 +1,9 @@
 #include "backends/linux/Bookmarks.h"
 
-#include "DesktopSandbox.h"
-#include "OtherUser.h"
-#include "Waiting.h"
 #include "foundation/PropertyListCoder.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/OtherUser.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <gtest/gtest.h>
 

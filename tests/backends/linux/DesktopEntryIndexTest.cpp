@@ -1,7 +1,7 @@
 #include "backends/linux/DesktopEntryIndex.h"
 
-#include "DesktopSandbox.h"
-#include "Waiting.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "backends/linux/DesktopEntry.h"
 
-#include "DesktopSandbox.h"
+#include "tests/backends/linux/DesktopSandbox.h"
 
 #include <gtest/gtest.h>
 

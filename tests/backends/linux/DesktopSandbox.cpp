@@ -1,4 +1,4 @@
-#include "DesktopSandbox.h"
+#include "tests/backends/linux/DesktopSandbox.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

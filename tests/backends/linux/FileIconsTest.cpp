@@ -1,8 +1,8 @@
 #include "backends/linux/FileIcons.h"
 
-#include "DesktopSandbox.h"
-#include "FakeIconLoader.h"
-#include "Waiting.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/FakeIconLoader.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "backends/linux/FileManager.h"
 
-#include "DesktopSandbox.h"
-#include "Waiting.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "backends/linux/FileStorage.h"
 
-#include "DesktopSandbox.h"
-#include "OtherUser.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/OtherUser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "backends/linux/GlibRunLoop.h"
 
-#include "Waiting.h"
-#include "contracts/RunLoopContract.h"
+#include "tests/backends/linux/Waiting.h"
+#include "tests/contracts/RunLoopContract.h"
 
 namespace orbel::contracts {
 namespace {

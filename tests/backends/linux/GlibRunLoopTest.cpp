@@ -1,6 +1,6 @@
 #include "backends/linux/GlibRunLoop.h"
 
-#include "Waiting.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <glib.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // Desktop entries for the time of one test, and an index that has seen them come and go.
 #pragma once
 
-#include "DesktopSandbox.h"
-#include "Waiting.h"
 #include "backends/linux/DesktopEntryIndex.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "backends/linux/Launcher.h"
 
-#include "FakeTopLevelWindows.h"
-#include "LogLines.h"
-#include "ProgramReport.h"
+#include "tests/backends/linux/FakeTopLevelWindows.h"
+#include "tests/backends/linux/LogLines.h"
+#include "tests/backends/linux/ProgramReport.h"
 
 #include <gtest/gtest.h>
 

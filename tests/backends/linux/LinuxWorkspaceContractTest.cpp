@@ -1,10 +1,10 @@
 #include "backends/linux/LinuxWorkspace.h"
 
-#include "FakeIconLoader.h"
-#include "FakeTopLevelWindows.h"
-#include "InstalledEntries.h"
-#include "Program.h"
-#include "contracts/WorkspaceContract.h"
+#include "tests/backends/linux/FakeIconLoader.h"
+#include "tests/backends/linux/FakeTopLevelWindows.h"
+#include "tests/backends/linux/InstalledEntries.h"
+#include "tests/backends/linux/Program.h"
+#include "tests/contracts/WorkspaceContract.h"
 
 #include <filesystem>
 #include <map>

@@ -1,11 +1,11 @@
 #include "backends/linux/LinuxWorkspace.h"
 
-#include "FakeIconLoader.h"
-#include "FakeTopLevelWindows.h"
-#include "InstalledEntries.h"
-#include "LogLines.h"
-#include "Program.h"
-#include "ProgramReport.h"
+#include "tests/backends/linux/FakeIconLoader.h"
+#include "tests/backends/linux/FakeTopLevelWindows.h"
+#include "tests/backends/linux/InstalledEntries.h"
+#include "tests/backends/linux/LogLines.h"
+#include "tests/backends/linux/Program.h"
+#include "tests/backends/linux/ProgramReport.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "OtherUser.h"
+#include "tests/backends/linux/OtherUser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #include "backends/linux/PreferencesFile.h"
 
-#include "DesktopSandbox.h"
-#include "LogLines.h"
-#include "Waiting.h"
-#include "contracts/PreferencesStoreContract.h"
-#include "doubles/ManualRunLoop.h"
 #include "foundation/PropertyListCoder.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/LogLines.h"
+#include "tests/backends/linux/Waiting.h"
+#include "tests/contracts/PreferencesStoreContract.h"
+#include "tests/doubles/ManualRunLoop.h"
 
 #include <filesystem>
 #include <memory>

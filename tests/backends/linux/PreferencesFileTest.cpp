@@ -1,11 +1,11 @@
 #include "backends/linux/PreferencesFile.h"
 
-#include "DesktopSandbox.h"
-#include "LogLines.h"
-#include "OtherUser.h"
-#include "Waiting.h"
-#include "doubles/ManualRunLoop.h"
 #include "foundation/PropertyListCoder.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/LogLines.h"
+#include "tests/backends/linux/OtherUser.h"
+#include "tests/backends/linux/Waiting.h"
+#include "tests/doubles/ManualRunLoop.h"
 
 #include <gtest/gtest.h>
 

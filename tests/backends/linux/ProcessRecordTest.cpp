@@ -1,8 +1,8 @@
 #include "backends/linux/ProcessRecord.h"
 
-#include "DesktopSandbox.h"
-#include "Program.h"
-#include "Waiting.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/Program.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <gtest/gtest.h>
 

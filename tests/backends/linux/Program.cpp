@@ -1,4 +1,4 @@
-#include "Program.h"
+#include "tests/backends/linux/Program.h"
 
 #include <fcntl.h>
 #include <signal.h>

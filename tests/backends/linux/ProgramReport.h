@@ -1,8 +1,8 @@
 // A program that reports how it was started, once, in a file of its own.
 #pragma once
 
-#include "DesktopSandbox.h"
-#include "Waiting.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "backends/linux/RoleApplications.h"
 
-#include "InstalledEntries.h"
+#include "tests/backends/linux/InstalledEntries.h"
 
 #include <gtest/gtest.h>
 

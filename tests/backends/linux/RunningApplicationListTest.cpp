@@ -1,10 +1,10 @@
 #include "backends/linux/RunningApplicationList.h"
 
-#include "DesktopSandbox.h"
-#include "FakeIconLoader.h"
-#include "FakeTopLevelWindows.h"
-#include "Program.h"
-#include "Waiting.h"
+#include "tests/backends/linux/DesktopSandbox.h"
+#include "tests/backends/linux/FakeIconLoader.h"
+#include "tests/backends/linux/FakeTopLevelWindows.h"
+#include "tests/backends/linux/Program.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <gtest/gtest.h>
 

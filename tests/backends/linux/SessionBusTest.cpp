@@ -1,6 +1,6 @@
 #include "backends/linux/SessionBus.h"
 
-#include "DesktopSandbox.h"
+#include "tests/backends/linux/DesktopSandbox.h"
 
 #include <glib.h>
 #include <gtest/gtest.h>

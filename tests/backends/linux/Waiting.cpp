@@ -1,4 +1,4 @@
-#include "Waiting.h"
+#include "tests/backends/linux/Waiting.h"
 
 #include <glib.h>
 

@@ -1,10 +1,10 @@
 // Messages to a notification area on a real session bus.
 #include "backends/qt/DesktopNotifications.h"
 
-#include "backends/qt/LogCapture.h"
-#include "backends/qt/TestDisplay.h"
-#include "harness/NotificationServer.h"
-#include "harness/TemporaryDirectory.h"
+#include "tests/backends/qt/LogCapture.h"
+#include "tests/backends/qt/TestDisplay.h"
+#include "tests/desktop/harness/NotificationServer.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #include "backends/qt/IconThemeChoice.h"
 
-#include "backends/qt/TestPictures.h"
-#include "harness/TemporaryDirectory.h"
+#include "tests/backends/qt/TestPictures.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "backends/qt/PictureReader.h"
 
-#include "backends/qt/LogCapture.h"
-#include "backends/qt/TestPictures.h"
-#include "harness/TemporaryDirectory.h"
+#include "tests/backends/qt/LogCapture.h"
+#include "tests/backends/qt/TestPictures.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <QColor>
 #include <QImage>

@@ -3,8 +3,8 @@
 #include "backends/qt/QtContextMenus.h"
 
 #include "backends/qt/QtIconLoader.h"
-#include "backends/qt/TestDisplay.h"
-#include "harness/TestWindow.h"
+#include "tests/backends/qt/TestDisplay.h"
+#include "tests/desktop/harness/TestWindow.h"
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>

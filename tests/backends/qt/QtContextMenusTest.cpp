@@ -1,6 +1,6 @@
 #include "backends/qt/QtContextMenus.h"
 
-#include "backends/qt/TestDisplay.h"
+#include "tests/backends/qt/TestDisplay.h"
 
 #include <QApplication>
 #include <QMenu>

@@ -3,9 +3,9 @@
 
 #include "backends/qt/QtIconLoader.h"
 #include "backends/qt/QtTextServices.h"
-#include "backends/qt/TestDisplay.h"
-#include "backends/qt/TestPictures.h"
-#include "harness/TestWindow.h"
+#include "tests/backends/qt/TestDisplay.h"
+#include "tests/backends/qt/TestPictures.h"
+#include "tests/desktop/harness/TestWindow.h"
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 #include "backends/qt/QtDialogs.h"
 
 #include "backends/qt/QtTextServices.h"
-#include "backends/qt/TestDisplay.h"
-#include "backends/qt/TestPictures.h"
-#include "harness/TemporaryDirectory.h"
+#include "tests/backends/qt/TestDisplay.h"
+#include "tests/backends/qt/TestPictures.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <QApplication>
 #include <QFileDialog>

@@ -1,6 +1,6 @@
 #include "backends/qt/QtFocusedWindow.h"
 
-#include "backends/qt/TestDisplay.h"
+#include "tests/backends/qt/TestDisplay.h"
 
 #include <QGuiApplication>
 #include <QWindow>

@@ -1,12 +1,12 @@
 // The status icon against panels of both kinds, on a real session bus and a real X server.
 #include "backends/qt/QtStatusBar.h"
 
-#include "backends/qt/LogCapture.h"
-#include "backends/qt/TestDisplay.h"
 #include "backends/x11/Connection.h"
-#include "harness/StatusNotifierWatcher.h"
-#include "harness/SystemTray.h"
-#include "harness/TemporaryDirectory.h"
+#include "tests/backends/qt/LogCapture.h"
+#include "tests/backends/qt/TestDisplay.h"
+#include "tests/desktop/harness/StatusNotifierWatcher.h"
+#include "tests/desktop/harness/SystemTray.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

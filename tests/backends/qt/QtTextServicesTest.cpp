@@ -1,6 +1,6 @@
 #include "backends/qt/QtTextServices.h"
 
-#include "backends/qt/LogCapture.h"
+#include "tests/backends/qt/LogCapture.h"
 
 #include <gtest/gtest.h>
 

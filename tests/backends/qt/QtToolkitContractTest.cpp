@@ -3,13 +3,13 @@
 #include "backends/qt/QtDialogs.h"
 #include "backends/qt/QtGraphics.h"
 #include "backends/qt/QtTextServices.h"
-#include "backends/qt/TestDisplay.h"
-#include "backends/qt/TestPictures.h"
-#include "contracts/ContextMenusContract.h"
-#include "contracts/DialogsContract.h"
-#include "contracts/GraphicsContract.h"
-#include "contracts/TextServicesContract.h"
-#include "harness/TemporaryDirectory.h"
+#include "tests/backends/qt/TestDisplay.h"
+#include "tests/backends/qt/TestPictures.h"
+#include "tests/contracts/ContextMenusContract.h"
+#include "tests/contracts/DialogsContract.h"
+#include "tests/contracts/GraphicsContract.h"
+#include "tests/contracts/TextServicesContract.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <QApplication>
 #include <QFileDialog>

@@ -1,12 +1,12 @@
 // Against a real session bus; the callers are programs of their own, as they are on a desktop.
 #include "backends/qt/SingleInstance.h"
 
-#include "backends/qt/LogCapture.h"
-#include "backends/qt/TestDisplay.h"
-#include "harness/ChildProcess.h"
-#include "harness/SessionBus.h"
-#include "harness/TemporaryDirectory.h"
-#include "harness/TextFile.h"
+#include "tests/backends/qt/LogCapture.h"
+#include "tests/backends/qt/TestDisplay.h"
+#include "tests/desktop/harness/ChildProcess.h"
+#include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <gtest/gtest.h>
 

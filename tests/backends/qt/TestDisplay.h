@@ -2,8 +2,8 @@
 // toolkit's event loop runs.
 #pragma once
 
-#include "harness/DesktopSession.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "backends/qt/TestPictures.h"
+#include "tests/backends/qt/TestPictures.h"
 
 #include <QImage>
 

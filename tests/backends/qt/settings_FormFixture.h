@@ -3,8 +3,8 @@
 
 #include "backends/qt/QtTextServices.h"
 #include "backends/qt/settings/QtSettingsForm.h"
-#include "doubles/ManualRunLoop.h"
 #include "scene/View.h"
+#include "tests/doubles/ManualRunLoop.h"
 
 #include <QLocale>
 #include <QTest>

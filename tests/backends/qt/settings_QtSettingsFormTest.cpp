@@ -1,4 +1,4 @@
-#include "backends/qt/settings_FormFixture.h"
+#include "tests/backends/qt/settings_FormFixture.h"
 
 #include <QAbstractItemView>
 #include <QAccessible>

@@ -1,6 +1,6 @@
 #include "backends/qt/settings/ViewHost.h"
 
-#include "doubles/ManualRunLoop.h"
+#include "tests/doubles/ManualRunLoop.h"
 
 #include <QAccessible>
 #include <QHelpEvent>

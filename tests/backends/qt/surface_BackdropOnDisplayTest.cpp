@@ -1,7 +1,7 @@
 // What stands behind a surface, with and without a compositor. The compositor is played by the test, which
 // holds its selection: what it would draw is then told by the window's properties.
-#include "backends/qt/surface_WindowSystemFixture.h"
-#include "harness/XcbReply.h"
+#include "tests/backends/qt/surface_WindowSystemFixture.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <gtest/gtest.h>
 #include <xcb/shape.h>

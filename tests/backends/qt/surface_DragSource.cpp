@@ -1,6 +1,6 @@
-#include "backends/qt/surface_DragSource.h"
+#include "tests/backends/qt/surface_DragSource.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <utility>
 

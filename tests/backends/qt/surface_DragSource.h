@@ -2,8 +2,8 @@
 // connection and a thread of its own: the toolkit waits for the dragged data without running its loop.
 #pragma once
 
-#include "harness/DisplayConnection.h"
-#include "harness/ScreenGeometry.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/ScreenGeometry.h"
 
 #include <atomic>
 #include <string>

@@ -1,6 +1,6 @@
 // Drags from another program over a surface.
-#include "backends/qt/surface_DragSource.h"
-#include "backends/qt/surface_WindowSystemFixture.h"
+#include "tests/backends/qt/surface_DragSource.h"
+#include "tests/backends/qt/surface_WindowSystemFixture.h"
 
 #include <gtest/gtest.h>
 

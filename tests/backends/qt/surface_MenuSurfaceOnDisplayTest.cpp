@@ -1,6 +1,6 @@
 // Menu surfaces as the X server and the person in front of it see them.
-#include "backends/qt/surface_WindowSystemFixture.h"
-#include "harness/TestWindow.h"
+#include "tests/backends/qt/surface_WindowSystemFixture.h"
+#include "tests/desktop/harness/TestWindow.h"
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>

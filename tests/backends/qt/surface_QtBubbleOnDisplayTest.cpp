@@ -1,7 +1,7 @@
 // Title bubbles as the X server and the person in front of it see them.
 #include "backends/qt/BubbleLayout.h"
 #include "backends/qt/BubblePicture.h"
-#include "backends/qt/surface_WindowSystemFixture.h"
+#include "tests/backends/qt/surface_WindowSystemFixture.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "backends/qt/surface_WindowSystemFixture.h"
-#include "contracts/WindowSystemContract.h"
+#include "tests/backends/qt/surface_WindowSystemFixture.h"
+#include "tests/contracts/WindowSystemContract.h"
 
 #include <X11/keysym.h>
 

@@ -1,7 +1,7 @@
 // The window system on a platform of the toolkit that is not X11: less, but whole.
 #include "backends/qt/QtContextMenus.h"
 #include "backends/qt/QtWindowSystem.h"
-#include "backends/qt/TestDisplay.h"
+#include "tests/backends/qt/TestDisplay.h"
 
 #include <gtest/gtest.h>
 

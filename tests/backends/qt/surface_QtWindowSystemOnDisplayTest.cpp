@@ -1,5 +1,5 @@
 // What the window system knows and keeps in order beyond single surfaces.
-#include "backends/qt/surface_WindowSystemFixture.h"
+#include "tests/backends/qt/surface_WindowSystemFixture.h"
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // Pictures of the screen, taken of a wallpaper with a colour of its own at each place.
-#include "backends/qt/TestDisplay.h"
 #include "backends/x11/CompositorWatch.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/RootSnapshot.h"
 #include "backends/x11/SharedPixels.h"
+#include "tests/backends/qt/TestDisplay.h"
 
 #include <gtest/gtest.h>
 

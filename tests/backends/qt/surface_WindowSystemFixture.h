@@ -2,10 +2,10 @@
 #pragma once
 
 #include "backends/qt/QtWindowSystem.h"
-#include "backends/qt/TestDisplay.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "backends/x11/RawPointer.h"
+#include "tests/backends/qt/TestDisplay.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 // Starts the toolkit for the tests of this folder, away from the user's own settings: offscreen, or, when the
 // environment chooses the toolkit's X11 platform, on a private desktop. Fixtures "…OnDisplay" need the
 // latter.
-#include "backends/qt/TestDisplay.h"
-#include "harness/TemporaryDirectory.h"
+#include "tests/backends/qt/TestDisplay.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <QApplication>
 

@@ -1,7 +1,7 @@
 // The help's video through the real video program, and through programs that are none.
-#include "backends/qt/LogCapture.h"
 #include "backends/qt/video/QtVideoPlayers.h"
-#include "harness/TemporaryDirectory.h"
+#include "tests/backends/qt/LogCapture.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <QFile>
 #include <QTest>

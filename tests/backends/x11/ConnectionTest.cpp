@@ -1,6 +1,6 @@
 #include "backends/x11/Connection.h"
 
-#include "support/X11Test.h"
+#include "tests/backends/x11/support/X11Test.h"
 
 namespace orbel::test {
 namespace {

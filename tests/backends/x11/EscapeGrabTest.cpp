@@ -1,7 +1,7 @@
 #include "backends/x11/EscapeGrab.h"
 
 #include "backends/x11/PassiveKeyGrabs.h"
-#include "support/X11Test.h"
+#include "tests/backends/x11/support/X11Test.h"
 
 #include <linux/input-event-codes.h>
 

@@ -5,8 +5,8 @@
 #include "backends/x11/RawPointer.h"
 #include "backends/x11/X11EventTaps.h"
 #include "foundation/Log.h"
-#include "support/MainLoop.h"
-#include "support/PinchServer.h"
+#include "tests/backends/x11/support/MainLoop.h"
+#include "tests/backends/x11/support/PinchServer.h"
 
 #include <gtest/gtest.h>
 #include <string>

@@ -1,6 +1,6 @@
 #include "backends/x11/WindowCloser.h"
 
-#include "support/WindowsTest.h"
+#include "tests/backends/x11/support/WindowsTest.h"
 
 namespace orbel::test {
 namespace {

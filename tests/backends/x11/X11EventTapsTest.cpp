@@ -1,7 +1,7 @@
 #include "backends/x11/X11EventTaps.h"
 
 #include "backends/x11/RawPointer.h"
-#include "support/X11Test.h"
+#include "tests/backends/x11/support/X11Test.h"
 
 #include <algorithm>
 #include <chrono>

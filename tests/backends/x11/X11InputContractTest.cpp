@@ -4,10 +4,10 @@
 #include "backends/x11/X11EventTaps.h"
 #include "backends/x11/X11HotKeys.h"
 #include "backends/x11/X11KeyboardLayout.h"
-#include "contracts/EventTapsContract.h"
-#include "contracts/HotKeysContract.h"
-#include "contracts/KeyboardLayoutContract.h"
-#include "support/X11Test.h"
+#include "tests/backends/x11/support/X11Test.h"
+#include "tests/contracts/EventTapsContract.h"
+#include "tests/contracts/HotKeysContract.h"
+#include "tests/contracts/KeyboardLayoutContract.h"
 
 #include <linux/input-event-codes.h>
 

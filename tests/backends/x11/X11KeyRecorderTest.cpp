@@ -1,8 +1,8 @@
 #include "backends/x11/X11KeyRecorder.h"
 
 #include "backends/x11/PassiveKeyGrabs.h"
-#include "support/KeyboardGroup.h"
-#include "support/X11Test.h"
+#include "tests/backends/x11/support/KeyboardGroup.h"
+#include "tests/backends/x11/support/X11Test.h"
 
 #include <algorithm>
 #include <linux/input-event-codes.h>

@@ -1,7 +1,7 @@
 #include "backends/x11/X11KeyboardLayout.h"
 
-#include "support/KeyboardGroup.h"
-#include "support/X11Test.h"
+#include "tests/backends/x11/support/KeyboardGroup.h"
+#include "tests/backends/x11/support/X11Test.h"
 
 #include <linux/input-event-codes.h>
 

@@ -1,7 +1,7 @@
-#include "agent/AgentFixture.h"
+#include "tests/desktop/agent/AgentFixture.h"
 
-#include "harness/TestGrabber.h"
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/TestGrabber.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <algorithm>
 

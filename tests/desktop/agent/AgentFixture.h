@@ -1,9 +1,9 @@
 // The real program with its settings window, and the shortcut recorder in it as a person finds it.
 #pragma once
 
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
-#include "harness/Picture.h"
+#include "tests/desktop/harness/Picture.h"
 
 #include <X11/keysym.h>
 

@@ -1,7 +1,7 @@
 // What a person sees when the program is started: for the first time, again, and a second time while it runs.
-#include "agent/AgentFixture.h"
+#include "tests/desktop/agent/AgentFixture.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 using namespace orbel::desktop;
 

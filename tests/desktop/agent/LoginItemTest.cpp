@@ -1,7 +1,7 @@
 // "Launch at login" of the real program and the entry in the autostart folder.
-#include "agent/AgentFixture.h"
+#include "tests/desktop/agent/AgentFixture.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 using namespace orbel::desktop;
 

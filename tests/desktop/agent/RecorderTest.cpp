@@ -1,8 +1,8 @@
 // The shortcut recorder of the real program, by mouse and keyboard, under several keyboard layouts.
-#include "agent/AgentFixture.h"
+#include "tests/desktop/agent/AgentFixture.h"
 
-#include "harness/Bell.h"
-#include "harness/TestGrabber.h"
+#include "tests/desktop/harness/Bell.h"
+#include "tests/desktop/harness/TestGrabber.h"
 
 using namespace orbel::desktop;
 

@@ -1,7 +1,7 @@
 // The status icon of the real program, through the interface by which panels draw and click it.
-#include "agent/AgentFixture.h"
+#include "tests/desktop/agent/AgentFixture.h"
 
-#include "harness/StatusNotifierWatcher.h"
+#include "tests/desktop/harness/StatusNotifierWatcher.h"
 
 using namespace orbel::desktop;
 

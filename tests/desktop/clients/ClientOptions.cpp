@@ -1,4 +1,4 @@
-#include "clients/ClientOptions.h"
+#include "tests/desktop/clients/ClientOptions.h"
 
 #include <cstdio>
 #include <map>

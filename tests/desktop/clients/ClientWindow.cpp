@@ -1,6 +1,6 @@
-#include "clients/ClientWindow.h"
+#include "tests/desktop/clients/ClientWindow.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <array>
 #include <cerrno>

@@ -11,10 +11,10 @@
 // closing shows a dialog instead, like a program with an unsaved document.
 #pragma once
 
-#include "clients/ClientOptions.h"
-#include "clients/EventLog.h"
-#include "harness/DisplayConnection.h"
-#include "harness/Keymap.h"
+#include "tests/desktop/clients/ClientOptions.h"
+#include "tests/desktop/clients/EventLog.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/Keymap.h"
 
 namespace orbel::desktop {
 

@@ -1,4 +1,4 @@
-#include "clients/EventLog.h"
+#include "tests/desktop/clients/EventLog.h"
 
 #include <cerrno>
 #include <fcntl.h>

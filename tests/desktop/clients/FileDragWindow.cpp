@@ -1,6 +1,6 @@
-#include "clients/FileDragWindow.h"
+#include "tests/desktop/clients/FileDragWindow.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <array>
 #include <cstdlib>

@@ -7,8 +7,8 @@
 //   asked-for <type>      finished <action>     (none where the drop was refused)
 #pragma once
 
-#include "clients/EventLog.h"
-#include "harness/DisplayConnection.h"
+#include "tests/desktop/clients/EventLog.h"
+#include "tests/desktop/harness/DisplayConnection.h"
 
 #include <string>
 #include <vector>

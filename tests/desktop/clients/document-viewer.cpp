@@ -1,7 +1,7 @@
 // A program that opens documents: writes "open <argument>" for each, then shows a window like test-window.
-#include "clients/ClientOptions.h"
-#include "clients/ClientWindow.h"
-#include "clients/EventLog.h"
+#include "tests/desktop/clients/ClientOptions.h"
+#include "tests/desktop/clients/ClientWindow.h"
+#include "tests/desktop/clients/EventLog.h"
 
 #include <cstdlib>
 #include <exception>

@@ -1,6 +1,6 @@
 // A program out of which files are dragged: file-drag X Y URI-LIST-FILE LOG; see FileDragWindow.h.
-#include "clients/EventLog.h"
-#include "clients/FileDragWindow.h"
+#include "tests/desktop/clients/EventLog.h"
+#include "tests/desktop/clients/FileDragWindow.h"
 
 #include <cstdlib>
 #include <exception>

@@ -3,10 +3,10 @@
 //
 //   grabbed | bad-access     whether the server granted it
 //   pressed, released        each use of it
-#include "clients/EventLog.h"
-#include "harness/DisplayConnection.h"
-#include "harness/Keymap.h"
-#include "harness/XcbReply.h"
+#include "tests/desktop/clients/EventLog.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/Keymap.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <cstdlib>
 #include <exception>

@@ -1,8 +1,8 @@
 // An ordinary program for tests: one window, see ClientOptions.h for the options and ClientWindow.h for its
 // log.
-#include "clients/ClientOptions.h"
-#include "clients/ClientWindow.h"
-#include "clients/EventLog.h"
+#include "tests/desktop/clients/ClientOptions.h"
+#include "tests/desktop/clients/ClientWindow.h"
+#include "tests/desktop/clients/EventLog.h"
 
 #include <cstdlib>
 #include <exception>

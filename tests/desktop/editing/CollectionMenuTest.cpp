@@ -1,6 +1,6 @@
 // A collection's menu over the main one: what its members and its button do, and what hides which of the two.
-#include "editing/EditingFixture.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/editing/EditingFixture.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
 #include <X11/keysym.h>
 #include <chrono>

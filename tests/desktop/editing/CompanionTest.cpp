@@ -1,10 +1,10 @@
 // The program that asks others to quit, run as the desktop runs it: whom it asks, and whom it refuses.
-#include "harness/ChildProcess.h"
-#include "harness/DesktopSession.h"
-#include "harness/TemporaryDirectory.h"
-#include "harness/TestWindow.h"
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/ChildProcess.h"
+#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/desktop/harness/TestWindow.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <chrono>
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
 // What the context menus do to the stored items, and how they and their prompts behave on a real desktop.
-#include "editing/EditingFixture.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/editing/EditingFixture.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
 #include <X11/keysym.h>
 #include <chrono>

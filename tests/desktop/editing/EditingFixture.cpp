@@ -1,6 +1,6 @@
-#include "editing/EditingFixture.h"
+#include "tests/desktop/editing/EditingFixture.h"
 
-#include "harness/Picture.h"
+#include "tests/desktop/harness/Picture.h"
 
 #include <algorithm>
 #include <chrono>

@@ -4,7 +4,7 @@
 // Places are pixels of the screen, y down. "Icon i of n" counts clockwise from twelve o'clock.
 #pragma once
 
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
 #include <string>
 #include <vector>

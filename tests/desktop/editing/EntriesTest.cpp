@@ -1,9 +1,9 @@
 // Entries that ask for more: another application for a file, and the panel in which a program is kept; and
 // the ways to open and to close a context menu.
-#include "editing/EditingFixture.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/editing/EditingFixture.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <X11/keysym.h>
 #include <chrono>

@@ -1,7 +1,7 @@
-#include "editing/FileDragSource.h"
+#include "tests/desktop/editing/FileDragSource.h"
 
-#include "harness/TestWindow.h"
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TestWindow.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <cctype>
 #include <cstdio>

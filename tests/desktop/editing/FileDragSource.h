@@ -1,9 +1,9 @@
 // The program out of which a test drags files (clients/file-drag), started in a session.
 #pragma once
 
-#include "harness/ClientLog.h"
-#include "harness/DesktopSession.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/ClientLog.h"
+#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <filesystem>
 #include <memory>

@@ -1,9 +1,9 @@
 // Files dragged out of another program onto the open menu.
-#include "editing/EditingFixture.h"
-#include "editing/FileDragSource.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/editing/EditingFixture.h"
+#include "tests/desktop/editing/FileDragSource.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <X11/keysym.h>
 #include <chrono>

@@ -1,6 +1,6 @@
 // "Quit Application", from the context menu through the companion to the program.
-#include "editing/EditingFixture.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/editing/EditingFixture.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
 #include <chrono>
 

@@ -1,10 +1,10 @@
 // Fifty edits made by chance with mouse and keyboard on the real program, the same ones in every run. After
 // each the file must hold what the edit says, and the icons must stand in the order of the file.
-#include "editing/EditingFixture.h"
-#include "editing/FileDragSource.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/editing/EditingFixture.h"
+#include "tests/desktop/editing/FileDragSource.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <X11/keysym.h>
 #include <algorithm>

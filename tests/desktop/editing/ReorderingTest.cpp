@@ -1,6 +1,6 @@
 // Icons dragged along the circle: to another place, and into a collection.
-#include "editing/EditingFixture.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/editing/EditingFixture.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
 using namespace orbel::desktop;
 

@@ -1,4 +1,4 @@
-#include "harness/AnnouncedLine.h"
+#include "tests/desktop/harness/AnnouncedLine.h"
 
 #include <array>
 #include <cerrno>

@@ -1,6 +1,6 @@
-#include "harness/Appearances.h"
+#include "tests/desktop/harness/Appearances.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <algorithm>
 #include <iterator>

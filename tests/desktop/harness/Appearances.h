@@ -2,8 +2,8 @@
 // they were there: also those that came and went between two looks. Needs no polling: the server tells.
 #pragma once
 
-#include "harness/DisplayConnection.h"
-#include "harness/ScreenGeometry.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/ScreenGeometry.h"
 
 #include <map>
 #include <set>

@@ -1,6 +1,6 @@
-#include "harness/Bell.h"
+#include "tests/desktop/harness/Bell.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <stdexcept>
 // The C header has a member of this name.

@@ -1,7 +1,7 @@
 // Hears the display's bell, which programs ring to refuse something.
 #pragma once
 
-#include "harness/DisplayConnection.h"
+#include "tests/desktop/harness/DisplayConnection.h"
 
 #include <string>
 

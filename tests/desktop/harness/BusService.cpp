@@ -1,4 +1,4 @@
-#include "harness/BusService.h"
+#include "tests/desktop/harness/BusService.h"
 
 #include <gio/gio.h>
 

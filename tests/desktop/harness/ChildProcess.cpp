@@ -1,4 +1,4 @@
-#include "harness/ChildProcess.h"
+#include "tests/desktop/harness/ChildProcess.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
-#include "harness/ClientLog.h"
+#include "tests/desktop/harness/ClientLog.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 namespace orbel::desktop {
 

@@ -1,6 +1,6 @@
-#include "harness/DesktopEntries.h"
+#include "tests/desktop/harness/DesktopEntries.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <utility>
 

@@ -1,8 +1,8 @@
-#include "harness/DesktopSession.h"
+#include "tests/desktop/harness/DesktopSession.h"
 
-#include "harness/SessionProcesses.h"
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/SessionProcesses.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <cstdlib>
 #include <iostream>

@@ -7,18 +7,18 @@
 //   session.input().clickAt(window.frame().center());
 #pragma once
 
-#include "harness/ChildProcess.h"
-#include "harness/DesktopEntries.h"
-#include "harness/DisplayConnection.h"
-#include "harness/Input.h"
-#include "harness/PreferencesFile.h"
-#include "harness/Screen.h"
-#include "harness/SessionBus.h"
-#include "harness/TemporaryDirectory.h"
-#include "harness/VirtualDisplay.h"
-#include "harness/Wallpaper.h"
-#include "harness/WindowManager.h"
-#include "harness/Windows.h"
+#include "tests/desktop/harness/ChildProcess.h"
+#include "tests/desktop/harness/DesktopEntries.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/Input.h"
+#include "tests/desktop/harness/PreferencesFile.h"
+#include "tests/desktop/harness/Screen.h"
+#include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/desktop/harness/VirtualDisplay.h"
+#include "tests/desktop/harness/Wallpaper.h"
+#include "tests/desktop/harness/WindowManager.h"
+#include "tests/desktop/harness/Windows.h"
 
 #include <filesystem>
 #include <memory>

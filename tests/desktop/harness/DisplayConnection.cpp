@@ -1,6 +1,6 @@
-#include "harness/DisplayConnection.h"
+#include "tests/desktop/harness/DisplayConnection.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <algorithm>
 #include <iterator>

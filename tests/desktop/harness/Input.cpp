@@ -1,6 +1,6 @@
-#include "harness/Input.h"
+#include "tests/desktop/harness/Input.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <X11/keysym.h>
 #include <algorithm>

@@ -3,9 +3,9 @@
 // returns when the server has taken the event; the programs react later. Main thread.
 #pragma once
 
-#include "harness/DisplayConnection.h"
-#include "harness/Keymap.h"
-#include "harness/ScreenGeometry.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/Keymap.h"
+#include "tests/desktop/harness/ScreenGeometry.h"
 
 #include <chrono>
 #include <functional>

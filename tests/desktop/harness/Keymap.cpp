@@ -1,4 +1,4 @@
-#include "harness/Keymap.h"
+#include "tests/desktop/harness/Keymap.h"
 
 namespace orbel::desktop {
 

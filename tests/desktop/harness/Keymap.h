@@ -1,7 +1,7 @@
 // Which key gives which character under the server's present layout (levels one and two of the first group).
 #pragma once
 
-#include "harness/DisplayConnection.h"
+#include "tests/desktop/harness/DisplayConnection.h"
 
 #include <memory>
 #include <optional>

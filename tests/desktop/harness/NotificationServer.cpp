@@ -1,4 +1,4 @@
-#include "harness/NotificationServer.h"
+#include "tests/desktop/harness/NotificationServer.h"
 
 #include <gio/gio.h>
 

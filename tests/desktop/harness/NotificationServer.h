@@ -1,7 +1,7 @@
 // The desktop's notification area, which writes down what it was given to show.
 #pragma once
 
-#include "harness/BusService.h"
+#include "tests/desktop/harness/BusService.h"
 
 #include <memory>
 #include <string>

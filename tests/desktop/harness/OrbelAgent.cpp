@@ -1,7 +1,7 @@
-#include "harness/OrbelAgent.h"
+#include "tests/desktop/harness/OrbelAgent.h"
 
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <cstdlib>
 #include <stdexcept>

@@ -1,7 +1,7 @@
 // The real program under test, running in a session.
 #pragma once
 
-#include "harness/DesktopSession.h"
+#include "tests/desktop/harness/DesktopSession.h"
 
 #include <filesystem>
 #include <memory>

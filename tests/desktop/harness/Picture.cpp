@@ -1,4 +1,4 @@
-#include "harness/Picture.h"
+#include "tests/desktop/harness/Picture.h"
 
 #include <algorithm>
 #include <cstdlib>

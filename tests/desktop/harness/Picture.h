@@ -1,7 +1,7 @@
 // A piece of the screen as RGB pixels, with the comparisons that tests make and a PNG for people to look at.
 #pragma once
 
-#include "harness/ScreenGeometry.h"
+#include "tests/desktop/harness/ScreenGeometry.h"
 
 #include <cstddef>
 #include <filesystem>

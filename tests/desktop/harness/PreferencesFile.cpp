@@ -1,6 +1,6 @@
-#include "harness/PreferencesFile.h"
+#include "tests/desktop/harness/PreferencesFile.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <stdexcept>
 #include <utility>

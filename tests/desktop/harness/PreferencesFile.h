@@ -2,9 +2,9 @@
 // replaces it in one rename. Keys are the store's ("menuItems", "GlobalShortcut", "menuSizeSettings", ...).
 #pragma once
 
-#include "harness/PropertyListNode.h"
-#include "harness/StoredItem.h"
-#include "harness/StoredShortcut.h"
+#include "tests/desktop/harness/PropertyListNode.h"
+#include "tests/desktop/harness/StoredItem.h"
+#include "tests/desktop/harness/StoredShortcut.h"
 
 #include <cstdint>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "harness/PropertyListNode.h"
+#include "tests/desktop/harness/PropertyListNode.h"
 
 #include <utility>
 

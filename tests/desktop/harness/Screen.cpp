@@ -1,6 +1,6 @@
-#include "harness/Screen.h"
+#include "tests/desktop/harness/Screen.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <algorithm>
 #include <stdexcept>

@@ -1,9 +1,9 @@
 // What the person in front of the test screen sees: the pixels of the root window with everything on it.
 #pragma once
 
-#include "harness/DisplayConnection.h"
-#include "harness/Picture.h"
-#include "harness/ScreenGeometry.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/Picture.h"
+#include "tests/desktop/harness/ScreenGeometry.h"
 
 #include <filesystem>
 #include <string>

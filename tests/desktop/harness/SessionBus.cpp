@@ -1,9 +1,9 @@
 #include <gio/gio.h>
 
-#include "harness/AnnouncedLine.h"
-#include "harness/SessionBus.h"
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/AnnouncedLine.h"
+#include "tests/desktop/harness/SessionBus.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <memory>
 #include <stdexcept>

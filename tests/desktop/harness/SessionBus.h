@@ -1,7 +1,7 @@
 // A private session bus that starts only the services it was told of, and the calls that tests make on it.
 #pragma once
 
-#include "harness/ChildProcess.h"
+#include "tests/desktop/harness/ChildProcess.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

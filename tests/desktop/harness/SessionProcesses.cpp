@@ -1,7 +1,7 @@
-#include "harness/SessionProcesses.h"
+#include "tests/desktop/harness/SessionProcesses.h"
 
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <algorithm>
 #include <cctype>

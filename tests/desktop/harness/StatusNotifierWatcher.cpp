@@ -1,4 +1,4 @@
-#include "harness/StatusNotifierWatcher.h"
+#include "tests/desktop/harness/StatusNotifierWatcher.h"
 
 #include <gio/gio.h>
 

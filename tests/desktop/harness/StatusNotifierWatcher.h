@@ -2,7 +2,7 @@
 // it is the panel's crash.
 #pragma once
 
-#include "harness/BusService.h"
+#include "tests/desktop/harness/BusService.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "harness/StoredItem.h"
+#include "tests/desktop/harness/StoredItem.h"
 
 #include <utility>
 

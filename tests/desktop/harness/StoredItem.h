@@ -2,7 +2,7 @@
 // program.
 #pragma once
 
-#include "harness/PropertyListNode.h"
+#include "tests/desktop/harness/PropertyListNode.h"
 
 #include <ostream>
 #include <string>

@@ -1,6 +1,6 @@
-#include "harness/StoredShortcut.h"
+#include "tests/desktop/harness/StoredShortcut.h"
 
-#include "harness/PropertyListNode.h"
+#include "tests/desktop/harness/PropertyListNode.h"
 
 namespace orbel::desktop {
 

@@ -1,4 +1,4 @@
-#include "harness/SystemTray.h"
+#include "tests/desktop/harness/SystemTray.h"
 
 #include <algorithm>
 #include <cstdlib>

@@ -2,8 +2,8 @@
 // it is the end of the panel.
 #pragma once
 
-#include "harness/DisplayConnection.h"
-#include "harness/ScreenGeometry.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/ScreenGeometry.h"
 
 #include <array>
 #include <cstdint>

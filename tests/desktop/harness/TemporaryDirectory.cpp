@@ -1,4 +1,4 @@
-#include "harness/TemporaryDirectory.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <cerrno>
 #include <cstdlib>

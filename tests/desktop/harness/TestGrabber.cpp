@@ -1,7 +1,7 @@
-#include "harness/TestGrabber.h"
+#include "tests/desktop/harness/TestGrabber.h"
 
-#include "harness/TestWindow.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/TestWindow.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <stdexcept>
 #include <string>

@@ -1,8 +1,8 @@
 // Another program that holds a key combination for itself, or tries to (clients/test-grabber).
 #pragma once
 
-#include "harness/ClientLog.h"
-#include "harness/DesktopSession.h"
+#include "tests/desktop/harness/ClientLog.h"
+#include "tests/desktop/harness/DesktopSession.h"
 
 #include <memory>
 

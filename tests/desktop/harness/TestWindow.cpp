@@ -1,6 +1,6 @@
-#include "harness/TestWindow.h"
+#include "tests/desktop/harness/TestWindow.h"
 
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <algorithm>
 #include <csignal>

@@ -2,8 +2,8 @@
 // entry that a test installs.
 #pragma once
 
-#include "harness/ClientLog.h"
-#include "harness/DesktopSession.h"
+#include "tests/desktop/harness/ClientLog.h"
+#include "tests/desktop/harness/DesktopSession.h"
 
 #include <filesystem>
 #include <memory>

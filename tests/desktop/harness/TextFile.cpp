@@ -1,4 +1,4 @@
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <fstream>
 #include <sstream>

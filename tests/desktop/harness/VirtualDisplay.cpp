@@ -1,8 +1,8 @@
-#include "harness/VirtualDisplay.h"
+#include "tests/desktop/harness/VirtualDisplay.h"
 
-#include "harness/AnnouncedLine.h"
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/AnnouncedLine.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <stdexcept>
 

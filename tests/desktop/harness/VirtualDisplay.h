@@ -1,7 +1,7 @@
 // A private X server without a screen (Xvfb) on a free display number.
 #pragma once
 
-#include "harness/ChildProcess.h"
+#include "tests/desktop/harness/ChildProcess.h"
 
 #include <filesystem>
 #include <optional>

@@ -1,4 +1,4 @@
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <poll.h>
 

@@ -1,4 +1,4 @@
-#include "harness/Wallpaper.h"
+#include "tests/desktop/harness/Wallpaper.h"
 
 #include <array>
 #include <vector>

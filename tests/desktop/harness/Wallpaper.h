@@ -2,8 +2,8 @@
 // its own and a picture shows whether something is transparent, frosted or displaced.
 #pragma once
 
-#include "harness/DisplayConnection.h"
-#include "harness/ScreenGeometry.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/ScreenGeometry.h"
 
 namespace orbel::desktop {
 

@@ -1,8 +1,8 @@
-#include "harness/WindowManager.h"
+#include "tests/desktop/harness/WindowManager.h"
 
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
-#include "harness/WindowManagerSettings.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
+#include "tests/desktop/harness/WindowManagerSettings.h"
 
 #include <algorithm>
 #include <stdexcept>

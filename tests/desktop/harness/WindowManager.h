@@ -2,8 +2,8 @@
 // tests' own: click to focus, no animations, no key bindings.
 #pragma once
 
-#include "harness/ChildProcess.h"
-#include "harness/DisplayConnection.h"
+#include "tests/desktop/harness/ChildProcess.h"
+#include "tests/desktop/harness/DisplayConnection.h"
 
 #include <filesystem>
 #include <memory>

@@ -1,6 +1,6 @@
-#include "harness/WindowManagerSettings.h"
+#include "tests/desktop/harness/WindowManagerSettings.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <string_view>
 

@@ -1,6 +1,6 @@
-#include "harness/Windows.h"
+#include "tests/desktop/harness/Windows.h"
 
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <algorithm>
 #include <iterator>

@@ -3,8 +3,8 @@
 // vanishes in between counts as unmapped, unnamed, nowhere.
 #pragma once
 
-#include "harness/DisplayConnection.h"
-#include "harness/ScreenGeometry.h"
+#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/desktop/harness/ScreenGeometry.h"
 
 #include <optional>
 #include <string>

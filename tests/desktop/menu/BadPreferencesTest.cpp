@@ -1,8 +1,8 @@
 // Preferences files that are broken, hostile, out of reach or half understood: the menu works all the same,
 // the log says what happened, and nothing of the user's is lost.
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <cstdlib>
 #include <functional>

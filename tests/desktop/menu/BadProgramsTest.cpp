@@ -1,7 +1,7 @@
 // Items whose desktop entry, program or icon is not what it should be.
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <algorithm>
 #include <array>

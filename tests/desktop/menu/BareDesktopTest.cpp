@@ -1,5 +1,5 @@
 // Desktops that lack something: a session bus, a window manager, a compositor, or a manager that stays.
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
 #include <X11/keysym.h>
 

@@ -1,5 +1,5 @@
 // What other programs and a second start can ask the running program for.
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
 using namespace orbel::desktop;
 

@@ -1,6 +1,6 @@
 // The ways to get rid of the menu without opening anything, and which window is in front afterwards.
-#include "menu/MenuFixture.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/menu/MenuFixture.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
 #include <X11/keysym.h>
 #include <chrono>

@@ -1,4 +1,4 @@
-#include "menu/FakeFileManager.h"
+#include "tests/desktop/menu/FakeFileManager.h"
 
 #include <gio/gio.h>
 #include <stdexcept>

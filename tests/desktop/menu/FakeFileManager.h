@@ -2,7 +2,7 @@
 // asked to show.
 #pragma once
 
-#include "harness/SessionBus.h"
+#include "tests/desktop/harness/SessionBus.h"
 
 #include <string>
 #include <vector>

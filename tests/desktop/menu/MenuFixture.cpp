@@ -1,6 +1,6 @@
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
-#include "harness/Picture.h"
+#include "tests/desktop/harness/Picture.h"
 
 #include <X11/keysym.h>
 #include <algorithm>

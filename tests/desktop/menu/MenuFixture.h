@@ -5,11 +5,11 @@
 // Places are pixels of the screen, y down.
 #pragma once
 
-#include "harness/ClientLog.h"
-#include "harness/DesktopSession.h"
-#include "harness/OrbelAgent.h"
-#include "harness/TestWindow.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/ClientLog.h"
+#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/OrbelAgent.h"
+#include "tests/desktop/harness/TestWindow.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
 // What a click on an item of each kind opens.
-#include "menu/FakeFileManager.h"
-#include "menu/MenuFixture.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/menu/FakeFileManager.h"
+#include "tests/desktop/menu/MenuFixture.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <chrono>
 

@@ -1,10 +1,10 @@
 // Summoning by a circle of the pointer. What does not summon is proved by a circle drawn afterwards at
 // another place: the program handles the movements in order, so by the time the menu is there, it has handled
 // the others, and the server has told of every place at which a menu was.
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
-#include "harness/Appearances.h"
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/Appearances.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <X11/keysym.h>
 #include <cmath>

@@ -1,5 +1,5 @@
 // Running programs in the menu: those that are no item of the user's come last, grey, and all have a dot.
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
 #include <algorithm>
 

@@ -1,8 +1,8 @@
 // The shortcut is what the preferences file says, from the moment at which any program writes it there.
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
-#include "harness/TestGrabber.h"
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TestGrabber.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <X11/keysym.h>
 

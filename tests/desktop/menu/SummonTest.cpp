@@ -1,8 +1,8 @@
 // The shortcut, where the menu appears, how large it is, and what a press through its corner reaches.
-#include "menu/MenuFixture.h"
-#include "menu/WindowManagers.h"
+#include "tests/desktop/menu/MenuFixture.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
-#include "harness/Wallpaper.h"
+#include "tests/desktop/harness/Wallpaper.h"
 
 #include <array>
 #include <cmath>

@@ -1,7 +1,7 @@
 // The desktops under which the menu's tests run where the window manager matters.
 #pragma once
 
-#include "harness/WindowManager.h"
+#include "tests/desktop/harness/WindowManager.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

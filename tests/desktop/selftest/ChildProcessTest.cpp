@@ -1,8 +1,8 @@
-#include "harness/ChildProcess.h"
+#include "tests/desktop/harness/ChildProcess.h"
 
-#include "harness/TemporaryDirectory.h"
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <csignal>
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-#include "harness/DesktopEntries.h"
+#include "tests/desktop/harness/DesktopEntries.h"
 
-#include "harness/DesktopSession.h"
-#include "harness/TestWindow.h"
-#include "harness/TextFile.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/TestWindow.h"
+#include "tests/desktop/harness/TextFile.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <gtest/gtest.h>
 

@@ -1,9 +1,9 @@
-#include "harness/DesktopSession.h"
+#include "tests/desktop/harness/DesktopSession.h"
 
-#include "harness/SessionProcesses.h"
-#include "harness/TestGrabber.h"
-#include "harness/TestWindow.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/SessionProcesses.h"
+#include "tests/desktop/harness/TestGrabber.h"
+#include "tests/desktop/harness/TestWindow.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <X11/keysym.h>
 #include <algorithm>

@@ -1,9 +1,9 @@
-#include "harness/Input.h"
+#include "tests/desktop/harness/Input.h"
 
-#include "harness/DesktopSession.h"
-#include "harness/TestWindow.h"
-#include "harness/Waiting.h"
-#include "harness/XcbReply.h"
+#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/TestWindow.h"
+#include "tests/desktop/harness/Waiting.h"
+#include "tests/desktop/harness/XcbReply.h"
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>

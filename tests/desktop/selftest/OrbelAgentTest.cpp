@@ -1,7 +1,7 @@
-#include "harness/OrbelAgent.h"
+#include "tests/desktop/harness/OrbelAgent.h"
 
-#include "harness/TestWindow.h"
-#include "harness/Waiting.h"
+#include "tests/desktop/harness/TestWindow.h"
+#include "tests/desktop/harness/Waiting.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>

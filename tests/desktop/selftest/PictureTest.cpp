@@ -1,7 +1,7 @@
-#include "harness/Picture.h"
+#include "tests/desktop/harness/Picture.h"
 
-#include "harness/TemporaryDirectory.h"
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>

@@ -1,6 +1,6 @@
-#include "harness/PreferencesFile.h"
+#include "tests/desktop/harness/PreferencesFile.h"
 
-#include "harness/TemporaryDirectory.h"
+#include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 

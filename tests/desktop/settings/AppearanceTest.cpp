@@ -1,5 +1,5 @@
 // The settings follow the desktop's light or dark look and the user's language.
-#include "settings/SettingsFixture.h"
+#include "tests/desktop/settings/SettingsFixture.h"
 
 #include <csignal>
 

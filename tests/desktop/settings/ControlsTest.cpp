@@ -1,7 +1,7 @@
 // Each control of the settings changes the store at once, by mouse and by keyboard.
-#include "settings/SettingsFixture.h"
+#include "tests/desktop/settings/SettingsFixture.h"
 
-#include "harness/TextFile.h"
+#include "tests/desktop/harness/TextFile.h"
 
 #include <fstream>
 

@@ -1,6 +1,6 @@
 // Settings that are changed, by keyboard or from outside, while the menu is open, and settings changed from
 // outside while the window is open or closed.
-#include "settings/SettingsFixture.h"
+#include "tests/desktop/settings/SettingsFixture.h"
 
 using namespace orbel::desktop;
 

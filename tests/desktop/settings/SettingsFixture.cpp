@@ -1,4 +1,4 @@
-#include "settings/SettingsFixture.h"
+#include "tests/desktop/settings/SettingsFixture.h"
 
 #include <algorithm>
 

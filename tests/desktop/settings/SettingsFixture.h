@@ -2,7 +2,7 @@
 // always laid out alike with the fonts of the test session; a fixture that finds another size says so.
 #pragma once
 
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
 #include <X11/keysym.h>
 #include <functional>

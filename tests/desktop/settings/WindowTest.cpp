@@ -1,7 +1,7 @@
 // The settings window as a window: how it opens, where it stands, how it moves, closes and quits.
-#include "settings/SettingsFixture.h"
+#include "tests/desktop/settings/SettingsFixture.h"
 
-#include "menu/WindowManagers.h"
+#include "tests/desktop/menu/WindowManagers.h"
 
 #include <cmath>
 

@@ -1,9 +1,9 @@
 // Summoning the real program with fingers on a touchpad that umockdev makes: from the kernel's events to the
 // menu on the screen. This test and the program run with umockdev's library between them and the kernel.
-#include "menu/MenuFixture.h"
+#include "tests/desktop/menu/MenuFixture.h"
 
-#include "harness/Appearances.h"
-#include "support/TestTouchpad.h"
+#include "tests/backends/evdev/support/TestTouchpad.h"
+#include "tests/desktop/harness/Appearances.h"
 
 #include <X11/keysym.h>
 #include <array>

@@ -1,4 +1,4 @@
-#include "support/TestTouchpad.h"
+#include "tests/backends/evdev/support/TestTouchpad.h"
 
 #include <algorithm>
 #include <cmath>

@@ -2,8 +2,8 @@
 #pragma once
 
 #include "foundation/Log.h"
-#include "support/MainLoop.h"
-#include "support/TestTouchpad.h"
+#include "tests/backends/evdev/support/TestTouchpad.h"
+#include "tests/backends/x11/support/MainLoop.h"
 
 #include <algorithm>
 #include <filesystem>

@@ -1,4 +1,4 @@
-#include "support/Driver.h"
+#include "tests/backends/x11/support/Driver.h"
 
 #include <algorithm>
 #include <stdexcept>

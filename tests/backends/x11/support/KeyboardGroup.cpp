@@ -1,4 +1,4 @@
-#include "support/KeyboardGroup.h"
+#include "tests/backends/x11/support/KeyboardGroup.h"
 
 #include "backends/x11/XcbReply.h"
 

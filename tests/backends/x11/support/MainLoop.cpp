@@ -1,4 +1,4 @@
-#include "support/MainLoop.h"
+#include "tests/backends/x11/support/MainLoop.h"
 
 #include <glib.h>
 

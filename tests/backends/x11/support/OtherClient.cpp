@@ -1,6 +1,6 @@
-#include "support/OtherClient.h"
+#include "tests/backends/x11/support/OtherClient.h"
 
-#include "support/MainLoop.h"
+#include "tests/backends/x11/support/MainLoop.h"
 
 #include <stdexcept>
 

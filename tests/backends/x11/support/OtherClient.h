@@ -1,7 +1,7 @@
 // The test client program with its windows: another program as far as the desktop is concerned.
 #pragma once
 
-#include "support/Program.h"
+#include "tests/backends/x11/support/Program.h"
 
 #include <cstdint>
 #include <xcb/xcb.h>

@@ -1,6 +1,6 @@
-#include "support/PinchServer.h"
+#include "tests/backends/x11/support/PinchServer.h"
 
-#include "support/MainLoop.h"
+#include "tests/backends/x11/support/MainLoop.h"
 
 #include <array>
 #include <cstdlib>

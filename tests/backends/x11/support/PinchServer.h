@@ -3,7 +3,7 @@
 // version 1.1.
 #pragma once
 
-#include "support/Program.h"
+#include "tests/backends/x11/support/Program.h"
 
 #include <cstdint>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "support/Program.h"
+#include "tests/backends/x11/support/Program.h"
 
 #include <algorithm>
 #include <array>

@@ -1,4 +1,4 @@
-#include "support/WindowsTest.h"
+#include "tests/backends/x11/support/WindowsTest.h"
 
 namespace orbel::test {
 

@@ -4,7 +4,7 @@
 #include "backends/x11/ClickWatch.h"
 #include "backends/x11/RawPointer.h"
 #include "backends/x11/X11TopLevelWindows.h"
-#include "support/X11Test.h"
+#include "tests/backends/x11/support/X11Test.h"
 
 #include <memory>
 #include <optional>

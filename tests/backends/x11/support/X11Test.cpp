@@ -1,4 +1,4 @@
-#include "support/X11Test.h"
+#include "tests/backends/x11/support/X11Test.h"
 
 #include <algorithm>
 #include <cstdlib>

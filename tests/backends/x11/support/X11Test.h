@@ -3,10 +3,10 @@
 
 #include "backends/x11/Connection.h"
 #include "foundation/Log.h"
-#include "support/Driver.h"
-#include "support/MainLoop.h"
-#include "support/OtherClient.h"
-#include "support/Program.h"
+#include "tests/backends/x11/support/Driver.h"
+#include "tests/backends/x11/support/MainLoop.h"
+#include "tests/backends/x11/support/OtherClient.h"
+#include "tests/backends/x11/support/Program.h"
 
 #include <gtest/gtest.h>
 #include <memory>

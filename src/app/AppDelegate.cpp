@@ -2,12 +2,12 @@
 
 #include "app/MainMenu.h"
 #include "app/TouchpadAccessNotice.h"
-#include "app/settings/AppSettings.h"
-#include "app/settings/Notifications.h"
-#include "app/settings/SettingsKeys.h"
 #include "controllers/CompanionToolkit.h"
 #include "foundation/Log.h"
 #include "platform/Platform.h"
+#include "settings/AppSettings.h"
+#include "settings/Notifications.h"
+#include "settings/SettingsKeys.h"
 #include "shortcut/MASShortcut.h"
 
 #include <utility>

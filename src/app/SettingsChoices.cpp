@@ -1,7 +1,7 @@
 #include "app/SettingsChoices.h"
 
-#include "app/settings/AppSettings.h"
 #include "platform/Platform.h"
+#include "settings/AppSettings.h"
 
 #include <cstdint>
 

@@ -1,9 +1,9 @@
 #include "app/SettingsWindowController.h"
 
 #include "app/SettingsChoices.h"
-#include "app/settings/AppSettings.h"
-#include "app/settings/SettingsKeys.h"
 #include "platform/Platform.h"
+#include "settings/AppSettings.h"
+#include "settings/SettingsKeys.h"
 
 #include <string>
 #include <utility>

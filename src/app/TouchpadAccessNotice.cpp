@@ -1,7 +1,7 @@
 #include "app/TouchpadAccessNotice.h"
 
-#include "app/settings/SettingsKeys.h"
 #include "platform/Platform.h"
+#include "settings/SettingsKeys.h"
 
 #include <string>
 #include <string_view>

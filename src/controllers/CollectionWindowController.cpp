@@ -1,7 +1,5 @@
 #include "controllers/CollectionWindowController.h"
 
-#include "app/settings/AppSettings.h"
-#include "app/settings/Notifications.h"
 #include "controllers/CompanionToolkit.h"
 #include "controllers/DroppedFiles.h"
 #include "controllers/ItemLookup.h"
@@ -12,6 +10,8 @@
 #include "model/CoreMenuItem.h"
 #include "model/RunningAppMenuItem.h"
 #include "platform/Platform.h"
+#include "settings/AppSettings.h"
+#include "settings/Notifications.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,11 +1,11 @@
 #include "controllers/OrbelWindowController.h"
 
-#include "app/settings/AppSettings.h"
-#include "app/settings/Notifications.h"
 #include "controllers/CompanionToolkit.h"
 #include "controllers/MenuSizes.h"
 #include "foundation/NotificationCenter.h"
 #include "platform/Platform.h"
+#include "settings/AppSettings.h"
+#include "settings/Notifications.h"
 
 #include <utility>
 

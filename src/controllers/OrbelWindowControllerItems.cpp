@@ -1,11 +1,11 @@
 #include "controllers/OrbelWindowController.h"
 
-#include "app/settings/AppSettings.h"
 #include "controllers/MenuColors.h"
 #include "model/AppMenuItem.h"
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
 #include "platform/Platform.h"
+#include "settings/AppSettings.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
 #include "controllers/RadialMenuWindow.h"
 
-#include "app/settings/AppSettings.h"
 #include "controllers/MenuColors.h"
+#include "settings/AppSettings.h"
 
 namespace orbel {
 

@@ -1,7 +1,7 @@
 #include "app/AppDelegate.h"
 
-#include "app/settings/AppSettings.h"
-#include "app/settings/Notifications.h"
+#include "settings/AppSettings.h"
+#include "settings/Notifications.h"
 #include "shortcut/MASShortcut.h"
 #include "tests/doubles/FakePlatform.h"
 

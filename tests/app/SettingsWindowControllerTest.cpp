@@ -1,8 +1,8 @@
 #include "app/SettingsWindowController.h"
 
-#include "app/settings/AppSettings.h"
-#include "app/settings/Notifications.h"
-#include "app/settings/SettingsKeys.h"
+#include "settings/AppSettings.h"
+#include "settings/Notifications.h"
+#include "settings/SettingsKeys.h"
 #include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # Fails when the core includes anything but its own headers and those of the C++ standard library that touch nothing
-# outside the program, or reads the time or the environment behind the platform's back. Only the backends, main.cpp and
-# the programs beside the agent (the companion, the video's player) may.
+# outside the program, or reads the time or the environment behind the platform's back. Only the backends and
+# the programs may.
 set -euo pipefail
 cd "$1"
 core=$(find . -name '*.h' -o -name '*.cpp' | grep -vE '^\./(backends|companion|video)/|^\./app/main\.cpp$')

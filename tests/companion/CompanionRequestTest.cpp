@@ -1,4 +1,4 @@
-#include "companion/CompanionRequest.h"
+#include "protocols/companion/CompanionRequest.h"
 
 #include <gtest/gtest.h>
 

@@ -2,13 +2,13 @@
 // list.
 #pragma once
 
-#include "app/settings/AppSettings.h"
 #include "controllers/OrbelWindowController.h"
 #include "model/AppMenuItem.h"
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
 #include "model/FileMenuItem.h"
 #include "model/ImageCache.h"
+#include "settings/AppSettings.h"
 #include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>

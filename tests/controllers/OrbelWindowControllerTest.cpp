@@ -1,7 +1,7 @@
 #include "tests/controllers/ControllerFixture.h"
 
-#include "app/settings/Notifications.h"
 #include "foundation/NotificationCenter.h"
+#include "settings/Notifications.h"
 
 namespace orbel {
 namespace {

@@ -1,9 +1,9 @@
 // How the settings start, stop and feed the triggers: the global shortcut, the event taps and the
 // recognisers.
-#include "app/settings/AppSettings.h"
+#include "settings/AppSettings.h"
 
-#include "app/settings/Notifications.h"
 #include "foundation/NotificationCenter.h"
+#include "settings/Notifications.h"
 #include "shortcut/MASShortcut.h"
 #include "tests/doubles/FakePlatform.h"
 

@@ -1,8 +1,8 @@
-#include "app/settings/AppSettings.h"
+#include "settings/AppSettings.h"
 
-#include "app/settings/ArchivedColor.h"
-#include "app/settings/Notifications.h"
 #include "foundation/NotificationCenter.h"
+#include "settings/ArchivedColor.h"
+#include "settings/Notifications.h"
 #include "shortcut/MASShortcut.h"
 #include "tests/doubles/FakePlatform.h"
 

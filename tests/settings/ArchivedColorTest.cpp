@@ -1,4 +1,4 @@
-#include "app/settings/ArchivedColor.h"
+#include "settings/ArchivedColor.h"
 
 #include "foundation/PropertyListCoder.h"
 #include "tests/doubles/FakePlatform.h"

@@ -1,6 +1,6 @@
 // The setting and the desktop's login item, which follow each other.
-#include "app/settings/AppSettings.h"
-#include "app/settings/SettingsKeys.h"
+#include "settings/AppSettings.h"
+#include "settings/SettingsKeys.h"
 #include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "app/settings/PointerCircleRecognizer.h"
+#include "settings/PointerCircleRecognizer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/settings/RestingFingersRecognizer.h"
+#include "settings/RestingFingersRecognizer.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "app/settings/SpreadingFingersRecognizer.h"
+#include "settings/SpreadingFingersRecognizer.h"
 
 #include <gtest/gtest.h>
 

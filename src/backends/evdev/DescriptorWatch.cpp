@@ -3,7 +3,7 @@
 #include <glib-unix.h>
 #include <utility>
 
-namespace orbel {
+namespace orbel::evdev {
 
 namespace {
 constexpr gint64 kAtOnce = 0;
@@ -31,4 +31,4 @@ DescriptorWatch::~DescriptorWatch() {
   g_source_unref(m_source);
 }
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -6,7 +6,7 @@
 
 struct _GSource;
 
-namespace orbel {
+namespace orbel::evdev {
 
 class DescriptorWatch {
 public:
@@ -26,4 +26,4 @@ private:
   _GSource* m_source;
 };
 
-} // namespace orbel
+} // namespace orbel::evdev

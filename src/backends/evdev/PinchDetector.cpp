@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-namespace orbel {
+namespace orbel::evdev {
 
 namespace {
 constexpr std::size_t kFewestFingers = 2;
@@ -39,4 +39,4 @@ bool PinchDetector::touchesChanged(const std::vector<Touch>& touches) {
   return m_isPinching;
 }
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <vector>
 
-namespace orbel {
+namespace orbel::evdev {
 
 class PinchDetector {
 public:
@@ -27,4 +27,4 @@ private:
   bool m_isPinching = false;
 };
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace orbel {
+namespace orbel::evdev {
 
 namespace {
 
@@ -157,4 +157,4 @@ void Touchpad::vanish() {
   m_handlers.vanished();
 }
 
-} // namespace orbel
+} // namespace orbel::evdev

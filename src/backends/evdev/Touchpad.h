@@ -17,7 +17,7 @@
 struct input_absinfo;
 struct libevdev;
 
-namespace orbel {
+namespace orbel::evdev {
 
 class Touchpad : public std::enable_shared_from_this<Touchpad> {
 public:
@@ -73,4 +73,4 @@ private:
   std::unique_ptr<DescriptorWatch> m_watch; // none once closed
 };
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <unistd.h>
 
-namespace orbel {
+namespace orbel::evdev {
 
 namespace {
 constexpr const char* kScript = "orbelmenu-touchpad-access";
@@ -46,4 +46,4 @@ std::string TouchpadAccess::grantingCommand(const std::string& executable) {
   return "sudo " + shellWord((folder / kScript).string());
 }
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::evdev {
 
 class TouchpadAccess {
 public:
@@ -17,4 +17,4 @@ public:
   static std::string grantingCommand(const std::string& executable);
 };
 
-} // namespace orbel
+} // namespace orbel::evdev

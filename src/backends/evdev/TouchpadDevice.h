@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::evdev {
 
 struct TouchpadDevice {
   std::string systemPath; // tells it from all others while it is plugged in
@@ -18,4 +18,4 @@ inline std::string description(const TouchpadDevice& device) {
   return "the touchpad \"" + device.name + "\" (" + device.node + ")";
 }
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace orbel {
+namespace orbel::evdev {
 
 namespace {
 constexpr int kFingersOfGestures = 3; // the fewest that any gesture needs
@@ -67,4 +67,4 @@ void TouchpadTap::remove(const std::string& systemPath) {
   touchpad->vanish();
 }
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::evdev {
 
 class Touchpad;
 class TouchpadWatch;
@@ -34,4 +34,4 @@ private:
   std::int32_t m_lastNumber = 0;
 };
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-namespace orbel {
+namespace orbel::evdev {
 
 namespace {
 
@@ -88,4 +88,4 @@ void TouchpadWatch::handle(udev_device& device) {
   }
 }
 
-} // namespace orbel
+} // namespace orbel::evdev

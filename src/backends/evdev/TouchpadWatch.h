@@ -13,7 +13,7 @@
 struct udev_device;
 struct udev_monitor;
 
-namespace orbel {
+namespace orbel::evdev {
 
 class TouchpadWatch {
 public:
@@ -40,4 +40,4 @@ private:
   std::unique_ptr<DescriptorWatch> m_descriptor;
 };
 
-} // namespace orbel
+} // namespace orbel::evdev

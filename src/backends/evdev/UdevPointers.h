@@ -4,7 +4,7 @@
 #include <libudev.h>
 #include <memory>
 
-namespace orbel {
+namespace orbel::evdev {
 
 struct UdevUnref {
   void operator()(udev* object) const { udev_unref(object); }
@@ -16,4 +16,4 @@ struct UdevUnref {
 template <typename T>
 using UdevPointer = std::unique_ptr<T, UdevUnref>;
 
-} // namespace orbel
+} // namespace orbel::evdev

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <variant>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -110,4 +110,4 @@ RunningApplicationPointer ApplicationFinder::runningWithBundle(const std::string
   return nullptr;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class ApplicationFinder {
 public:
@@ -43,4 +43,4 @@ private:
   const RunningApplicationList& m_running;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -14,7 +14,7 @@
 #include <string_view>
 #include <utility>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 constexpr const char* kFileName = "org.orbelmenu.OrbelMenu.desktop";
@@ -208,4 +208,4 @@ std::string AutostartEntry::execWord(const std::string& path) {
   return path.find_first_not_of(kPlain) == std::string::npos ? word : '"' + word + '"';
 }
 
-} // namespace orbel
+} // namespace orbel::linux

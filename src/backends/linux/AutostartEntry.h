@@ -12,7 +12,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class AutostartEntry : public LoginItem {
 public:
@@ -56,4 +56,4 @@ private:
   std::shared_ptr<Observers<>> m_observers;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

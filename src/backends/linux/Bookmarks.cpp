@@ -12,7 +12,7 @@
 #include <memory>
 #include <utility>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -159,4 +159,4 @@ ResolvedBookmark Bookmarks::resolve(const PropertyList::Data& bookmark) const {
   return failure(content->path + " does not exist any more");
 }
 
-} // namespace orbel
+} // namespace orbel::linux

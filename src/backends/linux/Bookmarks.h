@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class Bookmarks {
 public:
@@ -29,4 +29,4 @@ private:
   const DesktopEntryIndex& m_entries;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -13,7 +13,7 @@
 #include <ctime>
 #include <filesystem>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -86,4 +86,4 @@ DatedFiles::Aside DatedFiles::keepAside(const std::string& path, const std::stri
   }
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class DatedFiles {
 public:
@@ -26,4 +26,4 @@ public:
   static Aside keepAside(const std::string& path, const std::string& suffix);
 };
 
-} // namespace orbel
+} // namespace orbel::linux

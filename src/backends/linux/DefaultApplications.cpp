@@ -6,7 +6,7 @@
 
 #include <algorithm>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -63,4 +63,4 @@ std::string DefaultApplications::uriForPath(const std::string& path) {
   return takeText(g_filename_to_uri(path.c_str(), nullptr, nullptr));
 }
 
-} // namespace orbel
+} // namespace orbel::linux

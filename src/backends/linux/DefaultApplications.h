@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class DefaultApplications {
 public:
@@ -22,4 +22,4 @@ public:
   static std::string uriForPath(const std::string& path);
 };
 
-} // namespace orbel
+} // namespace orbel::linux

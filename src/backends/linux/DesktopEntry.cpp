@@ -8,7 +8,7 @@
 #include <string_view>
 #include <utility>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -134,4 +134,4 @@ bool DesktopEntry::isEntryPath(const std::string& path) {
   return path.ends_with(kSuffix);
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 struct DesktopEntry {
   std::string
@@ -52,4 +52,4 @@ struct DesktopEntry {
   static bool isEntryPath(const std::string& path);
 };
 
-} // namespace orbel
+} // namespace orbel::linux

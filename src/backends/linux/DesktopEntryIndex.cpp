@@ -8,7 +8,7 @@
 #include <algorithm>
 #include <initializer_list>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -150,4 +150,4 @@ Registration DesktopEntryIndex::observeChanges(std::function<void()> block) {
   return m_observers.add(std::move(block));
 }
 
-} // namespace orbel
+} // namespace orbel::linux

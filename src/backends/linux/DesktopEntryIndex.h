@@ -11,7 +11,7 @@
 #include <unordered_map>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class DesktopEntryIndex {
 public:
@@ -51,4 +51,4 @@ private:
   Observers<> m_observers;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -10,7 +10,7 @@
 #include <optional>
 #include <utility>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -100,4 +100,4 @@ EnvCommand EnvCommand::of(std::vector<std::string> words) {
   return {{rest.begin(), rest.end()}, folder};
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 struct EnvCommand {
   std::vector<std::string> words; // the program that runs in the end and its arguments; empty when none does
@@ -15,4 +15,4 @@ struct EnvCommand {
   static EnvCommand of(std::vector<std::string> words);
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -13,7 +13,7 @@
 #include <utility>
 #include <variant>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -140,4 +140,4 @@ FileIcons::Source FileIcons::sourceForFile(const std::string& path) const {
   return {"", themeNamesOf(path), isApplication || isProgram ? kApplicationPicture : kFilePicture};
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -3,8 +3,8 @@
 // stand in every menu, and are kept, pixels and all. Never empty, except imageNamed.
 #pragma once
 
+#include "backends/common/IconLoader.h"
 #include "backends/linux/DesktopEntryIndex.h"
-#include "backends/linux/IconLoader.h"
 #include "scene/Image.h"
 
 #include <map>
@@ -12,13 +12,14 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class FileIcons {
 public:
   static constexpr Size kIconSize{320, 320};
 
-  FileIcons(IconLoader& loader, const DesktopEntryIndex& entries) : m_loader(loader), m_entries(entries) {}
+  FileIcons(common::IconLoader& loader, const DesktopEntryIndex& entries)
+      : m_loader(loader), m_entries(entries) {}
 
   ImagePointer iconForFile(const std::string& path);
   ImagePointer iconForEntry(const DesktopEntry& entry);
@@ -41,10 +42,10 @@ private:
   Source sourceForFile(const std::string& path) const;
   Source sourceForEntry(const DesktopEntry& entry) const;
 
-  IconLoader& m_loader;
+  common::IconLoader& m_loader;
   const DesktopEntryIndex& m_entries;
   std::map<Source, std::weak_ptr<const Image>> m_images;
   std::map<std::string, ImagePointer> m_ownPictures; // by name, those that were asked for
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -6,7 +6,7 @@
 
 #include <cstring>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 std::uint64_t fileSystemOf(const std::string& path) {
@@ -36,4 +36,4 @@ std::optional<FileIdentity> FileIdentity::ofPath(const std::string& path) {
   return identity;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 struct FileIdentity {
   std::uint64_t inode = 0;
@@ -17,4 +17,4 @@ struct FileIdentity {
   static std::optional<FileIdentity> ofPath(const std::string& path);
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -1,13 +1,13 @@
 #include "backends/linux/FileManager.h"
 
+#include "backends/common/SessionBus.h"
 #include "backends/linux/DefaultApplications.h"
 #include "backends/linux/GlibPointers.h"
-#include "backends/linux/SessionBus.h"
 #include "foundation/Log.h"
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -79,7 +79,7 @@ struct FileManager::State {
 
 FileManager::FileManager(Fallback fallback) : m_state(std::make_shared<State>()) {
   m_state->fallback = std::move(fallback);
-  if (SessionBus::isThere()) {
+  if (common::SessionBus::isThere()) {
     g_bus_get(G_BUS_TYPE_SESSION, m_state->cancellable.get(), State::connected,
               new State::Request{m_state, "", ""});
   }
@@ -90,7 +90,7 @@ FileManager::~FileManager() {
 }
 
 void FileManager::showFolder(const std::string& path, const std::string& startupId) {
-  if (!SessionBus::isThere()) {
+  if (!common::SessionBus::isThere()) {
     m_state->fallback(path);
     return;
   }
@@ -98,4 +98,4 @@ void FileManager::showFolder(const std::string& path, const std::string& startup
             new State::Request{m_state, path, startupId});
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class FileManager {
 public:
@@ -24,4 +24,4 @@ private:
   std::shared_ptr<State> m_state;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

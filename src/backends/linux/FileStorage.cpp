@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -222,4 +222,4 @@ std::string FileStorage::nameOf(const std::string& path) {
   return slash == std::string::npos ? path : path.substr(slash + 1);
 }
 
-} // namespace orbel
+} // namespace orbel::linux

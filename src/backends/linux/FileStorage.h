@@ -9,7 +9,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class FileStorage {
 public:
@@ -53,4 +53,4 @@ public:
   static std::string nameOf(const std::string& path);
 };
 
-} // namespace orbel
+} // namespace orbel::linux

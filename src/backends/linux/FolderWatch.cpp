@@ -14,7 +14,7 @@
 #include <cstring>
 #include <utility>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 // Not IN_MODIFY: a writer is read once it has closed the file, not in the middle.
@@ -101,4 +101,4 @@ bool FolderWatch::isAlive() const {
   return m_state->source != nullptr;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

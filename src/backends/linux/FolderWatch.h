@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class FolderWatch {
 public:
@@ -27,4 +27,4 @@ private:
   std::shared_ptr<State> m_state;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

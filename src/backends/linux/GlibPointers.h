@@ -7,7 +7,7 @@
 #include <memory>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 struct GlibFree {
   void operator()(void* memory) const { g_free(memory); }
@@ -31,4 +31,4 @@ inline std::string takeText(char* text) {
   return owned ? std::string(owned.get()) : std::string();
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -193,4 +193,4 @@ Registration GlibRunLoop::onEveryFrame(std::function<void()> block) {
   });
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -8,7 +8,7 @@
 
 #include <memory>
 
-namespace orbel {
+namespace orbel::linux {
 
 class GlibRunLoop : public RunLoop {
 public:
@@ -37,4 +37,4 @@ private:
   std::shared_ptr<Frames> m_frames;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -12,7 +12,7 @@
 #include <ranges>
 #include <variant>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -152,7 +152,7 @@ struct BusStart {
 
 } // namespace
 
-Launcher::Launcher(TopLevelWindows& windows, std::vector<std::string> privateVariables)
+Launcher::Launcher(common::TopLevelWindows& windows, std::vector<std::string> privateVariables)
     : m_windows(windows), m_privateVariables(std::move(privateVariables)) {}
 
 std::optional<WorkspaceError> Launcher::launchEntry(const std::string& entryPath,
@@ -213,4 +213,4 @@ std::string Launcher::entryStartedAs(const std::string& startupId) const {
   return {};
 }
 
-} // namespace orbel
+} // namespace orbel::linux

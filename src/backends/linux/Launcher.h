@@ -3,8 +3,8 @@
 // program.
 #pragma once
 
+#include "backends/common/TopLevelWindows.h"
 #include "backends/linux/DesktopEntry.h"
-#include "backends/linux/TopLevelWindows.h"
 #include "platform/Workspace.h"
 
 #include <deque>
@@ -13,13 +13,13 @@
 #include <utility>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class Launcher {
 public:
   // Private variables: names that main has set for this process alone, besides those that every starter of
   // programs takes away.
-  Launcher(TopLevelWindows& windows, std::vector<std::string> privateVariables);
+  Launcher(common::TopLevelWindows& windows, std::vector<std::string> privateVariables);
 
   // Each returns nothing when the start worked, else why not.
   std::optional<WorkspaceError> launchEntry(const std::string& entryPath,
@@ -34,9 +34,9 @@ public:
 private:
   std::string makeStartupId(const std::string& name, const std::string& entryPath) const;
 
-  TopLevelWindows& m_windows;
+  common::TopLevelWindows& m_windows;
   std::vector<std::string> m_privateVariables;
   mutable std::deque<std::pair<std::string, std::string>> m_started; // startup identifier, entry path
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -5,9 +5,9 @@
 #include <algorithm>
 #include <utility>
 
-namespace orbel {
+namespace orbel::linux {
 
-LinuxRunningApplication::LinuxRunningApplication(TopLevelWindows& windows,
+LinuxRunningApplication::LinuxRunningApplication(common::TopLevelWindows& windows,
                                                  std::optional<ProcessRecord> process, std::string groupName)
     : m_windows(windows), m_process(std::move(process)), m_groupName(std::move(groupName)) {}
 
@@ -68,4 +68,4 @@ bool LinuxRunningApplication::hasWindow(std::uint64_t window) const {
   return holds(m_ordinaryWindows) || holds(m_otherWindows);
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -2,15 +2,15 @@
 // windows; the core may hold it longer, after the program has gone.
 #pragma once
 
+#include "backends/common/TopLevelWindows.h"
 #include "backends/linux/ProcessRecord.h"
-#include "backends/linux/TopLevelWindows.h"
 #include "platform/RunningApplication.h"
 
 #include <optional>
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class LinuxRunningApplication : public RunningApplication {
 public:
@@ -24,7 +24,7 @@ public:
   };
 
   // The process is none when its windows do not tell; then the group name tells such programs apart.
-  LinuxRunningApplication(TopLevelWindows& windows, std::optional<ProcessRecord> process,
+  LinuxRunningApplication(common::TopLevelWindows& windows, std::optional<ProcessRecord> process,
                           std::string groupName);
 
   std::int32_t processIdentifier() const override; // -1 when unknown
@@ -51,7 +51,7 @@ public:
 private:
   bool hasWindow(std::uint64_t window) const;
 
-  TopLevelWindows& m_windows;
+  common::TopLevelWindows& m_windows;
   const std::optional<ProcessRecord> m_process;
   const std::string m_groupName;
   Appearance m_appearance;
@@ -61,4 +61,4 @@ private:
   std::uint64_t m_summonMark = 0;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -9,7 +9,7 @@
 #include <utility>
 #include <variant>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -21,7 +21,7 @@ bool worked(const std::optional<WorkspaceError>& error) {
 
 } // namespace
 
-LinuxWorkspace::LinuxWorkspace(TopLevelWindows& windows, IconLoader& icons,
+LinuxWorkspace::LinuxWorkspace(common::TopLevelWindows& windows, common::IconLoader& icons,
                                std::vector<std::string> privateVariables)
     : m_windows(windows), m_icons(icons, m_entries), m_bookmarks(m_entries), m_roles(m_entries),
       m_launcher(windows, std::move(privateVariables)),
@@ -189,4 +189,4 @@ ResolvedBookmark LinuxWorkspace::resolveBookmark(const PropertyList::Data& bookm
   return m_bookmarks.resolve(bookmark);
 }
 
-} // namespace orbel
+} // namespace orbel::linux

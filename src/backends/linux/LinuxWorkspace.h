@@ -3,27 +3,28 @@
 // gives.
 #pragma once
 
+#include "backends/common/IconLoader.h"
+#include "backends/common/TopLevelWindows.h"
 #include "backends/linux/ApplicationFinder.h"
 #include "backends/linux/Bookmarks.h"
 #include "backends/linux/DesktopEntryIndex.h"
 #include "backends/linux/FileIcons.h"
 #include "backends/linux/FileManager.h"
-#include "backends/linux/IconLoader.h"
 #include "backends/linux/Launcher.h"
 #include "backends/linux/RoleApplications.h"
 #include "backends/linux/RunningApplicationList.h"
-#include "backends/linux/TopLevelWindows.h"
 #include "platform/Workspace.h"
 
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class LinuxWorkspace : public Workspace {
 public:
   // Windows and icons outlive the workspace. Private variables: see Launcher.
-  LinuxWorkspace(TopLevelWindows& windows, IconLoader& icons, std::vector<std::string> privateVariables = {});
+  LinuxWorkspace(common::TopLevelWindows& windows, common::IconLoader& icons,
+                 std::vector<std::string> privateVariables = {});
 
   std::vector<RunningApplicationPointer> runningApplications() const override;
   Registration observeRunningApplications(std::function<void()> block) override;
@@ -57,7 +58,7 @@ private:
                                       const std::string& documentPath) const;
   void openFolderWithHandler(const std::string& path) const;
 
-  TopLevelWindows& m_windows;
+  common::TopLevelWindows& m_windows;
   DesktopEntryIndex m_entries;
   mutable FileIcons m_icons; // hands out the same picture twice; asking changes nothing that can be seen
   Bookmarks m_bookmarks;
@@ -68,4 +69,4 @@ private:
   FileManager m_fileManager;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -10,7 +10,7 @@
 #include <utility>
 #include <variant>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -315,4 +315,4 @@ void PreferencesFile::watchFolder(std::unique_ptr<FolderWatch>& watch, const std
   m_isWatchFailureKnown = !watch;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -16,7 +16,7 @@
 #include <set>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class PreferencesFile : public PreferencesStore {
 public:
@@ -85,4 +85,4 @@ private:
   std::shared_ptr<bool> m_life = std::make_shared<bool>(true); // delayed blocks hold it weakly
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -11,7 +11,7 @@
 #include <cstdlib>
 #include <string_view>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -102,4 +102,4 @@ std::optional<ProcessRecord> ProcessRecord::read(std::int32_t processIdentifier)
   return record;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

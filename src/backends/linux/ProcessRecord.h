@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 struct ProcessRecord {
   std::int32_t processIdentifier = 0;
@@ -24,4 +24,4 @@ struct ProcessRecord {
   static std::optional<std::uint64_t> startTimeOf(std::int32_t processIdentifier);
 };
 
-} // namespace orbel
+} // namespace orbel::linux

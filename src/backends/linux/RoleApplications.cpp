@@ -8,7 +8,7 @@
 #include <variant>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -78,4 +78,4 @@ std::optional<DesktopEntry> RoleApplications::entry(const std::string& name) con
   return m_known.emplace(name, resolve(*role, m_entries)).first->second;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -10,7 +10,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class RoleApplications {
 public:
@@ -26,4 +26,4 @@ private:
   Registration m_registration;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -9,19 +9,19 @@
 #include <utility>
 #include <variant>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
 // What tells the programs apart whose windows do not name their process.
-std::string groupNameOf(const TopLevelWindow& window) {
+std::string groupNameOf(const common::TopLevelWindow& window) {
   if (!window.className.empty()) return window.className;
   if (!window.instanceName.empty()) return window.instanceName;
   return "window " + std::to_string(window.id);
 }
 
 // Only with it does a process number mean the same process as before.
-std::optional<std::uint64_t> startTimeOf(const TopLevelWindow& window) {
+std::optional<std::uint64_t> startTimeOf(const common::TopLevelWindow& window) {
   return window.processIdentifier ? ProcessRecord::startTimeOf(*window.processIdentifier) : std::nullopt;
 }
 
@@ -37,7 +37,7 @@ std::string withoutAppImageSuffix(std::string name) {
 
 } // namespace
 
-RunningApplicationList::RunningApplicationList(TopLevelWindows& windows, DesktopEntryIndex& entries,
+RunningApplicationList::RunningApplicationList(common::TopLevelWindows& windows, DesktopEntryIndex& entries,
                                                FileIcons& icons, StartedEntry startedEntry)
     : m_windows(windows), m_entries(entries), m_icons(icons), m_startedEntry(std::move(startedEntry)) {
   m_windowsRegistration = m_windows.observeChanges([this] { update(); });
@@ -57,8 +57,9 @@ RunningApplicationPointer RunningApplicationList::frontmost() {
   const auto active = m_windows.activeWindow();
   if (!active) return nullptr;
   const auto windows = m_windows.windows();
-  const auto window = std::find_if(windows.begin(), windows.end(),
-                                   [&](const TopLevelWindow& candidate) { return candidate.id == *active; });
+  const auto window =
+      std::find_if(windows.begin(), windows.end(),
+                   [&](const common::TopLevelWindow& candidate) { return candidate.id == *active; });
   if (window == windows.end()) return nullptr;
   Record record = recordAmong(m_records, *window);
   if (!record) record = makeRecord(*window);
@@ -75,7 +76,7 @@ RunningApplicationPointer RunningApplicationList::frontmost() {
 void RunningApplicationList::update() {
   struct Group {
     Record record;
-    std::vector<TopLevelWindow> ordinary;
+    std::vector<common::TopLevelWindow> ordinary;
     std::vector<std::uint64_t> others;
   };
   using Look = std::tuple<Record, std::string, std::optional<std::string>>;
@@ -121,7 +122,7 @@ void RunningApplicationList::update() {
       ordinary.push_back(window.id);
     group.record->setWindows(std::move(ordinary), std::move(group.others));
     const auto telling =
-        std::find_if(group.ordinary.begin(), group.ordinary.end(), [&](const TopLevelWindow& window) {
+        std::find_if(group.ordinary.begin(), group.ordinary.end(), [&](const common::TopLevelWindow& window) {
           return entryFor(window, *group.record).has_value();
         });
     const auto& window = telling == group.ordinary.end() ? group.ordinary.front() : *telling;
@@ -133,7 +134,7 @@ void RunningApplicationList::update() {
 }
 
 RunningApplicationList::Record RunningApplicationList::recordAmong(const std::vector<Record>& records,
-                                                                   const TopLevelWindow& window) {
+                                                                   const common::TopLevelWindow& window) {
   const auto startTime = startTimeOf(window);
   const std::string groupName = groupNameOf(window);
   for (const auto& record : records) {
@@ -146,12 +147,13 @@ RunningApplicationList::Record RunningApplicationList::recordAmong(const std::ve
   return nullptr;
 }
 
-RunningApplicationList::Record RunningApplicationList::makeRecord(const TopLevelWindow& window) const {
+RunningApplicationList::Record
+RunningApplicationList::makeRecord(const common::TopLevelWindow& window) const {
   auto process = window.processIdentifier ? ProcessRecord::read(*window.processIdentifier) : std::nullopt;
   return std::make_shared<LinuxRunningApplication>(m_windows, std::move(process), groupNameOf(window));
 }
 
-std::optional<DesktopEntry> RunningApplicationList::entryFor(const TopLevelWindow& window,
+std::optional<DesktopEntry> RunningApplicationList::entryFor(const common::TopLevelWindow& window,
                                                              const LinuxRunningApplication& record) const {
   const auto known = [](const DesktopEntry* entry) { return entry ? std::optional(*entry) : std::nullopt; };
   const auto atPath = [&](const std::string& path) -> std::optional<DesktopEntry> {
@@ -182,8 +184,8 @@ std::optional<DesktopEntry> RunningApplicationList::entryFor(const TopLevelWindo
   return std::nullopt;
 }
 
-LinuxRunningApplication::Appearance RunningApplicationList::appearanceFor(const TopLevelWindow& window,
-                                                                          const Record& record) const {
+LinuxRunningApplication::Appearance
+RunningApplicationList::appearanceFor(const common::TopLevelWindow& window, const Record& record) const {
   const auto entry = entryFor(window, *record);
   const auto& process = record->process();
   const auto& present = record->appearance();
@@ -264,4 +266,4 @@ bool RunningApplicationList::runsBundle(const LinuxRunningApplication& applicati
   return !identifier.empty() && application.appearance().entryIdentifier == identifier;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -3,10 +3,10 @@
 // workspace.
 #pragma once
 
+#include "backends/common/TopLevelWindows.h"
 #include "backends/linux/DesktopEntryIndex.h"
 #include "backends/linux/FileIcons.h"
 #include "backends/linux/LinuxRunningApplication.h"
-#include "backends/linux/TopLevelWindows.h"
 #include "foundation/Observers.h"
 
 #include <functional>
@@ -15,7 +15,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class RunningApplicationList {
 public:
@@ -23,7 +23,7 @@ public:
   using StartedEntry = std::function<std::string(const std::string& startupId)>;
 
   // All of them outlive the list.
-  RunningApplicationList(TopLevelWindows& windows, DesktopEntryIndex& entries, FileIcons& icons,
+  RunningApplicationList(common::TopLevelWindows& windows, DesktopEntryIndex& entries, FileIcons& icons,
                          StartedEntry startedEntry);
 
   std::vector<RunningApplicationPointer> applications() const;
@@ -43,15 +43,16 @@ private:
   using Record = std::shared_ptr<LinuxRunningApplication>;
   void update();
   // The record of the window's program among those; empty when it is not there.
-  static Record recordAmong(const std::vector<Record>& records, const TopLevelWindow& window);
-  Record makeRecord(const TopLevelWindow& window) const;
-  std::optional<DesktopEntry> entryFor(const TopLevelWindow& window,
+  static Record recordAmong(const std::vector<Record>& records, const common::TopLevelWindow& window);
+  Record makeRecord(const common::TopLevelWindow& window) const;
+  std::optional<DesktopEntry> entryFor(const common::TopLevelWindow& window,
                                        const LinuxRunningApplication& record) const;
-  LinuxRunningApplication::Appearance appearanceFor(const TopLevelWindow& window, const Record& record) const;
+  LinuxRunningApplication::Appearance appearanceFor(const common::TopLevelWindow& window,
+                                                    const Record& record) const;
   ImagePointer iconFor(const std::optional<DesktopEntry>& entry, const Record& record) const;
   static void tellProgramsOfOneInterpreterApart(const std::vector<Record>& records);
 
-  TopLevelWindows& m_windows;
+  common::TopLevelWindows& m_windows;
   DesktopEntryIndex& m_entries;
   FileIcons& m_icons;
   StartedEntry m_startedEntry;
@@ -61,4 +62,4 @@ private:
   Registration m_entriesRegistration;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -11,7 +11,7 @@
 #include <array>
 #include <sstream>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 
@@ -54,4 +54,4 @@ std::optional<std::string> Script::runBy(const std::string& executable,
   return *first;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

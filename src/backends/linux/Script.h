@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class Script {
 public:
@@ -15,4 +15,4 @@ public:
                                           const std::vector<std::string>& arguments);
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -5,7 +5,7 @@
 #include "backends/x11/PropertyRequest.h"
 #include "backends/x11/XcbEvent.h"
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 // Far longer than a window manager takes from one focus to the next.
@@ -73,4 +73,4 @@ std::optional<xcb_window_t> ActiveWindow::focused() const {
   return std::nullopt;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -8,7 +8,7 @@
 #include <optional>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class ClientList;
 class Connection;
@@ -35,4 +35,4 @@ private:
   Registration m_events;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -3,7 +3,7 @@
 #include "backends/x11/Connection.h"
 #include "backends/x11/PropertyRequest.h"
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 constexpr const char* kProperty = "_KDE_NET_WM_BLUR_BEHIND_REGION";
@@ -18,10 +18,10 @@ bool BlurRegion::isOffered() const {
   return PropertyRequest(m_connection, m_connection.root(), kProperty).exists();
 }
 
-void BlurRegion::set(xcb_window_t window, const std::vector<DeviceRect>& rectangles) {
+void BlurRegion::set(xcb_window_t window, const std::vector<common::DeviceRect>& rectangles) {
   std::vector<std::uint32_t> numbers;
   numbers.reserve(rectangles.size() * 4);
-  for (const DeviceRect& rect : rectangles) {
+  for (const common::DeviceRect& rect : rectangles) {
     for (const int number : {rect.x, rect.y, rect.width, rect.height}) {
       numbers.push_back(static_cast<std::uint32_t>(number));
     }
@@ -34,4 +34,4 @@ void BlurRegion::clear(xcb_window_t window) {
   xcb_delete_property(m_windowConnection, window, m_connection.atom(kProperty));
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -2,12 +2,12 @@
 // Device pixels of the window, y down. Requests go out on the window's connection and are not flushed.
 #pragma once
 
-#include "backends/x11/DeviceRect.h"
+#include "backends/common/DeviceRect.h"
 
 #include <vector>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -20,7 +20,7 @@ public:
   // Whether the window manager says that it blurs; asked of the server now, because the effect can be
   // switched.
   bool isOffered() const;
-  void set(xcb_window_t window, const std::vector<DeviceRect>& rectangles);
+  void set(xcb_window_t window, const std::vector<common::DeviceRect>& rectangles);
   void clear(xcb_window_t window);
 
 private:
@@ -28,4 +28,4 @@ private:
   xcb_connection_t* m_windowConnection;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -6,7 +6,7 @@
 
 #include <unistd.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 ClickWatch::ClickWatch(Connection& connection, RawPointer& pointer)
     : m_connection(connection), m_pointer(pointer), m_clients(connection) {}
@@ -42,4 +42,4 @@ bool ClickWatch::isPointerOverOwnWindow() const {
   return isOwn(pointer->child) || isOwn(m_clients.clientWithin(pointer->child));
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -9,7 +9,7 @@
 #include <optional>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 class RawPointer;
@@ -34,4 +34,4 @@ private:
   Registration m_presses; // empty while nothing is watched
 };
 
-} // namespace orbel
+} // namespace orbel::x11

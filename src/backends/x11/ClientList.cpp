@@ -5,7 +5,7 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -93,4 +93,4 @@ std::vector<xcb_window_t> ClientList::windowsWithoutManager() const {
   return windows;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -5,7 +5,7 @@
 #include <vector>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -32,4 +32,4 @@ private:
   Connection& m_connection;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

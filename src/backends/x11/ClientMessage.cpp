@@ -4,7 +4,7 @@
 
 #include <algorithm>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -32,4 +32,4 @@ void ClientMessage::sendToProgram(Connection& connection, xcb_window_t window, c
   send(connection, window, XCB_EVENT_MASK_NO_EVENT, window, type, data);
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -18,4 +18,4 @@ public:
   static void sendToProgram(Connection& connection, xcb_window_t window, const char* type, Data data);
 };
 
-} // namespace orbel
+} // namespace orbel::x11

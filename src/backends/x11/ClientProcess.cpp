@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 ClientProcess::ClientProcess(Connection& connection, xcb_window_t window) : m_connection(&connection) {
   const auto* extension = xcb_get_extension_data(connection.xcb(), &xcb_res_id);
@@ -38,4 +38,4 @@ std::optional<std::int32_t> ClientProcess::identifier() {
   return std::nullopt;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

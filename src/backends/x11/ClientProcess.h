@@ -7,7 +7,7 @@
 #include <xcb/res.h>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -29,4 +29,4 @@ private:
   bool m_pending = true;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 CompositorWatch::CompositorWatch(Connection& connection, std::function<void()> changed)
     : m_changed(std::move(changed)),
@@ -15,4 +15,4 @@ void CompositorWatch::ownerChanged() {
   if (m_isCompositing != was && m_changed) m_changed();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -7,7 +7,7 @@
 #include <functional>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -26,4 +26,4 @@ private:
   bool m_isCompositing;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

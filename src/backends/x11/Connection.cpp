@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace orbel {
+namespace orbel::x11 {
 
 // The main loop looks at the socket; what xcb has read from it already while waiting for a reply does not
 // make the socket readable again, so the queue is looked at before the loop goes to sleep.
@@ -196,4 +196,4 @@ void Connection::deselectOnRoot(std::uint32_t eventMask) {
   xcb_change_window_attributes(m_connection, root(), XCB_CW_EVENT_MASK, &m_rootEventMask);
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -20,7 +20,7 @@
 
 struct _GSource;
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection {
 public:
@@ -91,4 +91,4 @@ private:
   _GSource* m_source = nullptr;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

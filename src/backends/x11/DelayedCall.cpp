@@ -3,7 +3,7 @@
 #include <glib.h>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 DelayedCall::DelayedCall(std::function<void()> block) : m_block(std::move(block)) {}
 
@@ -29,4 +29,4 @@ void DelayedCall::cancel() {
   if (m_source != 0) g_source_remove(std::exchange(m_source, 0U));
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <functional>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class DelayedCall {
 public:
@@ -24,4 +24,4 @@ private:
   unsigned m_source = 0; // GLib's number, 0 when not pending
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <variant>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 // Enough for some hundred settings; desktops publish about fifty.
@@ -126,4 +126,4 @@ std::optional<std::string> DesktopSettings::text(std::span<const std::uint8_t> b
   return findValue<std::string>(bytes, name);
 }
 
-} // namespace orbel
+} // namespace orbel::x11

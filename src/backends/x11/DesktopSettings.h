@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -30,4 +30,4 @@ private:
   Connection& m_connection;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

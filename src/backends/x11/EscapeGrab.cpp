@@ -5,7 +5,7 @@
 #include <linux/input-event-codes.h>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 EscapeGrab::EscapeGrab(PassiveKeyGrabs& grabs, std::function<void()> pressed)
     : m_grabs(grabs), m_pressed(std::move(pressed)) {}
@@ -15,4 +15,4 @@ void EscapeGrab::setEnabled(bool enabled) {
   m_grab = enabled ? m_grabs.grab({KEY_ESC, 0}, m_pressed) : Registration();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

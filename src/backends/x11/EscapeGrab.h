@@ -1,21 +1,20 @@
-// Escape alone, system-wide, while it is enabled: the menu never has the keyboard focus and is dismissed by
-// Escape all the same. Hot keys and everything else that is typed go on as before. Used by the menu's window.
+// Escape as a passive grab: it alone is taken from the window that has the focus, and the hot keys go on.
 #pragma once
 
+#include "backends/common/EscapeKey.h"
 #include "foundation/Registration.h"
 
 #include <functional>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class PassiveKeyGrabs;
 
-class EscapeGrab {
+class EscapeGrab final : public common::EscapeKey {
 public:
   EscapeGrab(PassiveKeyGrabs& grabs, std::function<void()> pressed);
 
-  // Stays off, and logs it, when another program holds the key.
-  void setEnabled(bool enabled);
+  void setEnabled(bool enabled) override;
   bool isEnabled() const { return static_cast<bool>(m_grab); }
 
 private:
@@ -24,4 +23,4 @@ private:
   Registration m_grab;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

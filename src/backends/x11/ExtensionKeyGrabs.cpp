@@ -4,7 +4,7 @@
 
 #include <xcb/xinput.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 constexpr std::uint16_t kMajorVersion = 2;
@@ -44,4 +44,4 @@ bool ExtensionKeyGrabs::isHeldByAnother(xcb_keycode_t keyCode, std::span<const s
   return reply && reply->num_modifiers != 0;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

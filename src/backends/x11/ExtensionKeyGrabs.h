@@ -8,7 +8,7 @@
 #include <span>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -26,4 +26,4 @@ private:
   std::optional<bool> m_isAvailable; // none before the server has been asked
 };
 
-} // namespace orbel
+} // namespace orbel::x11

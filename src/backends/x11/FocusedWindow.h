@@ -8,7 +8,7 @@
 #include <functional>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class FocusedWindow {
 public:
@@ -20,4 +20,4 @@ public:
   virtual Registration observeLoss(std::function<void()> block) = 0;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

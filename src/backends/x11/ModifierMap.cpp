@@ -8,7 +8,7 @@
 #include <span>
 #include <xkbcommon/xkbcommon-keysyms.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -116,4 +116,4 @@ std::uint16_t ModifierMap::significantMask() const {
   return static_cast<std::uint16_t>(0xFFU & ~(unsigned{XCB_MOD_MASK_LOCK} | m_numLock));
 }
 
-} // namespace orbel
+} // namespace orbel::x11

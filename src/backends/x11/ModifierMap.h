@@ -6,7 +6,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -34,4 +34,4 @@ private:
   std::bitset<256> m_modifierKeys;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 using Clock = std::chrono::steady_clock;
@@ -63,4 +63,4 @@ void MouseMovedTap::setHeld(std::uint32_t button, bool held) {
   listenAsNeeded();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

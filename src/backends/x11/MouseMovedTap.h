@@ -13,7 +13,7 @@
 #include <functional>
 #include <memory>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class RawPointer;
 
@@ -41,4 +41,4 @@ private:
   std::shared_ptr<bool> m_life = std::make_shared<bool>(true); // a handler may end the tap
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 constexpr std::uint32_t kPrimaryButton = 1;
@@ -26,4 +26,4 @@ void MouseUpTap::setEnabled(bool enabled) {
   });
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -6,7 +6,7 @@
 
 #include <functional>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class RawPointer;
 
@@ -23,4 +23,4 @@ private:
   Registration m_releases;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

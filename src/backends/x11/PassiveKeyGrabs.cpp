@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <string>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -191,4 +191,4 @@ void PassiveKeyGrabs::mappingChanged() {
   m_connection.flush();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

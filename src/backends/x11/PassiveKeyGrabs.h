@@ -20,7 +20,7 @@
 #include <vector>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -79,4 +79,4 @@ private:
   std::shared_ptr<PassiveKeyGrabs*> m_self; // registrations may outlive us
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 PinchAwareTouchTap::PinchAwareTouchTap(PinchGestures& pinches, const MakeTap& makeTap, TouchHandlers handlers)
     : m_pinches(pinches), m_handlers(std::move(handlers)),
@@ -32,4 +32,4 @@ void PinchAwareTouchTap::touchesChanged(const std::vector<Touch>& touches) {
   if (m_isPinching && isEnabled()) m_handlers.magnified();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

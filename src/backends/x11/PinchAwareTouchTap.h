@@ -9,7 +9,7 @@
 #include <functional>
 #include <memory>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class PinchAwareTouchTap : public EventTap {
 public:
@@ -30,4 +30,4 @@ private:
   std::unique_ptr<EventTap> m_source;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

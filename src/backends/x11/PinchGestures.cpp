@@ -7,7 +7,7 @@
 #include <utility>
 #include <xcb/xinput.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -69,4 +69,4 @@ void PinchGestures::handleEvent(const xcb_generic_event_t& event) {
   }
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -5,9 +5,9 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
-bool PointerWatch::waitUntilOutside(const DeviceRect& rect, std::function<void()> left) {
+bool PointerWatch::waitUntilOutside(const common::DeviceRect& rect, std::function<void()> left) {
   m_rect = rect;
   m_left = std::move(left);
   if (!m_motion) {
@@ -39,4 +39,4 @@ bool PointerWatch::isOutside() const {
   return !reply || !m_rect.contains(reply->root_x, reply->root_y);
 }
 
-} // namespace orbel
+} // namespace orbel::x11

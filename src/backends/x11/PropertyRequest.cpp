@@ -6,7 +6,7 @@
 #include <string_view>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -84,4 +84,4 @@ std::vector<std::string> PropertyRequest::texts() {
   return parts;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

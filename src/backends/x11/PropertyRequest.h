@@ -11,7 +11,7 @@
 #include <vector>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -44,4 +44,4 @@ private:
   XcbReply<xcb_get_property_reply_t> m_reply;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -8,7 +8,7 @@
 #include <utility>
 #include <xcb/xinput.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -156,4 +156,4 @@ void RawPointer::peekPresses(const ButtonBlock& block) {
     if (const auto button = logicalButton(press)) block(*button, press.time);
 }
 
-} // namespace orbel
+} // namespace orbel::x11

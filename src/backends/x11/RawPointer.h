@@ -15,7 +15,7 @@
 #include <xcb/xcb.h>
 #include <xcb/xinput.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -59,4 +59,4 @@ private:
   Registration m_events;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -9,18 +9,18 @@
 #include <utility>
 #include <xcb/shm.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 constexpr std::uint32_t kOpaque = 0xff000000;
 
-std::size_t area(const DeviceRect& rect) {
+std::size_t area(const common::DeviceRect& rect) {
   return static_cast<std::size_t>(rect.width) * static_cast<std::size_t>(rect.height);
 }
 
 // Spreads the pixels of a part, packed without padding, over the whole, repeating those at its edges.
-void spread(const std::uint32_t* packed, const DeviceRect& part, std::uint32_t* pixels,
-            const DeviceRect& whole) {
+void spread(const std::uint32_t* packed, const common::DeviceRect& part, std::uint32_t* pixels,
+            const common::DeviceRect& whole) {
   for (int y = 0; y < whole.height; ++y) {
     const int sourceY = std::clamp(whole.y + y, part.y, part.bottom() - 1) - part.y;
     const std::uint32_t* source = packed + static_cast<std::ptrdiff_t>(sourceY) * part.width;
@@ -40,9 +40,9 @@ RootSnapshot::~RootSnapshot() {
   release();
 }
 
-bool RootSnapshot::capture(const DeviceRect& rect) {
+bool RootSnapshot::capture(const common::DeviceRect& rect) {
   const xcb_screen_t& screen = m_connection.screen();
-  const DeviceRect part = rect.intersected({0, 0, screen.width_in_pixels, screen.height_in_pixels});
+  const common::DeviceRect part = rect.intersected({0, 0, screen.width_in_pixels, screen.height_in_pixels});
   release();
   if (part.isEmpty()) return false; // nothing of it can be seen
   if (!hasKnownPixels()) {
@@ -74,15 +74,15 @@ bool RootSnapshot::capture(const DeviceRect& rect) {
   return true;
 }
 
-void RootSnapshot::patchFrom(const RootSnapshot& older) {
+void RootSnapshot::patchFrom(const common::ScreenPicture& older) {
   if (isEmpty() || older.isEmpty()) return;
-  const DeviceRect common = m_rect.intersected(older.m_rect);
-  if (common.isEmpty()) return;
-  for (int y = common.y; y < common.bottom(); ++y) {
-    const auto at = [&](const DeviceRect& rect) {
-      return static_cast<std::ptrdiff_t>(y - rect.y) * rect.width + (common.x - rect.x);
+  const common::DeviceRect shared = m_rect.intersected(older.rect());
+  if (shared.isEmpty()) return;
+  for (int y = shared.y; y < shared.bottom(); ++y) {
+    const auto at = [&](const common::DeviceRect& rect) {
+      return static_cast<std::ptrdiff_t>(y - rect.y) * rect.width + (shared.x - rect.x);
     };
-    std::copy_n(older.m_pixels + at(older.m_rect), common.width, m_pixels + at(m_rect));
+    std::copy_n(older.pixels() + at(older.rect()), shared.width, m_pixels + at(m_rect));
   }
 }
 
@@ -110,7 +110,7 @@ bool RootSnapshot::hasKnownPixels() const {
   return false;
 }
 
-bool RootSnapshot::readShared(const DeviceRect& part, std::size_t offset) {
+bool RootSnapshot::readShared(const common::DeviceRect& part, std::size_t offset) {
   xcb_connection_t* xcb = m_connection.xcb();
   const auto cookie =
       xcb_shm_get_image(xcb, m_connection.root(), static_cast<std::int16_t>(part.x),
@@ -123,7 +123,7 @@ bool RootSnapshot::readShared(const DeviceRect& part, std::size_t offset) {
   return reply != nullptr;
 }
 
-bool RootSnapshot::readCopied(const DeviceRect& part, std::uint32_t* destination) {
+bool RootSnapshot::readCopied(const common::DeviceRect& part, std::uint32_t* destination) {
   xcb_connection_t* xcb = m_connection.xcb();
   const auto cookie =
       xcb_get_image(xcb, XCB_IMAGE_FORMAT_Z_PIXMAP, m_connection.root(), static_cast<std::int16_t>(part.x),
@@ -141,4 +141,4 @@ bool RootSnapshot::readCopied(const DeviceRect& part, std::uint32_t* destination
   return true;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -4,7 +4,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::x11 {
 
 xcb_atom_t ScreenSelection::atom(Connection& connection, std::string_view prefix) {
   int number = 0;
@@ -22,4 +22,4 @@ xcb_window_t ScreenSelection::owner(Connection& connection, xcb_atom_t selection
   return reply ? reply->owner : XCB_NONE;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

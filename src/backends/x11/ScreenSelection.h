@@ -5,7 +5,7 @@
 #include <string_view>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -17,4 +17,4 @@ public:
   static xcb_window_t owner(Connection& connection, xcb_atom_t selection);
 };
 
-} // namespace orbel
+} // namespace orbel::x11

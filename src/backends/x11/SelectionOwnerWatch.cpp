@@ -9,7 +9,7 @@
 #include <utility>
 #include <xcb/xfixes.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 SelectionOwnerWatch::SelectionOwnerWatch(Connection& connection, std::string_view prefix,
                                          std::string_view service, std::function<void()> changed)
@@ -45,4 +45,4 @@ void SelectionOwnerWatch::handleEvent(const xcb_generic_event_t& event) {
   m_changed();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

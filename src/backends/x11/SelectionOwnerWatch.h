@@ -10,7 +10,7 @@
 #include <string_view>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -36,4 +36,4 @@ private:
   Registration m_events;              // none where the server lacks the extension
 };
 
-} // namespace orbel
+} // namespace orbel::x11

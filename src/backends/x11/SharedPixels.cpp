@@ -6,7 +6,7 @@
 #include <sys/shm.h>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 std::unique_ptr<SharedPixels> SharedPixels::create(Connection& connection, std::size_t pixelCount) {
   xcb_connection_t* xcb = connection.xcb();
@@ -53,4 +53,4 @@ void SharedPixelsStore::giveBack(std::unique_ptr<SharedPixels> piece) {
   if (piece && (!m_spare || m_spare->pixelCount() < piece->pixelCount())) m_spare = std::move(piece);
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -8,7 +8,7 @@
 #include <memory>
 #include <xcb/shm.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -50,4 +50,4 @@ private:
   std::unique_ptr<SharedPixels> m_spare;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

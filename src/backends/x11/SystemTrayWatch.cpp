@@ -5,7 +5,7 @@
 
 #include <cstdint>
 
-namespace orbel {
+namespace orbel::x11 {
 
 SystemTrayWatch::SystemTrayWatch(Connection& connection)
     : m_connection(connection), m_tray(connection, "_NET_SYSTEM_TRAY_S", "a system tray",
@@ -43,4 +43,4 @@ void SystemTrayWatch::listenToTray() {
   m_connection.flush();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

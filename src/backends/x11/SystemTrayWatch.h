@@ -12,7 +12,7 @@
 #include <optional>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -44,4 +44,4 @@ private:
   Registration m_events;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -7,7 +7,7 @@
 #include <cstddef>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 constexpr std::uint8_t kTransparentDepth = 32;
@@ -173,4 +173,4 @@ void TrayIcon::drawOver(Bitmap& picture, int x, int y) const {
   }
 }
 
-} // namespace orbel
+} // namespace orbel::x11

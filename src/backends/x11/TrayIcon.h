@@ -10,7 +10,7 @@
 #include <string>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -50,4 +50,4 @@ private:
   Registration m_events;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

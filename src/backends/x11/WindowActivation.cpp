@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -84,4 +84,4 @@ void WindowActivation::focusDirectly(xcb_window_t window) {
   m_connection.flush();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

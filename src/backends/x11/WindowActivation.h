@@ -3,7 +3,7 @@
 
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class ClientList;
 class Connection;
@@ -26,4 +26,4 @@ private:
   const ClientList& m_clients;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

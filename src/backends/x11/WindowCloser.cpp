@@ -7,7 +7,7 @@
 
 #include <algorithm>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -51,4 +51,4 @@ int WindowCloser::closeWindows(std::int32_t processIdentifier) {
   return asked;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

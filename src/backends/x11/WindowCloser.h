@@ -4,7 +4,7 @@
 
 #include <cstdint>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -19,4 +19,4 @@ private:
   Connection& m_connection;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

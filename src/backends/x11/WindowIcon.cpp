@@ -6,7 +6,7 @@
 #include <cstddef>
 #include <span>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -66,4 +66,4 @@ Bitmap WindowIcon::read(Connection& connection, xcb_window_t window, int pixelSi
   return bitmap;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

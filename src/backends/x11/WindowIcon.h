@@ -5,7 +5,7 @@
 
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -16,4 +16,4 @@ public:
   static Bitmap read(Connection& connection, xcb_window_t window, int pixelSize);
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -7,7 +7,7 @@
 #include <string_view>
 #include <unistd.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -40,8 +40,8 @@ WindowIdentity::WindowIdentity(Connection& connection, xcb_window_t window)
       m_startupId(connection, window, "_NET_STARTUP_ID"), m_types(connection, window, "_NET_WM_WINDOW_TYPE"),
       m_transientFor(connection, window, "WM_TRANSIENT_FOR"), m_states(connection, window, "_NET_WM_STATE") {}
 
-TopLevelWindow WindowIdentity::read() {
-  TopLevelWindow window;
+common::TopLevelWindow WindowIdentity::read() {
+  common::TopLevelWindow window;
   window.id = m_window;
   window.processIdentifier = processIdentifier();
   window.title = title();
@@ -93,4 +93,4 @@ void WindowIdentity::internAtoms(Connection& connection) {
   connection.internAtoms(kValues);
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -2,16 +2,16 @@
 // and read later, so that many windows cost one round trip.
 #pragma once
 
-#include "backends/linux/TopLevelWindows.h"
+#include "backends/common/TopLevelWindows.h"
 #include "backends/x11/ClientProcess.h"
 #include "backends/x11/PropertyRequest.h"
 
-namespace orbel {
+namespace orbel::x11 {
 
 class WindowIdentity {
 public:
   WindowIdentity(Connection& connection, xcb_window_t window);
-  TopLevelWindow read();
+  common::TopLevelWindow read();
 
   enum class PropertyKind { identification, title, other };
   // What a change of that property means for the identity.
@@ -39,4 +39,4 @@ private:
   PropertyRequest m_states;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -8,15 +8,15 @@
 #include <unistd.h>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
-xcb_window_t idOf(const TopLevelWindow& window) {
+xcb_window_t idOf(const common::TopLevelWindow& window) {
   return static_cast<xcb_window_t>(window.id);
 }
 
-bool isSameProgramsWindow(const TopLevelWindow& one, const TopLevelWindow& other) {
+bool isSameProgramsWindow(const common::TopLevelWindow& one, const common::TopLevelWindow& other) {
   return one.id == other.id && one.processIdentifier == other.processIdentifier &&
          one.instanceName == other.instanceName && one.className == other.className &&
          one.applicationId == other.applicationId && one.startupId == other.startupId &&
@@ -105,7 +105,7 @@ bool WindowRegistry::propertyChanged(xcb_window_t window, xcb_atom_t property) {
   return false;
 }
 
-std::vector<TopLevelWindow> WindowRegistry::windows() {
+std::vector<common::TopLevelWindow> WindowRegistry::windows() {
   readStaleTitles();
   return listedWindows();
 }
@@ -120,8 +120,8 @@ void WindowRegistry::readStaleTitles() {
   }
 }
 
-std::vector<TopLevelWindow> WindowRegistry::listedWindows() const {
-  std::vector<TopLevelWindow> windows;
+std::vector<common::TopLevelWindow> WindowRegistry::listedWindows() const {
+  std::vector<common::TopLevelWindow> windows;
   for (const Entry& entry : m_entries)
     if (entry.isListed && entry.window.processIdentifier != getpid()) windows.push_back(entry.window);
   return windows;
@@ -133,4 +133,4 @@ WindowRegistry::Entry* WindowRegistry::find(xcb_window_t window) {
   return entry == m_entries.end() ? nullptr : &*entry;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

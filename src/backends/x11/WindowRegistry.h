@@ -2,12 +2,12 @@
 // its place while it exists, also while no list names it: a window manager that restarts forgets the order.
 #pragma once
 
-#include "backends/linux/TopLevelWindows.h"
+#include "backends/common/TopLevelWindows.h"
 
 #include <vector>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -22,11 +22,11 @@ public:
   // it.
   bool propertyChanged(xcb_window_t window, xcb_atom_t property);
   // The listed windows without our own, with their titles of now.
-  std::vector<TopLevelWindow> windows();
+  std::vector<common::TopLevelWindow> windows();
 
 private:
   struct Entry {
-    TopLevelWindow window;
+    common::TopLevelWindow window;
     bool isListed = false;
     bool isStale = true;
     bool isTitleStale = false;
@@ -36,10 +36,10 @@ private:
   void forgetGone();
   void readStale();
   void readStaleTitles();
-  std::vector<TopLevelWindow> listedWindows() const;
+  std::vector<common::TopLevelWindow> listedWindows() const;
 
   Connection& m_connection;
   std::vector<Entry> m_entries;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

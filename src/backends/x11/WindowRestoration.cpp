@@ -9,7 +9,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 // Longer than a window manager takes to obey, shorter than a user takes to choose another window.
@@ -80,4 +80,4 @@ bool WindowRestoration::isCoveredSinceSummon(xcb_window_t window) const {
   });
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -9,7 +9,7 @@
 #include <vector>
 #include <xcb/xproto.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class ActiveWindow;
 class ClickWatch;
@@ -51,4 +51,4 @@ private:
   DelayedCall m_confirmation;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

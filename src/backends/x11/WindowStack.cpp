@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 // Beginnings of the names by which those managers introduce themselves.
@@ -46,4 +46,4 @@ std::optional<xcb_window_t> WindowStack::topLevel(xcb_window_t window) const {
   }
 }
 
-} // namespace orbel
+} // namespace orbel::x11

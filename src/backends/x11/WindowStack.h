@@ -5,7 +5,7 @@
 #include <optional>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -32,4 +32,4 @@ private:
   xcb_connection_t* m_windowConnection;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

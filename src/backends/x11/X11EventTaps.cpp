@@ -8,7 +8,7 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -58,4 +58,4 @@ void X11EventTaps::drain() {
   m_pointer.drain();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -4,7 +4,7 @@
 
 #include "platform/EventTaps.h"
 
-namespace orbel {
+namespace orbel::x11 {
 
 class PinchGestures;
 class RawPointer;
@@ -37,4 +37,4 @@ private:
   PinchGestures* m_pinches;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

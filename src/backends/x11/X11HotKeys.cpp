@@ -1,13 +1,13 @@
 #include "backends/x11/X11HotKeys.h"
 
-#include "backends/linux/VirtualKeyCodes.h"
+#include "backends/common/VirtualKeyCodes.h"
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "foundation/Log.h"
 
 #include <string>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 X11HotKeys::X11HotKeys(PassiveKeyGrabs& grabs) : m_grabs(grabs), m_handler(std::make_shared<Handler>()) {}
 
@@ -22,7 +22,7 @@ Registration X11HotKeys::installHandler(Handler handler) {
 
 Registration X11HotKeys::registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
                                         HotKeyIdentity identity) {
-  const auto evdevCode = VirtualKeyCodes::evdevCode(keyCode);
+  const auto evdevCode = common::VirtualKeyCodes::evdevCode(keyCode);
   if (!evdevCode) {
     Log::warning("no keyboard here has the key with the virtual key code " + std::to_string(keyCode));
     return {};
@@ -34,8 +34,8 @@ Registration X11HotKeys::registerHotKey(std::uint64_t keyCode, std::uint32_t mod
 }
 
 bool X11HotKeys::isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) {
-  const auto evdevCode = VirtualKeyCodes::evdevCode(keyCode);
+  const auto evdevCode = common::VirtualKeyCodes::evdevCode(keyCode);
   return evdevCode && m_grabs.isHeldByAnother({*evdevCode, modifiers});
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -5,7 +5,7 @@
 
 #include <memory>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class PassiveKeyGrabs;
 
@@ -24,4 +24,4 @@ private:
   std::shared_ptr<Handler> m_handler; // what it points to is empty while none is installed
 };
 
-} // namespace orbel
+} // namespace orbel::x11

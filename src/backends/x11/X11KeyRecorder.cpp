@@ -1,6 +1,6 @@
 #include "backends/x11/X11KeyRecorder.h"
 
-#include "backends/linux/VirtualKeyCodes.h"
+#include "backends/common/VirtualKeyCodes.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/XcbEvent.h"
 #include "foundation/Log.h"
@@ -10,7 +10,7 @@
 #include <string>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -21,7 +21,7 @@ constexpr std::uint64_t kNoKeyCode = std::numeric_limits<std::int64_t>::max();
 
 std::uint64_t virtualKeyCode(xcb_keycode_t keyCode) {
   if (keyCode < kXKeyCodeOffset) return kNoKeyCode;
-  return VirtualKeyCodes::virtualKeyCode(static_cast<std::uint16_t>(keyCode - kXKeyCodeOffset))
+  return common::VirtualKeyCodes::virtualKeyCode(static_cast<std::uint16_t>(keyCode - kXKeyCodeOffset))
       .value_or(kNoKeyCode);
 }
 
@@ -251,4 +251,4 @@ void X11KeyRecorder::passOn(const xcb_key_press_event_t& press) {
   m_connection.flush();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -15,7 +15,7 @@
 #include <optional>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -69,4 +69,4 @@ private:
   std::shared_ptr<X11KeyRecorder*> m_self; // registrations may outlive us
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -1,6 +1,6 @@
 #include "backends/x11/X11KeyboardLayout.h"
 
-#include "backends/linux/VirtualKeyCodes.h"
+#include "backends/common/VirtualKeyCodes.h"
 #include "backends/x11/Connection.h"
 #include "foundation/Log.h"
 
@@ -10,7 +10,7 @@
 #include <xkbcommon/xkbcommon-x11.h>
 #include <xkbcommon/xkbcommon.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 
@@ -105,7 +105,7 @@ const X11KeyboardLayout::Keymap* X11KeyboardLayout::currentKeymap() const {
 }
 
 std::optional<std::string> X11KeyboardLayout::textForKeyCode(std::uint64_t virtualKeyCode) const {
-  const auto evdevCode = VirtualKeyCodes::evdevCode(virtualKeyCode);
+  const auto evdevCode = common::VirtualKeyCodes::evdevCode(virtualKeyCode);
   const Keymap* keymap = evdevCode ? currentKeymap() : nullptr;
   if (!keymap) return std::nullopt;
 
@@ -120,4 +120,4 @@ std::optional<std::string> X11KeyboardLayout::textForKeyCode(std::uint64_t virtu
   return std::string(text.data());
 }
 
-} // namespace orbel
+} // namespace orbel::x11

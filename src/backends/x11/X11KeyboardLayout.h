@@ -11,7 +11,7 @@
 
 struct xkb_context;
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -34,4 +34,4 @@ private:
   Registration m_events;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

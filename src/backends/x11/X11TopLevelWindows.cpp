@@ -11,7 +11,7 @@
 #include <unistd.h>
 #include <utility>
 
-namespace orbel {
+namespace orbel::x11 {
 
 X11TopLevelWindows::X11TopLevelWindows(Connection& connection, ClickWatch& clicks)
     : m_connection(connection), m_clients(connection), m_active(connection, m_clients),
@@ -27,7 +27,7 @@ X11TopLevelWindows::X11TopLevelWindows(Connection& connection, ClickWatch& click
 
 X11TopLevelWindows::~X11TopLevelWindows() = default;
 
-std::vector<TopLevelWindow> X11TopLevelWindows::windows() const {
+std::vector<common::TopLevelWindow> X11TopLevelWindows::windows() const {
   return m_registry->windows();
 }
 
@@ -131,4 +131,4 @@ void X11TopLevelWindows::refresh() {
   if (m_registry->update(m_clients.windows())) m_observers.notify();
 }
 
-} // namespace orbel
+} // namespace orbel::x11

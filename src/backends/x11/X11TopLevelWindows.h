@@ -3,7 +3,7 @@
 // without one. Called by the workspace.
 #pragma once
 
-#include "backends/linux/TopLevelWindows.h"
+#include "backends/common/TopLevelWindows.h"
 #include "backends/x11/ActiveWindow.h"
 #include "backends/x11/ClientList.h"
 #include "backends/x11/DelayedCall.h"
@@ -15,19 +15,19 @@
 #include <vector>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class ClickWatch;
 class Connection;
 class WindowRegistry;
 
-class X11TopLevelWindows : public TopLevelWindows {
+class X11TopLevelWindows : public common::TopLevelWindows {
 public:
   X11TopLevelWindows(Connection& connection, ClickWatch& clicks);
   ~X11TopLevelWindows() override;
 
   // As of the latest turn of the main loop, which is also when observers were told.
-  std::vector<TopLevelWindow> windows() const override;
+  std::vector<common::TopLevelWindow> windows() const override;
   Registration observeChanges(std::function<void()> block) override;
   // Our own windows too.
   std::optional<std::uint64_t> activeWindow() const override;
@@ -57,4 +57,4 @@ private:
   int m_startupCount = 0;
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <memory>
 
-namespace orbel {
+namespace orbel::x11 {
 
 struct XcbDeleter {
   void operator()(void* memory) const { std::free(memory); }
@@ -19,4 +19,4 @@ XcbReply<Reply> ownReply(Reply* reply) {
   return XcbReply<Reply>(reply);
 }
 
-} // namespace orbel
+} // namespace orbel::x11

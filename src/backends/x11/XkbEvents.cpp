@@ -9,7 +9,7 @@
 #include <xcb/xkb.h>
 #undef explicit
 
-namespace orbel {
+namespace orbel::x11 {
 
 namespace {
 constexpr std::uint16_t kMajorVersion = 1;
@@ -87,4 +87,4 @@ bool XkbEvents::isOfType(const xcb_generic_event_t& event, std::uint8_t xkbType)
   return eventType(event) == m_eventType && event.pad0 == xkbType;
 }
 
-} // namespace orbel
+} // namespace orbel::x11

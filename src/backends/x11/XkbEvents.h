@@ -7,7 +7,7 @@
 #include <optional>
 #include <xcb/xcb.h>
 
-namespace orbel {
+namespace orbel::x11 {
 
 class Connection;
 
@@ -37,4 +37,4 @@ private:
   std::uint8_t m_eventType; // the one that all events of the extension share
 };
 
-} // namespace orbel
+} // namespace orbel::x11

@@ -22,7 +22,7 @@ std::vector<Touch> fingers(int count, double spread, Point middle = {0.5, 0.5}) 
 
 TEST(PinchDetectorTest, FingersThatMoveApartOrTogetherPinch) {
   for (const double factor : {1.16, 0.84}) {
-    PinchDetector detector;
+    evdev::PinchDetector detector;
     EXPECT_FALSE(detector.touchesChanged(fingers(3, 0.2)));
     EXPECT_TRUE(detector.touchesChanged(fingers(3, 0.2 * factor)));
   }
@@ -30,21 +30,21 @@ TEST(PinchDetectorTest, FingersThatMoveApartOrTogetherPinch) {
 
 TEST(PinchDetectorTest, FifteenHundredthsOfTheSpreadAreNotEnough) {
   for (const double factor : {1.14, 0.86}) {
-    PinchDetector detector;
+    evdev::PinchDetector detector;
     EXPECT_FALSE(detector.touchesChanged(fingers(4, 0.3)));
     EXPECT_FALSE(detector.touchesChanged(fingers(4, 0.3 * factor)));
   }
 }
 
 TEST(PinchDetectorTest, FingersCloseTogetherMustMoveByTwoAndAHalfHundredthsOfThePadAllTheSame) {
-  PinchDetector detector;
+  evdev::PinchDetector detector;
   EXPECT_FALSE(detector.touchesChanged(fingers(3, 0.05)));
   EXPECT_FALSE(detector.touchesChanged(fingers(3, 0.0749)));
   EXPECT_TRUE(detector.touchesChanged(fingers(3, 0.0751)));
 }
 
 TEST(PinchDetectorTest, APinchLastsUntilTheNumberOfFingersChanges) {
-  PinchDetector detector;
+  evdev::PinchDetector detector;
   detector.touchesChanged(fingers(3, 0.2));
   ASSERT_TRUE(detector.touchesChanged(fingers(3, 0.3)));
   EXPECT_TRUE(detector.touchesChanged(fingers(3, 0.2))) << "back where it began";
@@ -55,13 +55,13 @@ TEST(PinchDetectorTest, APinchLastsUntilTheNumberOfFingersChanges) {
 }
 
 TEST(PinchDetectorTest, AHandThatMovesAsAWholeDoesNotPinch) {
-  PinchDetector detector;
+  evdev::PinchDetector detector;
   for (int step = 0; step < 40; ++step)
     EXPECT_FALSE(detector.touchesChanged(fingers(3, 0.1, {0.2 + 0.015 * step, 0.5})));
 }
 
 TEST(PinchDetectorTest, OneFingerAndNoneDoNotPinch) {
-  PinchDetector detector;
+  evdev::PinchDetector detector;
   EXPECT_FALSE(detector.touchesChanged(fingers(1, 0.1)));
   EXPECT_FALSE(detector.touchesChanged(fingers(1, 0.5)));
   EXPECT_FALSE(detector.touchesChanged({}));
@@ -71,7 +71,7 @@ TEST(PinchDetectorTest, NoTremblingWithinTwoHundredthsOfThePadIsAPinch) {
   std::mt19937 random(7);
   std::uniform_real_distribution<double> angle(0, 2 * std::numbers::pi);
   for (int hand = 0; hand < 2000; ++hand) {
-    PinchDetector detector;
+    evdev::PinchDetector detector;
     const auto resting = fingers(3 + hand % 2, 0.04 + 0.0001 * hand);
     detector.touchesChanged(resting);
     for (int frame = 0; frame < 30; ++frame) {

@@ -38,13 +38,13 @@ private:
 class TouchpadAccessTest : public TouchpadTest {};
 
 TEST_F(TouchpadAccessTest, WithoutATouchpadNothingIsMissing) {
-  EXPECT_FALSE(TouchpadAccess::unreadable());
+  EXPECT_FALSE(evdev::TouchpadAccess::unreadable());
 }
 
 TEST_F(TouchpadAccessTest, ATouchpadThatCanBeReadIsNotNamed) {
   TestTouchpad pad(testbed());
   pad.plugIn();
-  EXPECT_FALSE(TouchpadAccess::unreadable());
+  EXPECT_FALSE(evdev::TouchpadAccess::unreadable());
 }
 
 TEST_F(TouchpadAccessTest, ATouchpadThatMayNotBeReadIsNamedWithTheCause) {
@@ -52,7 +52,7 @@ TEST_F(TouchpadAccessTest, ATouchpadThatMayNotBeReadIsNamedWithTheCause) {
   pad.plugIn();
   openTestbedToOthers();
   const WithoutAccess none(pad);
-  const auto named = TouchpadAccess::unreadable();
+  const auto named = evdev::TouchpadAccess::unreadable();
   ASSERT_TRUE(named);
   EXPECT_EQ(*named, "the touchpad \"Locked\" (/dev/input/event5): Permission denied");
 }
@@ -61,7 +61,7 @@ TEST_F(TouchpadAccessTest, TheTapTriesAgainWhenTheAccessRightsChange) {
   TestTouchpad pad(testbed(), {.name = "Locked"});
   pad.plugIn();
   std::vector<Touch> touches;
-  TouchpadTap tap({[&](const std::vector<Touch>& told) { touches = told; }, [] {}});
+  evdev::TouchpadTap tap({[&](const std::vector<Touch>& told) { touches = told; }, [] {}});
   openTestbedToOthers();
   {
     const WithoutAccess none(pad);
@@ -101,25 +101,25 @@ private:
 
 // Whatever sudo takes for its path.
 TEST_F(GrantingCommandTest, NamesTheScriptBesideTheProgramByItsWholePath) {
-  EXPECT_EQ(TouchpadAccess::grantingCommand(install("bin")),
+  EXPECT_EQ(evdev::TouchpadAccess::grantingCommand(install("bin")),
             "sudo " + m_folder.string() + "/bin/orbelmenu-touchpad-access");
 }
 
 TEST_F(GrantingCommandTest, IsOneThatAShellUnderstandsWhateverThePath) {
-  EXPECT_EQ(TouchpadAccess::grantingCommand(install("Ann's programs/bin")),
+  EXPECT_EQ(evdev::TouchpadAccess::grantingCommand(install("Ann's programs/bin")),
             "sudo '" + m_folder.string() + "/Ann'\\''s programs/bin/orbelmenu-touchpad-access'");
 }
 
 TEST_F(GrantingCommandTest, IsTheBareNameWhereSudoFindsIt) {
   for (const char* folder : {"/usr/bin", "/usr/local/bin"})
-    EXPECT_EQ(TouchpadAccess::grantingCommand(std::string(folder) + "/orbelmenu"),
+    EXPECT_EQ(evdev::TouchpadAccess::grantingCommand(std::string(folder) + "/orbelmenu"),
               "sudo orbelmenu-touchpad-access");
 }
 
 TEST_F(GrantingCommandTest, IsTheBareNameWhereTheScriptIsUnknown) {
-  EXPECT_EQ(TouchpadAccess::grantingCommand(m_folder.string() + "/orbelmenu"),
+  EXPECT_EQ(evdev::TouchpadAccess::grantingCommand(m_folder.string() + "/orbelmenu"),
             "sudo orbelmenu-touchpad-access");
-  EXPECT_EQ(TouchpadAccess::grantingCommand(""), "sudo orbelmenu-touchpad-access");
+  EXPECT_EQ(evdev::TouchpadAccess::grantingCommand(""), "sudo orbelmenu-touchpad-access");
 }
 
 } // namespace

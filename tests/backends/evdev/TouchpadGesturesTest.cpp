@@ -1,9 +1,9 @@
 // From the kernel's events to the request for the menu: the settings and their recognisers under manual time,
 // fed through libevdev.
-#include "app/settings/AppSettings.h"
-#include "app/settings/Notifications.h"
 #include "backends/evdev/TouchpadTap.h"
 #include "foundation/NotificationCenter.h"
+#include "settings/AppSettings.h"
+#include "settings/Notifications.h"
 #include "shortcut/MASShortcut.h"
 #include "tests/backends/evdev/support/TouchpadTest.h"
 #include "tests/doubles/FakePlatform.h"
@@ -39,12 +39,12 @@ protected:
   void start(Gesture gesture) {
     m_platform.preferences.setObject("gestureSettings", static_cast<std::int64_t>(gesture));
     settings().startHandlers();
-    m_tap = std::make_unique<TouchpadTap>(TouchHandlers{[this](const std::vector<Touch>& touches) {
-                                                          ++m_frames;
-                                                          m_fingers = touches.size();
-                                                          m_platform.eventTaps.touchesChanged(touches);
-                                                        },
-                                                        [this] { m_platform.eventTaps.magnified(); }});
+    m_tap = std::make_unique<evdev::TouchpadTap>(TouchHandlers{[this](const std::vector<Touch>& touches) {
+                                                                 ++m_frames;
+                                                                 m_fingers = touches.size();
+                                                                 m_platform.eventTaps.touchesChanged(touches);
+                                                               },
+                                                               [this] { m_platform.eventTaps.magnified(); }});
     m_tap->setEnabled(true);
     // A finger that moved the pointer a moment ago.
     putDown(1, 0);
@@ -133,7 +133,7 @@ protected:
 
   FakePlatform m_platform;
   TestTouchpad m_pad{testbed()};
-  std::unique_ptr<TouchpadTap> m_tap;
+  std::unique_ptr<evdev::TouchpadTap> m_tap;
   Registration m_observation;
   int m_requests = 0;
   int m_frames = 0;

@@ -10,7 +10,7 @@ namespace {
 class TouchpadTapTest : public TouchpadTest {
 protected:
   void SetUp() override {
-    m_tap = std::make_unique<TouchpadTap>(TouchHandlers{
+    m_tap = std::make_unique<evdev::TouchpadTap>(TouchHandlers{
         [this](const std::vector<Touch>& touches) { m_frames.push_back(touches); }, [this] { ++m_pinches; }});
   }
   void TearDown() override { m_tap.reset(); }
@@ -32,7 +32,7 @@ protected:
 
   std::vector<std::vector<Touch>> m_frames;
   int m_pinches = 0;
-  std::unique_ptr<TouchpadTap> m_tap;
+  std::unique_ptr<evdev::TouchpadTap> m_tap;
 };
 
 void expectAt(const Touch& touch, double x, double y) {
@@ -330,12 +330,13 @@ TEST_F(TouchpadTapTest, APinchIsToldAfterEveryFrameOfIt) {
 
 TEST_F(TouchpadTapTest, TheTapMayBeDisabledFromItsOwnHandler) {
   int frames = 0;
-  std::unique_ptr<TouchpadTap> tap;
+  std::unique_ptr<evdev::TouchpadTap> tap;
   const auto disable = [&](const std::vector<Touch>&) {
     ++frames;
     tap->setEnabled(false);
   };
-  tap = std::make_unique<TouchpadTap>(TouchHandlers{disable, [] { FAIL() << "nothing is told any more"; }});
+  tap = std::make_unique<evdev::TouchpadTap>(
+      TouchHandlers{disable, [] { FAIL() << "nothing is told any more"; }});
   TestTouchpad pad(testbed());
   pad.plugIn();
   tap->setEnabled(true);

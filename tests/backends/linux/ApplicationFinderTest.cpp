@@ -10,13 +10,13 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class ApplicationFinderTest : public testing::Test {
 protected:
   RunningApplicationPointer open(const Program& program, const std::string& className) {
-    TopLevelWindow window;
+    common::TopLevelWindow window;
     window.id = ++lastWindow;
     window.processIdentifier = program.processIdentifier();
     window.className = className;
@@ -150,4 +150,4 @@ TEST_F(ApplicationFinderTest, KnowsAppImagesByNameOrMark) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

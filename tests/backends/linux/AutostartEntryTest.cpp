@@ -12,7 +12,7 @@
 #include <fstream>
 #include <sstream>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 namespace fs = std::filesystem;
@@ -270,4 +270,4 @@ TEST_F(AutostartEntryTest, TheRunningProgramKnowsItsFile) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

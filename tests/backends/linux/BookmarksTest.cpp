@@ -12,7 +12,7 @@
 
 #include <filesystem>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class BookmarksTest : public testing::Test {
@@ -206,4 +206,4 @@ TEST_F(BookmarksTest, AreErrorsWhenTheyAreNoBookmarks) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class DesktopEntryIndexTest : public testing::Test {
@@ -111,4 +111,4 @@ TEST_F(DesktopEntryIndexTest, GivesAPathTheIdentifierOfItsPlace) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -6,7 +6,7 @@
 
 #include <unistd.h>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class DesktopEntryTest : public testing::Test {
@@ -118,4 +118,4 @@ TEST_F(DesktopEntryTest, IsNotShownWhenTheEntrySaysSo) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -9,7 +9,7 @@
 #include <fstream>
 #include <sstream>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 // Made while the program loads, before GLib can remember the real folders.
@@ -122,4 +122,4 @@ PropertyList::Data DesktopSandbox::bytes(const std::string& text) {
   return {start, start + text.size()};
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class DesktopSandbox {
 public:
@@ -42,4 +42,4 @@ private:
   int m_folders = 0;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

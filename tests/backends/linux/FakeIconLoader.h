@@ -2,15 +2,15 @@
 // SIZE" or "own NAME SIZE".
 #pragma once
 
-#include "backends/linux/IconLoader.h"
+#include "backends/common/IconLoader.h"
 
 #include <set>
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
-class FakeIconLoader : public IconLoader {
+class FakeIconLoader : public common::IconLoader {
 public:
   Bitmap themeIcon(const std::vector<std::string>& names, int pixelSize) override {
     for (const auto& name : names) {
@@ -44,4 +44,4 @@ private:
   }
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -1,7 +1,7 @@
 // Windows that the test opens and closes.
 #pragma once
 
-#include "backends/linux/TopLevelWindows.h"
+#include "backends/common/TopLevelWindows.h"
 #include "foundation/Observers.h"
 
 #include <map>
@@ -9,11 +9,11 @@
 #include <utility>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
-class FakeTopLevelWindows : public TopLevelWindows {
+class FakeTopLevelWindows : public common::TopLevelWindows {
 public:
-  std::vector<TopLevelWindow> windows() const override { return list; }
+  std::vector<common::TopLevelWindow> windows() const override { return list; }
   Registration observeChanges(std::function<void()> block) override {
     return m_observers.add(std::move(block));
   }
@@ -37,18 +37,18 @@ public:
     return startupIds.back();
   }
 
-  void open(TopLevelWindow window) {
+  void open(common::TopLevelWindow window) {
     window.isNormal = true;
     list.push_back(std::move(window));
     changed();
   }
   void close(std::uint64_t id) {
-    std::erase_if(list, [id](const TopLevelWindow& window) { return window.id == id; });
+    std::erase_if(list, [id](const common::TopLevelWindow& window) { return window.id == id; });
     changed();
   }
   void changed() { m_observers.notify(); }
 
-  std::vector<TopLevelWindow> list;
+  std::vector<common::TopLevelWindow> list;
   std::optional<std::uint64_t> active;
   std::map<std::uint64_t, bool> icons;
   mutable std::vector<std::uint64_t> iconsAsked;
@@ -62,4 +62,4 @@ private:
   Observers<> m_observers;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

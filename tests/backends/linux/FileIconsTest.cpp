@@ -10,7 +10,7 @@
 
 #include <filesystem>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class FileIconsTest : public testing::Test {
@@ -140,4 +140,4 @@ TEST_F(FileIconsTest, SayWhetherAnEntryHasAPictureOfItsOwn) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 constexpr const char* kInterface = R"(<node><interface name="org.freedesktop.FileManager1">
@@ -184,4 +184,4 @@ TEST_F(FileManagerTest, OutlivesTheBusAndFallsBackThen) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -12,7 +12,7 @@
 #include <optional>
 #include <thread>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class FileStorageTest : public testing::Test {
@@ -119,4 +119,4 @@ TEST_F(FileStorageTest, SplitsPaths) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -4,6 +4,7 @@
 #include "tests/contracts/RunLoopContract.h"
 
 namespace orbel::contracts {
+using namespace linux;
 namespace {
 
 class GlibRunLoopSubject {
@@ -19,7 +20,7 @@ public:
   bool wouldWake() { return nextWakeUp() != -1; }
 
 private:
-  GlibRunLoop m_loop;
+  linux::GlibRunLoop m_loop;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(GlibRunLoopContract, RunLoopContract, GlibRunLoopSubject);

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 TEST(GlibRunLoop, TakesADelayThatNeverComesWithoutRunningIt) {
@@ -121,4 +121,4 @@ TEST(GlibRunLoop, LetsRegistrationsOutliveIt) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

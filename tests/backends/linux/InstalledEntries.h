@@ -9,7 +9,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class InstalledEntries {
 public:
@@ -31,4 +31,4 @@ private:
   const DesktopEntryIndex& m_index;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

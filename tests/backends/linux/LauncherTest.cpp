@@ -11,7 +11,7 @@
 
 #include <cstdlib>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 bool hasLine(const std::string& text, const std::string& line) {
@@ -184,4 +184,4 @@ TEST_F(LauncherTest, StartsAnEntryMeantForTheBusWithoutABus) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -11,6 +11,7 @@
 #include <memory>
 
 namespace orbel::contracts {
+using namespace linux;
 namespace {
 
 class LinuxWorkspaceSubject {
@@ -46,7 +47,7 @@ public:
     auto program = std::make_unique<Program>(std::vector<std::string>{m_executable});
     const std::int32_t pid = program->processIdentifier();
     m_processes[pid] = {std::move(program), window};
-    TopLevelWindow opened;
+    common::TopLevelWindow opened;
     opened.id = window;
     opened.processIdentifier = pid;
     opened.className = m_workspace.displayName(bundle) + "Window";
@@ -75,9 +76,9 @@ private:
   const std::string m_executable = DesktopSandbox::shared().makeFolder() + "/program";
   FakeTopLevelWindows m_windows;
   FakeIconLoader m_icons;
-  DesktopEntryIndex m_index;
+  linux::DesktopEntryIndex m_index;
   InstalledEntries m_entries{m_index};
-  LinuxWorkspace m_workspace{m_windows, m_icons};
+  linux::LinuxWorkspace m_workspace{m_windows, m_icons};
   std::map<std::int32_t, Process> m_processes;
   std::uint64_t m_lastWindow = 0;
 };

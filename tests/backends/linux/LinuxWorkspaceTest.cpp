@@ -13,7 +13,7 @@
 
 #include <filesystem>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 bool hasArgument(const std::string& report, const std::string& argument) {
@@ -33,7 +33,7 @@ protected:
     return path;
   }
   void open(const Program& program, const std::string& className) {
-    TopLevelWindow window;
+    common::TopLevelWindow window;
     window.id = 1;
     window.processIdentifier = program.processIdentifier();
     window.className = className;
@@ -74,7 +74,7 @@ TEST_F(LinuxWorkspaceTest, LeavesItToTheCallerWhichOfTwoProcessesOfAnExecutableI
   const Program first(folder + "/tool");
   const Program second(std::vector<std::string>{folder + "/tool"});
   open(first, "Tool");
-  TopLevelWindow window;
+  common::TopLevelWindow window;
   window.id = 2;
   window.processIdentifier = second.processIdentifier();
   windows.open(window);
@@ -245,7 +245,7 @@ TEST_F(LinuxWorkspaceTest, MatchesTheWindowOfWhatItStartedByTheStartupIdentifier
   EXPECT_FALSE(workspace.launchApplicationAtPath(path));
   EXPECT_FALSE(reporter.wait().empty());
   const Program program(folder + "/whatever");
-  TopLevelWindow window;
+  common::TopLevelWindow window;
   window.id = 1;
   window.processIdentifier = program.processIdentifier();
   window.startupId = windows.startupIds.back();
@@ -254,4 +254,4 @@ TEST_F(LinuxWorkspaceTest, MatchesTheWindowOfWhatItStartedByTheStartupIdentifier
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class LogLines {
 public:
@@ -31,4 +31,4 @@ private:
   Log::Sink m_earlier;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

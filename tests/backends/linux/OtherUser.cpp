@@ -8,7 +8,7 @@
 
 #include <cstdio>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 constexpr uid_t kNobody = 65534;
@@ -32,4 +32,4 @@ bool passesAsOtherUser(const std::function<void()>& body) {
   return child > 0 && ::waitpid(child, &status, 0) == child && WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -3,9 +3,9 @@
 
 #include <functional>
 
-namespace orbel {
+namespace orbel::linux {
 
 // The body runs in a process of its own; true when none of its expectations failed there.
 bool passesAsOtherUser(const std::function<void()>& body);
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -11,12 +11,13 @@
 #include <memory>
 
 namespace orbel::contracts {
+using namespace linux;
 namespace {
 
 class PreferencesFileSubject {
 public:
   PreferencesStore& store() {
-    if (!m_store) m_store = std::make_unique<PreferencesFile>(m_file, m_loop);
+    if (!m_store) m_store = std::make_unique<linux::PreferencesFile>(m_file, m_loop);
     return *m_store;
   }
   void changeFromOutside(const PropertyList::Dictionary& values) {
@@ -26,9 +27,9 @@ public:
     const auto bytes = PropertyListCoder::write(values, PropertyListCoder::Format::xml);
     DesktopSandbox::write(m_file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     EXPECT_TRUE(waitUntil([this] { return m_loop.pendingDelays() > 0; })) << "the watch tells nothing";
-    m_loop.advance(PreferencesFile::kSettleDelay);
+    m_loop.advance(linux::PreferencesFile::kSettleDelay);
   }
-  void letAMomentPass() { m_loop.advance(PreferencesFile::kSaveDelay); }
+  void letAMomentPass() { m_loop.advance(linux::PreferencesFile::kSaveDelay); }
   PropertyList::Dictionary saved() const { return decoded(m_file); }
   std::optional<PropertyList::Dictionary> datedCopy() const {
     std::optional<PropertyList::Dictionary> newest;
@@ -53,7 +54,7 @@ private:
   const std::string m_file = m_folder + "/preferences.plist";
   LogLines m_log;
   ManualRunLoop m_loop;
-  std::unique_ptr<PreferencesFile> m_store;
+  std::unique_ptr<linux::PreferencesFile> m_store;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(PreferencesFileContract, PreferencesStoreContract, PreferencesFileSubject);

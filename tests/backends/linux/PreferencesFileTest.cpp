@@ -20,7 +20,7 @@
 #include <regex>
 #include <thread>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 std::string xml(const PropertyList::Dictionary& values) {
@@ -590,4 +590,4 @@ TEST_F(PreferencesFileTest, SavesAgainAfterItsFolderWasRemoved) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

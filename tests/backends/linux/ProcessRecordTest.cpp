@@ -9,7 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class ProcessRecordTest : public testing::Test {
@@ -106,4 +106,4 @@ TEST_F(ProcessRecordTest, DoesNotTakeADocumentForTheProgram) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -10,7 +10,7 @@
 #include <filesystem>
 #include <stdexcept>
 
-namespace orbel {
+namespace orbel::linux {
 
 void Program::makeIdleExecutable(const std::string& path) {
   std::filesystem::create_directories(std::filesystem::path(path).parent_path());
@@ -68,4 +68,4 @@ void Program::end() {
   m_process = -1;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

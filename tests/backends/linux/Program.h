@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::linux {
 
 class Program {
 public:
@@ -29,4 +29,4 @@ private:
   pid_t m_process = -1;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -6,7 +6,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 
 class ProgramReport {
 public:
@@ -35,4 +35,4 @@ private:
   std::string m_report;
 };
 
-} // namespace orbel
+} // namespace orbel::linux

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class RoleApplicationsTest : public testing::Test {
@@ -75,4 +75,4 @@ TEST_F(RoleApplicationsTest, AreOfTheRightCategoryWhenNothingElseIsKnown) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -10,7 +10,7 @@
 
 #include <unistd.h>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 class RunningApplicationListTest : public testing::Test {
@@ -28,9 +28,9 @@ protected:
     EXPECT_TRUE(waitUntil([&] { return entries.withPath(path) != nullptr; }));
     return path;
   }
-  static TopLevelWindow window(std::uint64_t id, std::optional<std::int32_t> process,
-                               const std::string& className = "") {
-    TopLevelWindow window;
+  static common::TopLevelWindow window(std::uint64_t id, std::optional<std::int32_t> process,
+                                       const std::string& className = "") {
+    common::TopLevelWindow window;
     window.id = id;
     window.processIdentifier = process;
     window.className = className;
@@ -125,12 +125,12 @@ TEST_F(RunningApplicationListTest, NeverTakesItselfForAnOrdinaryProgram) {
 TEST_F(RunningApplicationListTest,
        MatchesTheEntryByApplicationIdThenWindowClassThenIdentifierThenExecutable) {
   const Program program(folder + "/paint");
-  auto open = [&](TopLevelWindow described) {
+  auto open = [&](common::TopLevelWindow described) {
     windows.list.clear();
     windows.open(std::move(described));
     return list->applications().at(0)->bundlePath().value_or("none");
   };
-  TopLevelWindow described = window(1, program.processIdentifier(), "Class");
+  common::TopLevelWindow described = window(1, program.processIdentifier(), "Class");
   described.instanceName = "instance";
   described.applicationId = "org.example.ById";
 
@@ -390,4 +390,4 @@ TEST_F(RunningApplicationListTest, ReadsAProcessNumberThatWasGivenAgainAsAnother
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

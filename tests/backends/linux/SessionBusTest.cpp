@@ -1,4 +1,4 @@
-#include "backends/linux/SessionBus.h"
+#include "backends/common/SessionBus.h"
 
 #include "tests/backends/linux/DesktopSandbox.h"
 
@@ -14,7 +14,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::linux {
 namespace {
 
 constexpr const char* kAddress = "DBUS_SESSION_BUS_ADDRESS";
@@ -47,16 +47,16 @@ private:
 };
 
 TEST_F(SessionBusTest, IsNotThereWithoutAddressAndSocket) {
-  EXPECT_FALSE(SessionBus::isThere());
+  EXPECT_FALSE(common::SessionBus::isThere());
   ::setenv(kAddress, "", 1);
-  EXPECT_FALSE(SessionBus::isThere());
+  EXPECT_FALSE(common::SessionBus::isThere());
   DesktopSandbox::write(socket, "a file is no bus");
-  EXPECT_FALSE(SessionBus::isThere());
+  EXPECT_FALSE(common::SessionBus::isThere());
 }
 
 TEST_F(SessionBusTest, IsThereWhereTheEnvironmentNamesIt) {
   ::setenv(kAddress, "unix:path=/somewhere", 1);
-  EXPECT_TRUE(SessionBus::isThere());
+  EXPECT_TRUE(common::SessionBus::isThere());
 }
 
 TEST_F(SessionBusTest, IsThereWhereTheRuntimeFolderHasItsSocket) {
@@ -66,9 +66,9 @@ TEST_F(SessionBusTest, IsThereWhereTheRuntimeFolderHasItsSocket) {
   ASSERT_LT(socket.size(), sizeof address.sun_path);
   std::strcpy(address.sun_path, socket.c_str());
   ASSERT_EQ(::bind(listener, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
-  EXPECT_TRUE(SessionBus::isThere());
+  EXPECT_TRUE(common::SessionBus::isThere());
   ::close(listener);
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::linux

@@ -2,7 +2,7 @@
 
 #include <glib.h>
 
-namespace orbel {
+namespace orbel::linux {
 
 namespace {
 constexpr gint64 kDeadline = 10'000'000; // microseconds
@@ -43,4 +43,4 @@ int nextWakeUp() {
   return timeout;
 }
 
-} // namespace orbel
+} // namespace orbel::linux

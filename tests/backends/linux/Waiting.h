@@ -3,7 +3,7 @@
 
 #include <functional>
 
-namespace orbel {
+namespace orbel::linux {
 
 // True as soon as the condition holds; false when it does not within a deadline far beyond what it can take.
 bool waitUntil(const std::function<bool()>& condition);
@@ -14,4 +14,4 @@ void runReadySources();
 // Milliseconds until the main context would wake by itself; -1 for never. Handles what is ready first.
 int nextWakeUp();
 
-} // namespace orbel
+} // namespace orbel::linux

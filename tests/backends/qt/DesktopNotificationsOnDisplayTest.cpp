@@ -1,5 +1,5 @@
 // Messages to a notification area on a real session bus.
-#include "backends/qt/DesktopNotifications.h"
+#include "backends/qt/session/DesktopNotifications.h"
 
 #include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestDisplay.h"
@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class DesktopNotificationsOnDisplay : public testing::Test {
@@ -72,4 +72,4 @@ TEST_F(DesktopNotificationsOnDisplay, WithoutABusTheTextIsInTheLog) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

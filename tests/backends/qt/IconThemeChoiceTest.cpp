@@ -1,11 +1,11 @@
-#include "backends/qt/IconThemeChoice.h"
+#include "backends/qt/icons/IconThemeChoice.h"
 
 #include "tests/backends/qt/TestPictures.h"
 #include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class IconThemeChoiceTest : public testing::Test {
@@ -64,4 +64,4 @@ TEST_F(IconThemeChoiceTest, FallsBackToACompleteThemeAndThenToHicolor) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

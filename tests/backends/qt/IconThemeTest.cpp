@@ -1,11 +1,11 @@
-#include "backends/qt/IconTheme.h"
+#include "backends/qt/icons/IconTheme.h"
 
 #include "tests/backends/qt/TestPictures.h"
 #include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class IconThemeTest : public testing::Test {
@@ -114,4 +114,4 @@ TEST_F(IconThemeTest, NoticesThatAThemeGotFoldersOrWasRemoved) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

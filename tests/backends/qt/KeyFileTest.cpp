@@ -1,11 +1,11 @@
-#include "backends/qt/KeyFile.h"
+#include "backends/qt/icons/KeyFile.h"
 
 #include "tests/backends/qt/TestPictures.h"
 #include "tests/desktop/harness/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class KeyFileTest : public testing::Test {
@@ -42,4 +42,4 @@ TEST_F(KeyFileTest, IsEmptyForAMissingFileAndForBytesThatAreNoText) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 
 class LogCapture {
 public:
@@ -29,4 +29,4 @@ private:
   Log::Sink m_earlier;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,4 +1,4 @@
-#include "backends/qt/PictureReader.h"
+#include "backends/qt/icons/PictureReader.h"
 
 #include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestPictures.h"
@@ -11,7 +11,7 @@
 
 #include <sys/stat.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class PictureReaderTest : public testing::Test {
@@ -112,4 +112,4 @@ TEST_F(PictureReaderTest, TakesAnySizeThatIsAskedFor) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,4 +1,4 @@
-#include "backends/qt/PopUpRegistry.h"
+#include "backends/qt/popups/PopUpRegistry.h"
 
 #include <QCloseEvent>
 #include <QCursor>
@@ -12,7 +12,7 @@
 
 #include <memory>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class PopUpRegistryTest : public testing::Test {
@@ -104,4 +104,4 @@ TEST_F(PopUpRegistryTest, TellsWhereThePointerIs) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

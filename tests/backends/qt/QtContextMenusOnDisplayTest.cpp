@@ -1,8 +1,8 @@
 // Context menus as a person meets them: on a real X server, over the round menu's kind of window, with
 // another program in front.
-#include "backends/qt/QtContextMenus.h"
+#include "backends/qt/popups/QtContextMenus.h"
 
-#include "backends/qt/QtIconLoader.h"
+#include "backends/qt/icons/QtIconLoader.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/desktop/harness/TestWindow.h"
 
@@ -16,7 +16,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class QtContextMenusOnDisplay : public testing::Test, public ContextMenuDelegate {
@@ -120,4 +120,4 @@ TEST_F(QtContextMenusOnDisplay, EndsOnEscapeAndOnAClickElsewhere) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,4 +1,4 @@
-#include "backends/qt/QtContextMenus.h"
+#include "backends/qt/popups/QtContextMenus.h"
 
 #include "tests/backends/qt/TestDisplay.h"
 
@@ -11,7 +11,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class QtContextMenusTest : public testing::Test, public ContextMenuDelegate {
@@ -123,4 +123,4 @@ TEST_F(QtContextMenusTest, CountsAsAPopUpWhileItIsOpen) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,8 +1,8 @@
 // Dialogs as a person meets them: on a real X server with a window manager and another program in front.
-#include "backends/qt/QtDialogs.h"
+#include "backends/qt/popups/QtDialogs.h"
 
-#include "backends/qt/QtIconLoader.h"
-#include "backends/qt/QtTextServices.h"
+#include "backends/qt/icons/QtIconLoader.h"
+#include "backends/qt/text/QtTextServices.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/backends/qt/TestPictures.h"
 #include "tests/desktop/harness/TestWindow.h"
@@ -17,7 +17,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 QPalette darkPalette() {
@@ -192,4 +192,4 @@ TEST_F(QtDialogsOnDisplay, OpenPanelFollowsADarkPalette) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

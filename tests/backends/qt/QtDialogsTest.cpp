@@ -1,6 +1,6 @@
-#include "backends/qt/QtDialogs.h"
+#include "backends/qt/popups/QtDialogs.h"
 
-#include "backends/qt/QtTextServices.h"
+#include "backends/qt/text/QtTextServices.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/backends/qt/TestPictures.h"
 #include "tests/desktop/harness/TemporaryDirectory.h"
@@ -18,7 +18,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class QtDialogsTest : public testing::Test {
@@ -332,4 +332,4 @@ TEST_F(QtDialogsTest, OpenPanelSpeaksTheUsersLanguage) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

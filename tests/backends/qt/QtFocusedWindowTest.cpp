@@ -1,4 +1,4 @@
-#include "backends/qt/QtFocusedWindow.h"
+#include "backends/qt-x11/QtFocusedWindow.h"
 
 #include "tests/backends/qt/TestDisplay.h"
 
@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class QtFocusedWindowOnDisplay : public testing::Test {
@@ -34,7 +34,7 @@ protected:
   }
 
   QWindow m_window, m_other;
-  QtFocusedWindow m_focused;
+  qtx11::QtFocusedWindow m_focused;
   Registration m_observation;
   int m_losses = 0;
 };
@@ -95,4 +95,4 @@ TEST_F(QtFocusedWindowOnDisplay, AnEndedObservationIsSilentAndMayEndWithinTheCal
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,4 +1,4 @@
-#include "backends/qt/QtIconLoader.h"
+#include "backends/qt/icons/QtIconLoader.h"
 
 #include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestPictures.h"
@@ -11,7 +11,7 @@
 
 #include <filesystem>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class QtIconLoaderTest : public testing::Test {
@@ -83,4 +83,4 @@ TEST_F(QtIconLoaderTest, FollowsTheDesktopsThemeAlsoForTheToolkit) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,6 +1,7 @@
 // The status icon against panels of both kinds, on a real session bus and a real X server.
-#include "backends/qt/QtStatusBar.h"
+#include "backends/qt/status/QtStatusBar.h"
 
+#include "backends/qt-x11/X11SystemTray.h"
 #include "backends/x11/Connection.h"
 #include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestDisplay.h"
@@ -21,7 +22,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using desktop::PanelPresence;
@@ -40,7 +41,7 @@ protected:
     m_address = "unix:path=" + (m_folder.path() / "bus").string();
     auto own = environment;
     own["DBUS_SESSION_BUS_ADDRESS"] = m_address;
-    m_connection = Connection::open(environment.at("DISPLAY"));
+    m_connection = x11::Connection::open(environment.at("DISPLAY"));
     m_trayWatch.emplace(*m_connection);
     m_bus.emplace(own, m_folder.path() / "services", m_address, m_folder.path() / "bus.log");
   }
@@ -92,8 +93,8 @@ protected:
   std::string m_address;
   std::optional<desktop::SessionBus> m_bus;
   LogCapture m_log;
-  std::unique_ptr<Connection> m_connection;
-  std::optional<SystemTrayWatch> m_trayWatch;
+  std::unique_ptr<x11::Connection> m_connection;
+  std::optional<qtx11::X11SystemTray> m_trayWatch;
   std::unique_ptr<StatusItem> m_item;
   int m_clicks = 0;
 };
@@ -262,4 +263,4 @@ TEST_F(QtStatusBarOnDisplay, TheOlderTrayLosesTheIconToAPanelAndGetsItBack) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,10 +1,10 @@
-#include "backends/qt/QtTextServices.h"
+#include "backends/qt/text/QtTextServices.h"
 
 #include "tests/backends/qt/LogCapture.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 const QLocale kEnglish(QLocale::English, QLocale::UnitedStates);
@@ -50,4 +50,4 @@ TEST(QtTextServicesTest, ShowsEnglishWhereThereIsNoTranslation) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

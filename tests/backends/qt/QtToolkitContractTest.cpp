@@ -1,8 +1,8 @@
 // The contracts of what the toolkit gives without a display: text, drawing, menus and dialogs.
-#include "backends/qt/QtContextMenus.h"
-#include "backends/qt/QtDialogs.h"
-#include "backends/qt/QtGraphics.h"
-#include "backends/qt/QtTextServices.h"
+#include "backends/qt/canvas/QtGraphics.h"
+#include "backends/qt/popups/QtContextMenus.h"
+#include "backends/qt/popups/QtDialogs.h"
+#include "backends/qt/text/QtTextServices.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/backends/qt/TestPictures.h"
 #include "tests/contracts/ContextMenusContract.h"
@@ -18,6 +18,7 @@
 #include <QTest>
 
 namespace orbel::contracts {
+using namespace qt;
 namespace {
 
 class QtTextServicesSubject {
@@ -25,7 +26,7 @@ public:
   TextServices& text() { return m_text; }
 
 private:
-  QtTextServices m_text{QLocale("en_US")};
+  qt::QtTextServices m_text{QLocale("en_US")};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(QtTextServicesContract, TextServicesContract, QtTextServicesSubject);
@@ -35,7 +36,7 @@ public:
   Graphics& graphics() { return m_graphics; }
 
 private:
-  QtGraphics m_graphics;
+  qt::QtGraphics m_graphics;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(QtGraphicsContract, GraphicsContract, QtGraphicsSubject);
@@ -75,8 +76,8 @@ private:
   static void click(QMenu& shown, int index) {
     QTest::mouseClick(&shown, Qt::LeftButton, {}, shown.actionGeometry(shown.actions().at(index)).center());
   }
-  PopUpRegistry m_popUps;
-  QtContextMenus m_menus{m_popUps};
+  qt::PopUpRegistry m_popUps;
+  qt::QtContextMenus m_menus{m_popUps};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(QtContextMenusContract, ContextMenusContract, QtContextMenusSubject);
@@ -115,9 +116,10 @@ private:
   static QDialog* shownDialog() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
   static void press(Qt::Key key) { QTest::keyClick(shownDialog(), key); }
 
-  PopUpRegistry m_popUps;
-  QtTextServices m_text{QLocale("en_US")};
-  std::unique_ptr<QtDialogs> m_dialogs = std::make_unique<QtDialogs>(m_popUps, m_text, DialogHooks());
+  qt::PopUpRegistry m_popUps;
+  qt::QtTextServices m_text{QLocale("en_US")};
+  std::unique_ptr<qt::QtDialogs> m_dialogs =
+      std::make_unique<qt::QtDialogs>(m_popUps, m_text, qt::DialogHooks());
   desktop::TemporaryDirectory m_folder{"orbel-dialogs"};
 };
 

@@ -1,5 +1,5 @@
 // Against a real session bus; the callers are programs of their own, as they are on a desktop.
-#include "backends/qt/SingleInstance.h"
+#include "backends/qt/session/SingleInstance.h"
 
 #include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestDisplay.h"
@@ -12,7 +12,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class SingleInstanceOnDisplay : public testing::Test {
@@ -151,4 +151,4 @@ TEST_F(SingleInstanceOnDisplay, SurvivesTheEndOfTheBus) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -11,7 +11,7 @@
 
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 
 // The desktop that this process is connected to; null in the round without a display.
 desktop::DesktopSession* testDisplay();
@@ -29,4 +29,4 @@ template <class Condition>
       description);
 }
 
-} // namespace orbel
+} // namespace orbel::qt

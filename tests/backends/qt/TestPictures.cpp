@@ -5,7 +5,7 @@
 #include <fstream>
 #include <stdexcept>
 
-namespace orbel {
+namespace orbel::qt {
 
 void writeText(const std::filesystem::path& file, const std::string& text) {
   std::filesystem::create_directories(file.parent_path());
@@ -51,4 +51,4 @@ std::uint32_t pixelOf(QColor color) {
   return color.rgba();
 }
 
-} // namespace orbel
+} // namespace orbel::qt

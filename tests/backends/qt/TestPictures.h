@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 
 // Make missing folders, too.
 void writeText(const std::filesystem::path& file, const std::string& text);
@@ -22,4 +22,4 @@ void writeThemeIndex(const std::filesystem::path& theme, const QStringList& dire
 // Premultiplied ARGB of an opaque colour.
 std::uint32_t pixelOf(QColor color);
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 const QStringList kLanguages{"de", "fr", "es", "zh_CN"};
@@ -74,4 +74,4 @@ TEST(TranslationsTest, EveryTextThatTheSourceLooksUpIsTranslated) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

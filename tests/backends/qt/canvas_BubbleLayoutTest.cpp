@@ -1,8 +1,8 @@
-#include "backends/qt/BubbleLayout.h"
+#include "backends/qt/canvas/BubbleLayout.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 const Rect kScreen(0, 0, 1000, 800);
@@ -55,4 +55,4 @@ TEST(BubbleLayoutTest, ItKeepsToTheScreenThatItIsGiven) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,8 +1,8 @@
-#include "backends/qt/BubblePicture.h"
+#include "backends/qt/canvas/BubblePicture.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 BubbleLayout layoutOf(const QString& text, bool pointsUp = true) {
@@ -60,7 +60,7 @@ TEST(BubblePictureTest, TheOutlineIsExactlyTheOpaquePixels) {
   const QImage picture = draw(layoutOf(QStringLiteral("Mail")), BubblePicture::Edge::hard);
   QImage covered(picture.size(), QImage::Format_ARGB32);
   covered.fill(0);
-  for (const DeviceRect& row : BubblePicture::outline(picture)) {
+  for (const common::DeviceRect& row : BubblePicture::outline(picture)) {
     for (int x = row.x; x < row.right(); ++x)
       covered.setPixel(x, row.y, 0xff000000);
   }
@@ -97,4 +97,4 @@ TEST(BubblePictureTest, TheScaleMultipliesThePixels) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,10 +1,10 @@
-#include "backends/qt/CellPicture.h"
+#include "backends/qt/canvas/CellPicture.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using Pixels = std::vector<std::uint32_t>;
@@ -88,4 +88,4 @@ TEST(CellPictureTest, SaturationLeavesGreyAndSpreadsColours) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

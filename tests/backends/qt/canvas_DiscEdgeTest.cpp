@@ -1,8 +1,8 @@
-#include "backends/qt/DiscEdge.h"
+#include "backends/qt/canvas/DiscEdge.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 Bitmap whiteSquare(int side) {
@@ -70,4 +70,4 @@ TEST(DiscEdgeTest, ARectangleIsCutToAnEllipse) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,4 +1,4 @@
-#include "backends/qt/FileDrag.h"
+#include "backends/qt/windows/FileDrag.h"
 
 #include "tests/backends/qt/LogCapture.h"
 
@@ -6,7 +6,7 @@
 
 #include <QSysInfo>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using Paths = std::optional<std::vector<std::string>>;
@@ -79,4 +79,4 @@ TEST(FileDragTest, OnlyAnOfferedActionIsAnsweredAndNeverAMove) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,10 +1,10 @@
-#include "backends/qt/FrostedGlass.h"
+#include "backends/qt/canvas/FrostedGlass.h"
 
 #include <gtest/gtest.h>
 
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 struct Components {
@@ -146,4 +146,4 @@ TEST(FrostedGlassTest, TinyAndOddSizesAreDrawnToo) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,11 +1,11 @@
-#include "backends/qt/QtCanvas.h"
+#include "backends/qt/canvas/QtCanvas.h"
 
 #include <gtest/gtest.h>
 
 #include <QFontMetricsF>
 #include <QImage>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 constexpr std::uint32_t kRed = 0xffff0000;
@@ -210,4 +210,4 @@ TEST_F(QtCanvasAtScaleTwoTest, TextGrowsWithTheScale) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

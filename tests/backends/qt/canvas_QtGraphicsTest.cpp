@@ -1,8 +1,8 @@
-#include "backends/qt/QtGraphics.h"
+#include "backends/qt/canvas/QtGraphics.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 TEST(QtGraphicsTest, ADrawingSpansTheBitmapWithTheYAxisUp) {
@@ -46,4 +46,4 @@ TEST(QtGraphicsTest, ADrawnImageMayHoldDrawnImages) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

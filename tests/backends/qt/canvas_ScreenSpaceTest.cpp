@@ -1,11 +1,11 @@
-#include "backends/qt/ScreenSpace.h"
+#include "backends/qt/windows/ScreenSpace.h"
 
 #include <gtest/gtest.h>
 
 #include <QGuiApplication>
 #include <QScreen>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 // One screen at the origin, of any size, one pixel a point.
@@ -24,17 +24,17 @@ protected:
 TEST_F(ScreenSpaceTest, TheYAxisIsFlippedAboutTheBottomOfThePrimaryScreen) {
   EXPECT_EQ(ScreenSpace::toPoints(30, 0), (Point{30, static_cast<double>(height)}));
   EXPECT_EQ(ScreenSpace::toPoints(30, height - 10), (Point{30, 10}));
-  EXPECT_EQ(ScreenSpace::toDevice({10, 20, 100, 50}), (DeviceRect{10, height - 70, 100, 50}));
+  EXPECT_EQ(ScreenSpace::toDevice({10, 20, 100, 50}), (common::DeviceRect{10, height - 70, 100, 50}));
   EXPECT_EQ(ScreenSpace::toToolkit({10, 20, 100, 50}), QRect(10, height - 70, 100, 50));
 }
 
 TEST_F(ScreenSpaceTest, PlacesBesideTheScreenAreCountedOnFromIt) {
-  EXPECT_EQ(ScreenSpace::toDevice({-100, -50, 100, 50}), (DeviceRect{-100, height, 100, 50}));
+  EXPECT_EQ(ScreenSpace::toDevice({-100, -50, 100, 50}), (common::DeviceRect{-100, height, 100, 50}));
   EXPECT_EQ(ScreenSpace::screenAt({-1e6, 1e6}), QGuiApplication::primaryScreen());
 }
 
 TEST_F(ScreenSpaceTest, AFrameIsRoundedToWholePixels) {
-  EXPECT_EQ(ScreenSpace::toDevice({10.4, 20.4, 100.2, 50.2}), (DeviceRect{10, height - 71, 100, 50}));
+  EXPECT_EQ(ScreenSpace::toDevice({10.4, 20.4, 100.2, 50.2}), (common::DeviceRect{10, height - 71, 100, 50}));
 }
 
 TEST_F(ScreenSpaceTest, TheScreensFrameIsInScreenPoints) {
@@ -43,4 +43,4 @@ TEST_F(ScreenSpaceTest, TheScreensFrameIsInScreenPoints) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

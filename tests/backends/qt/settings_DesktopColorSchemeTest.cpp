@@ -1,4 +1,5 @@
 #include "backends/qt/settings/DesktopColorScheme.h"
+#include "backends/qt/windows/PlainDisplayServer.h"
 
 #include <QApplication>
 #include <QPalette>
@@ -6,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 TEST(DesktopColorSchemeTest, AThemeIsDarkWhenItsNameSaysSo) {
@@ -19,7 +20,8 @@ TEST(DesktopColorSchemeTest, AThemeIsDarkWhenItsNameSaysSo) {
 TEST(DesktopColorSchemeTest, WithoutAPortalAndAThemeTheToolkitsColoursDecide) {
   const QPalette before = QApplication::palette();
   int told = 0;
-  const DesktopColorScheme scheme(nullptr, [&] { ++told; });
+  const PlainDisplayServer display;
+  const DesktopColorScheme scheme(display, [&] { ++told; });
   QPalette palette;
   palette.setColor(QPalette::Window, Qt::white);
   palette.setColor(QPalette::WindowText, Qt::black);
@@ -35,4 +37,4 @@ TEST(DesktopColorSchemeTest, WithoutAPortalAndAThemeTheToolkitsColoursDecide) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

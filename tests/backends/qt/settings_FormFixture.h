@@ -1,8 +1,9 @@
 // A settings form without a display, and a delegate that writes down what its user does.
 #pragma once
 
-#include "backends/qt/QtTextServices.h"
 #include "backends/qt/settings/QtSettingsForm.h"
+#include "backends/qt/text/QtTextServices.h"
+#include "backends/qt/windows/PlainDisplayServer.h"
 #include "scene/View.h"
 #include "tests/doubles/ManualRunLoop.h"
 
@@ -16,7 +17,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 
 class RecordingFormDelegate : public SettingsFormDelegate {
 public:
@@ -60,7 +61,7 @@ protected:
   }
   QtSettingsForm& form() {
     if (!m_form) {
-      m_form = std::make_unique<QtSettingsForm>(SettingsFormEnvironment{nullptr, text, runLoop, {}},
+      m_form = std::make_unique<QtSettingsForm>(SettingsFormEnvironment{display, text, runLoop, {}},
                                                 contents(), delegate);
     }
     return *m_form;
@@ -82,6 +83,7 @@ protected:
 
   RecordingFormDelegate delegate;
   QtTextServices text;
+  PlainDisplayServer display;
   ManualRunLoop runLoop;
 
 private:
@@ -94,4 +96,4 @@ private:
   std::unique_ptr<QtSettingsForm> m_form;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

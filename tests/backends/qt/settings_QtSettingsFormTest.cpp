@@ -8,7 +8,7 @@
 
 #include <set>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using Done = std::vector<std::string>;
@@ -334,4 +334,4 @@ TEST_P(QtSettingsFormInTest, NothingIsCutOffAndLabelsAreAligned) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 // Paints its lower half red, and writes down where the pointer is.
@@ -147,4 +147,4 @@ TEST_F(ViewHostTest, TheViewMayLiveLongerThanItsHost) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <xcb/shape.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using desktop::Picture;
@@ -246,4 +246,4 @@ TEST_F(BackdropOnDisplay, AnotherMaterialIsShownAtOnce) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -4,7 +4,7 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr std::uint32_t kVersion = 5;
@@ -138,4 +138,4 @@ void DragSource::answerRequest(const xcb_selection_request_event_t& request) {
   xcb_flush(m_display.get());
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -10,7 +10,7 @@
 #include <thread>
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 
 class DragSource {
 public:
@@ -57,4 +57,4 @@ private:
   std::thread m_thread;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

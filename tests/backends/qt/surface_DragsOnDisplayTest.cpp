@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using Strings = std::vector<std::string>;
@@ -109,4 +109,4 @@ TEST_F(DragsOnDisplay, ADropOnARefusedPlaceDropsNothing) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -5,7 +5,7 @@
 #include <X11/keysym.h>
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using desktop::ScreenRect;
@@ -329,4 +329,4 @@ TEST_F(MenuSurfaceOnDisplay, ThePointerOverABubbleCountsAsOverThePopUp) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,11 +1,11 @@
 // Title bubbles as the X server and the person in front of it see them.
-#include "backends/qt/BubbleLayout.h"
-#include "backends/qt/BubblePicture.h"
+#include "backends/qt/canvas/BubbleLayout.h"
+#include "backends/qt/canvas/BubblePicture.h"
 #include "tests/backends/qt/surface_WindowSystemFixture.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using desktop::ScreenRect;
@@ -123,4 +123,4 @@ TEST_F(QtBubbleOnDisplay, ADestroyedBubbleIsClosed) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

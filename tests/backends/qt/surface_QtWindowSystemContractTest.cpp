@@ -4,6 +4,7 @@
 #include <X11/keysym.h>
 
 namespace orbel::contracts {
+using namespace qt;
 namespace {
 
 // The fixture of this folder without a test of its own.

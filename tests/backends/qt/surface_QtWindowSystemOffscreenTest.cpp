@@ -1,6 +1,7 @@
-// The window system on a platform of the toolkit that is not X11: less, but whole.
-#include "backends/qt/QtContextMenus.h"
-#include "backends/qt/QtWindowSystem.h"
+// The window system on a platform of Qt without a display server: less, but whole.
+#include "backends/qt/popups/QtContextMenus.h"
+#include "backends/qt/windows/PlainDisplayServer.h"
+#include "backends/qt/windows/QtWindowSystem.h"
 #include "tests/backends/qt/TestDisplay.h"
 
 #include <gtest/gtest.h>
@@ -10,7 +11,7 @@
 #include <QTest>
 #include <QWindow>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class SilentDelegate : public SurfaceDelegate {
@@ -63,7 +64,8 @@ protected:
   void press(Qt::MouseButton button) { QTest::mousePress(m_window, button, {}, QPoint(100, 100)); }
   void release(Qt::MouseButton button) { QTest::mouseRelease(m_window, button, {}, QPoint(100, 100)); }
 
-  QtWindowSystem m_system{std::nullopt, {}};
+  PlainDisplayServer m_display;
+  QtWindowSystem m_system{m_display, {}};
   SilentDelegate m_delegate;
   std::unique_ptr<Surface> m_surface = m_system.makeSurface(SurfaceLevel::menu);
   QWindow* m_window = nullptr;
@@ -123,7 +125,8 @@ TEST_F(PressBesideAMenuOffscreenTest, MayEndTheSurfaceWithTheMenu) {
 
 TEST(QtWindowSystemOffscreenTest, SurfacesAndBubblesWorkWithoutAServer) {
   if (testDisplay()) GTEST_SKIP() << "needs the round without a display";
-  QtWindowSystem system(std::nullopt, {});
+  PlainDisplayServer display;
+  QtWindowSystem system(display, {});
   SilentDelegate delegate;
   const auto surface = system.makeSurface(SurfaceLevel::menu);
   surface->setDelegate(&delegate);
@@ -151,7 +154,8 @@ TEST(QtWindowSystemOffscreenTest, SurfacesAndBubblesWorkWithoutAServer) {
 
 TEST(QtWindowSystemOffscreenTest, AlphaIsCutToItsRange) {
   if (testDisplay()) GTEST_SKIP() << "needs the round without a display";
-  QtWindowSystem system(std::nullopt, {});
+  PlainDisplayServer display;
+  QtWindowSystem system(display, {});
   const auto surface = system.makeSurface(SurfaceLevel::menu);
   surface->setAlpha(7);
   EXPECT_EQ(surface->alpha(), 1);
@@ -160,4 +164,4 @@ TEST(QtWindowSystemOffscreenTest, AlphaIsCutToItsRange) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -6,7 +6,7 @@
 
 #include <QDialog>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 class QtWindowSystemOnDisplay : public WindowSystemFixture {
@@ -159,4 +159,4 @@ TEST_F(QtWindowSystemOnDisplay, EscapeBelongsToTheDialog) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

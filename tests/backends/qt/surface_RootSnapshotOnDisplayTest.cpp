@@ -10,7 +10,7 @@
 #include <QCoreApplication>
 #include <optional>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 using desktop::Rgb;
@@ -20,24 +20,24 @@ class RootSnapshotOnDisplay : public testing::Test {
 protected:
   void SetUp() override {
     if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
-    connection = Connection::open();
+    connection = x11::Connection::open();
     ASSERT_TRUE(connection);
     sharedPixels.emplace(*connection);
   }
-  static Rgb at(const RootSnapshot& snapshot, int x, int y) {
-    const DeviceRect& rect = snapshot.rect();
+  static Rgb at(const x11::RootSnapshot& snapshot, int x, int y) {
+    const common::DeviceRect& rect = snapshot.rect();
     const std::uint32_t pixel = snapshot.pixels()[(y - rect.y) * rect.width + (x - rect.x)];
     EXPECT_EQ(pixel >> 24, 0xffu);
     return {static_cast<std::uint8_t>(pixel >> 16), static_cast<std::uint8_t>(pixel >> 8),
             static_cast<std::uint8_t>(pixel)};
   }
 
-  std::unique_ptr<Connection> connection;
-  std::optional<SharedPixelsStore> sharedPixels;
+  std::unique_ptr<x11::Connection> connection;
+  std::optional<x11::SharedPixelsStore> sharedPixels;
 };
 
 TEST_F(RootSnapshotOnDisplay, HoldsTheScreensPixels) {
-  RootSnapshot snapshot(*connection, *sharedPixels);
+  x11::RootSnapshot snapshot(*connection, *sharedPixels);
   EXPECT_TRUE(snapshot.isEmpty());
   ASSERT_TRUE(snapshot.capture({200, 300, 101, 57}));
   EXPECT_EQ(at(snapshot, 200, 300), Wallpaper::colorAt({200, 300}));
@@ -45,9 +45,9 @@ TEST_F(RootSnapshotOnDisplay, HoldsTheScreensPixels) {
 }
 
 TEST_F(RootSnapshotOnDisplay, BeyondTheScreenTheLastPixelsRepeat) {
-  RootSnapshot snapshot(*connection, *sharedPixels);
+  x11::RootSnapshot snapshot(*connection, *sharedPixels);
   ASSERT_TRUE(snapshot.capture({-50, 1000, 120, 60}));
-  EXPECT_EQ(snapshot.rect(), (DeviceRect{-50, 1000, 120, 60}));
+  EXPECT_EQ(snapshot.rect(), (common::DeviceRect{-50, 1000, 120, 60}));
   EXPECT_EQ(at(snapshot, -50, 1000), Wallpaper::colorAt({0, 1000}));
   EXPECT_EQ(at(snapshot, 69, 1010), Wallpaper::colorAt({69, 1010}));
   EXPECT_EQ(at(snapshot, -20, 1059), Wallpaper::colorAt({0, 1023}));
@@ -57,16 +57,16 @@ TEST_F(RootSnapshotOnDisplay, BeyondTheScreenTheLastPixelsRepeat) {
 }
 
 TEST_F(RootSnapshotOnDisplay, WhollyOffTheScreenThereIsNothing) {
-  RootSnapshot snapshot(*connection, *sharedPixels);
+  x11::RootSnapshot snapshot(*connection, *sharedPixels);
   EXPECT_FALSE(snapshot.capture({-500, 10, 100, 100}));
   EXPECT_TRUE(snapshot.isEmpty());
 }
 
 TEST_F(RootSnapshotOnDisplay, APatchReplacesWhatBothCover) {
-  RootSnapshot older(*connection, *sharedPixels);
+  x11::RootSnapshot older(*connection, *sharedPixels);
   ASSERT_TRUE(older.capture({100, 100, 50, 50}));
   std::fill_n(older.pixels(), 50 * 50, 0xff00ff00);
-  RootSnapshot newer(*connection, *sharedPixels);
+  x11::RootSnapshot newer(*connection, *sharedPixels);
   ASSERT_TRUE(newer.capture({120, 130, 60, 60}));
   newer.patchFrom(older);
   EXPECT_EQ(at(newer, 120, 130), (Rgb{0, 255, 0}));
@@ -76,8 +76,8 @@ TEST_F(RootSnapshotOnDisplay, APatchReplacesWhatBothCover) {
 }
 
 TEST_F(RootSnapshotOnDisplay, APatchFromElsewhereOrFromNothingChangesNothing) {
-  RootSnapshot older(*connection, *sharedPixels);
-  RootSnapshot newer(*connection, *sharedPixels);
+  x11::RootSnapshot older(*connection, *sharedPixels);
+  x11::RootSnapshot newer(*connection, *sharedPixels);
   ASSERT_TRUE(newer.capture({120, 130, 60, 60}));
   newer.patchFrom(older);
   ASSERT_TRUE(older.capture({500, 500, 10, 10}));
@@ -86,7 +86,7 @@ TEST_F(RootSnapshotOnDisplay, APatchFromElsewhereOrFromNothingChangesNothing) {
 }
 
 TEST_F(RootSnapshotOnDisplay, AReleasedOneIsEmptyAndCanBeUsedAgain) {
-  RootSnapshot snapshot(*connection, *sharedPixels);
+  x11::RootSnapshot snapshot(*connection, *sharedPixels);
   ASSERT_TRUE(snapshot.capture({0, 0, 10, 10}));
   snapshot.release();
   EXPECT_TRUE(snapshot.isEmpty());
@@ -95,11 +95,11 @@ TEST_F(RootSnapshotOnDisplay, AReleasedOneIsEmptyAndCanBeUsedAgain) {
 }
 
 TEST_F(RootSnapshotOnDisplay, MemoryOfAnEarlierOneShowsNothingOfIt) {
-  RootSnapshot larger(*connection, *sharedPixels);
+  x11::RootSnapshot larger(*connection, *sharedPixels);
   ASSERT_TRUE(larger.capture({0, 0, 100, 100}));
   std::fill_n(larger.pixels(), 100 * 100, 0xff00ff00);
   larger.release();
-  RootSnapshot smaller(*connection, *sharedPixels);
+  x11::RootSnapshot smaller(*connection, *sharedPixels);
   ASSERT_TRUE(smaller.capture({-10, -10, 60, 60}));
   EXPECT_EQ(at(smaller, -10, -10), Wallpaper::colorAt({0, 0}));
   EXPECT_EQ(at(smaller, 49, 49), Wallpaper::colorAt({49, 49}));
@@ -135,7 +135,7 @@ class CompositorWatchOnDisplay : public RootSnapshotOnDisplay {};
 
 TEST_F(CompositorWatchOnDisplay, ACompositorIsSeenComingAndGoing) {
   int changes = 0;
-  CompositorWatch watch(*connection, [&] { ++changes; });
+  x11::CompositorWatch watch(*connection, [&] { ++changes; });
   EXPECT_FALSE(watch.isCompositing());
   {
     // Its selection falls free when its program ends.
@@ -147,7 +147,7 @@ TEST_F(CompositorWatchOnDisplay, ACompositorIsSeenComingAndGoing) {
     compositor.roundTrip();
     ASSERT_TRUE(becomesTrue([&] { return watch.isCompositing(); }, "it has come"));
     EXPECT_EQ(changes, 1);
-    CompositorWatch latecomer(*connection, {});
+    x11::CompositorWatch latecomer(*connection, {});
     EXPECT_TRUE(latecomer.isCompositing());
   }
   EXPECT_TRUE(becomesTrue([&] { return !watch.isCompositing(); }, "it has gone"));
@@ -155,4 +155,4 @@ TEST_F(CompositorWatchOnDisplay, ACompositorIsSeenComingAndGoing) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,7 +1,8 @@
 // The window system with its X11 parts on the private desktop, and a delegate that writes down what it hears.
 #pragma once
 
-#include "backends/qt/QtWindowSystem.h"
+#include "backends/qt-x11/X11DisplayServer.h"
+#include "backends/qt/windows/QtWindowSystem.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "backends/x11/RawPointer.h"
@@ -17,7 +18,7 @@
 #include <unistd.h>
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 
 class RecordingDelegate : public SurfaceDelegate {
 public:
@@ -78,16 +79,18 @@ protected:
     if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
     // Far from every window that the tests show.
     session().input().movePointer({1270, 1010});
-    m_connection = Connection::open();
-    m_pointerConnection = Connection::open();
-    m_rawPointer = std::make_unique<RawPointer>(*m_pointerConnection);
-    m_keyGrabs = std::make_unique<PassiveKeyGrabs>(*m_connection);
+    m_connection = x11::Connection::open();
+    m_pointerConnection = x11::Connection::open();
+    m_rawPointer = std::make_unique<x11::RawPointer>(*m_pointerConnection);
+    m_keyGrabs = std::make_unique<x11::PassiveKeyGrabs>(*m_connection);
     WindowSystemHooks hooks;
     hooks.drainTaps = [this] {
       if (onDrain) onDrain();
     };
-    system = std::make_unique<QtWindowSystem>(X11Parts{*m_connection, *m_rawPointer, *m_keyGrabs},
-                                              std::move(hooks));
+    displayServer =
+        std::make_unique<qtx11::X11DisplayServer>(qtx11::X11Parts{*m_connection, *m_rawPointer, *m_keyGrabs},
+                                                  qtx11::X11DisplayServer::windowConnection());
+    system = std::make_unique<QtWindowSystem>(*displayServer, std::move(hooks));
   }
 
   static desktop::DesktopSession& session() { return *testDisplay(); }
@@ -117,21 +120,22 @@ protected:
   // Everything that the server has sent until now is handled.
   void settle() {
     session().display().roundTrip();
-    system->display()->flush();
+    displayServer->flush();
     m_connection->drain();
     m_pointerConnection->drain();
     QCoreApplication::processEvents();
   }
 
 private:
-  std::unique_ptr<Connection> m_connection;
-  std::unique_ptr<Connection> m_pointerConnection;
-  std::unique_ptr<RawPointer> m_rawPointer;
-  std::unique_ptr<PassiveKeyGrabs> m_keyGrabs;
+  std::unique_ptr<x11::Connection> m_connection;
+  std::unique_ptr<x11::Connection> m_pointerConnection;
+  std::unique_ptr<x11::RawPointer> m_rawPointer;
+  std::unique_ptr<x11::PassiveKeyGrabs> m_keyGrabs;
 
 protected:
   std::function<void()> onDrain;
-  std::unique_ptr<QtWindowSystem> system; // goes before what it uses
+  std::unique_ptr<qtx11::X11DisplayServer> displayServer;
+  std::unique_ptr<QtWindowSystem> system; // destroyed before what it uses
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -9,7 +9,7 @@
 #include <filesystem>
 #include <optional>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 desktop::DesktopSession* currentDisplay = nullptr;
@@ -58,10 +58,10 @@ void setTestDisplay(desktop::DesktopSession* session) {
   currentDisplay = session;
 }
 
-} // namespace orbel
+} // namespace orbel::qt
 
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (GTEST_FLAG_GET(list_tests)) return RUN_ALL_TESTS();
-  return orbel::runTests(argc, argv);
+  return orbel::qt::runTests(argc, argv);
 }

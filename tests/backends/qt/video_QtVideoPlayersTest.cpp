@@ -11,7 +11,7 @@
 #include <filesystem>
 #include <fstream>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 constexpr int kPatience = 20000; // milliseconds
@@ -141,4 +141,4 @@ TEST_F(QtVideoPlayersTest, AStillPictureStandsInAtAnyScale) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

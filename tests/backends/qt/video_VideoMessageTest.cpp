@@ -1,8 +1,8 @@
-#include "video/protocol/VideoMessage.h"
+#include "protocols/video/VideoMessage.h"
 
 #include <gtest/gtest.h>
 
-namespace orbel {
+namespace orbel::qt {
 namespace {
 
 QByteArray frameBytes(std::uint32_t width, std::uint32_t height, char pixelByte) {
@@ -59,4 +59,4 @@ TEST(VideoMessageTest, AShortBeginningIsNotBrokenYet) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::qt

@@ -19,11 +19,11 @@ protected:
     return (event.response_type & 0x7F) == XCB_PROPERTY_NOTIFY;
   }
 
-  std::unique_ptr<Connection> m_connection;
+  std::unique_ptr<x11::Connection> m_connection;
 };
 
 TEST_F(ConnectionTest, ADisplayThatIsNotThereIsLoggedAndGivesNone) {
-  EXPECT_FALSE(Connection::open(":987"));
+  EXPECT_FALSE(x11::Connection::open(":987"));
   EXPECT_TRUE(hasLogged("cannot connect to the X display \":987\""));
 }
 
@@ -61,14 +61,14 @@ TEST_F(ConnectionTest, TheServersTimeGrowsAndLosesNoEvent) {
   listenToRoot();
   const xcb_timestamp_t first = m_connection->serverTime();
   changeRoot();
-  EXPECT_TRUE(iterateUntil([&] { return Connection::isLaterTime(m_connection->serverTime(), first); }));
+  EXPECT_TRUE(iterateUntil([&] { return x11::Connection::isLaterTime(m_connection->serverTime(), first); }));
   EXPECT_TRUE(iterateUntil([&] { return count == 1; }));
 }
 
 TEST_F(ConnectionTest, LaterIsLaterAcrossTheWrapOfTheClock) {
-  EXPECT_TRUE(Connection::isLaterTime(5, 0xFFFFFFF0U));
-  EXPECT_FALSE(Connection::isLaterTime(0xFFFFFFF0U, 5));
-  EXPECT_FALSE(Connection::isLaterTime(7, 7));
+  EXPECT_TRUE(x11::Connection::isLaterTime(5, 0xFFFFFFF0U));
+  EXPECT_FALSE(x11::Connection::isLaterTime(0xFFFFFFF0U, 5));
+  EXPECT_FALSE(x11::Connection::isLaterTime(7, 7));
 }
 
 TEST_F(ConnectionTest, DrainingDispatchesWhatTheServerSentBeforeInsideTheCall) {
@@ -129,7 +129,7 @@ TEST_F(ConnectionTest, ARefusedRequestIsSurvivedAndAWindowThatIsGoneIsNotWorthAL
 
 TEST_F(ConnectionTest, ABrokenConnectionIsLoggedAndReportedOnce) {
   int lost = 0;
-  const auto connection = Connection::open(display(), [&] { ++lost; });
+  const auto connection = x11::Connection::open(display(), [&] { ++lost; });
   m_connection.reset();
   server().kill();
   EXPECT_TRUE(iterateUntil([&] { return lost == 1; }));

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel {
+namespace orbel::x11 {
 namespace {
 
 // Writes settings as a settings manager of either byte order does.
@@ -129,4 +129,4 @@ TEST(DesktopSettingsTest, ATextThatEndsTooEarlyIsNone) {
 }
 
 } // namespace
-} // namespace orbel
+} // namespace orbel::x11

@@ -14,7 +14,7 @@ protected:
     X11Test::SetUp();
     m_connection = connect();
     ASSERT_TRUE(m_connection);
-    m_grabs = std::make_unique<PassiveKeyGrabs>(*m_connection);
+    m_grabs = std::make_unique<x11::PassiveKeyGrabs>(*m_connection);
   }
   void TearDown() override {
     m_grabs.reset();
@@ -29,13 +29,13 @@ protected:
     m_connection->drain();
   }
 
-  std::unique_ptr<Connection> m_connection;
-  std::unique_ptr<PassiveKeyGrabs> m_grabs;
+  std::unique_ptr<x11::Connection> m_connection;
+  std::unique_ptr<x11::PassiveKeyGrabs> m_grabs;
 };
 
 TEST_F(EscapeGrabTest, EscapeIsGrabbedWhileEnabledWhateverTheLocksAre) {
   int escapes = 0;
-  EscapeGrab escape(*m_grabs, [&] { ++escapes; });
+  x11::EscapeGrab escape(*m_grabs, [&] { ++escapes; });
   driver().tapKey(KEY_ESC);
   settle();
   EXPECT_EQ(escapes, 0);
@@ -59,7 +59,7 @@ TEST_F(EscapeGrabTest, EscapeIsGrabbedWhileEnabledWhateverTheLocksAre) {
 
 TEST_F(EscapeGrabTest, TheEscapeGrabSilencesNeitherHotKeysNorTyping) {
   int escapes = 0;
-  EscapeGrab escape(*m_grabs, [&] { ++escapes; });
+  x11::EscapeGrab escape(*m_grabs, [&] { ++escapes; });
   escape.setEnabled(true);
   int presses = 0;
   constexpr std::uint32_t option = 2048;
@@ -78,7 +78,7 @@ TEST_F(EscapeGrabTest, TheEscapeGrabSilencesNeitherHotKeysNorTyping) {
 
 TEST_F(EscapeGrabTest, AnEscapeThatAnotherProgramHoldsLeavesTheGrabOffAndLogsIt) {
   ASSERT_TRUE(driver().grabKey(KEY_ESC, 0));
-  EscapeGrab escape(*m_grabs, [] {});
+  x11::EscapeGrab escape(*m_grabs, [] {});
   escape.setEnabled(true);
   EXPECT_FALSE(escape.isEnabled());
   EXPECT_TRUE(hasLogged("another program holds key 1"));

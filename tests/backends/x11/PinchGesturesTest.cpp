@@ -15,7 +15,7 @@
 namespace orbel::test {
 namespace {
 
-using Phases = std::vector<PinchPhase>;
+using Phases = std::vector<x11::PinchPhase>;
 
 class PinchGesturesTest : public testing::Test {
 protected:
@@ -23,9 +23,9 @@ protected:
     m_earlierSink =
         Log::setSink([this](Log::Severity, const std::string& message) { m_log.push_back(message); });
     ASSERT_FALSE(m_server.display().empty()) << m_server.problem();
-    m_connection = Connection::open(m_server.display());
+    m_connection = x11::Connection::open(m_server.display());
     ASSERT_TRUE(m_connection);
-    m_pinches = std::make_unique<PinchGestures>(*m_connection);
+    m_pinches = std::make_unique<x11::PinchGestures>(*m_connection);
     ASSERT_TRUE(m_pinches->isAvailable());
   }
   void TearDown() override {
@@ -41,8 +41,8 @@ protected:
   }
 
   PinchServer m_server;
-  std::unique_ptr<Connection> m_connection;
-  std::unique_ptr<PinchGestures> m_pinches;
+  std::unique_ptr<x11::Connection> m_connection;
+  std::unique_ptr<x11::PinchGestures> m_pinches;
   std::vector<std::string> m_log;
   Log::Sink m_earlierSink;
 };
@@ -65,10 +65,10 @@ struct TestTouches {
 
 TEST_F(PinchGesturesTest, APinchIsToldFromItsBeginToItsEnd) {
   Phases phases;
-  const auto observation = m_pinches->observe([&](PinchPhase phase) { phases.push_back(phase); });
+  const auto observation = m_pinches->observe([&](x11::PinchPhase phase) { phases.push_back(phase); });
   pinchOnce();
   EXPECT_TRUE(iterateUntil([&] { return phases.size() == 3; }));
-  EXPECT_EQ(phases, (Phases{PinchPhase::began, PinchPhase::changed, PinchPhase::ended}));
+  EXPECT_EQ(phases, (Phases{x11::PinchPhase::began, x11::PinchPhase::changed, x11::PinchPhase::ended}));
 }
 
 TEST_F(PinchGesturesTest, NothingComesFromTheServerWhileNobodyObserves) {
@@ -77,7 +77,7 @@ TEST_F(PinchGesturesTest, NothingComesFromTheServerWhileNobodyObserves) {
   pinchOnce();
   m_connection->drain();
   EXPECT_EQ(events, 0);
-  auto observation = m_pinches->observe([](PinchPhase) {});
+  auto observation = m_pinches->observe([](x11::PinchPhase) {});
   pinchOnce();
   m_connection->drain();
   EXPECT_EQ(events, 3);
@@ -89,12 +89,12 @@ TEST_F(PinchGesturesTest, NothingComesFromTheServerWhileNobodyObserves) {
 }
 
 TEST_F(PinchGesturesTest, AnotherProgramThatListensAlreadyKeepsThePinches) {
-  const auto otherConnection = Connection::open(m_server.display());
-  PinchGestures others(*otherConnection);
+  const auto otherConnection = x11::Connection::open(m_server.display());
+  x11::PinchGestures others(*otherConnection);
   int ofOthers = 0;
-  const auto first = others.observe([&](PinchPhase) { ++ofOthers; });
+  const auto first = others.observe([&](x11::PinchPhase) { ++ofOthers; });
   int ours = 0;
-  const auto second = m_pinches->observe([&](PinchPhase) { ++ours; });
+  const auto second = m_pinches->observe([&](x11::PinchPhase) { ++ours; });
   ASSERT_EQ(m_log.size(), 1U);
   EXPECT_NE(m_log[0].find("another program listens"), std::string::npos);
   pinchOnce();
@@ -104,13 +104,13 @@ TEST_F(PinchGesturesTest, AnotherProgramThatListensAlreadyKeepsThePinches) {
 }
 
 TEST_F(PinchGesturesTest, WhileAPinchLastsEveryReportOfTouchesIsFollowedByOneOfAPinch) {
-  RawPointer pointer(*m_connection);
+  x11::RawPointer pointer(*m_connection);
   TestTouches touches;
   const auto makeTap = [&](TouchHandlers handlers) -> std::unique_ptr<EventTap> {
     touches.handlers = std::move(handlers);
     return std::make_unique<TestTouches::Tap>(touches);
   };
-  X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
+  x11::X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
   std::string told;
   const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { told += 't'; }, [&] { told += 'p'; }});
   const std::vector<Touch> fingers = {{1, {0.4, 0.5}}, {2, {0.6, 0.5}}};
@@ -138,13 +138,13 @@ TEST_F(PinchGesturesTest, WhileAPinchLastsEveryReportOfTouchesIsFollowedByOneOfA
 
 TEST_F(PinchGesturesTest, AFloodOfTouchesDuringAPinchIsToldWholeAndEndsWithIt) {
   constexpr int kReports = 100'000;
-  RawPointer pointer(*m_connection);
+  x11::RawPointer pointer(*m_connection);
   TestTouches touches;
   const auto makeTap = [&](TouchHandlers handlers) -> std::unique_ptr<EventTap> {
     touches.handlers = std::move(handlers);
     return std::make_unique<TestTouches::Tap>(touches);
   };
-  X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
+  x11::X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
   int changes = 0;
   int pinches = 0;
   const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { ++changes; }, [&] { ++pinches; }});
@@ -169,13 +169,13 @@ TEST_F(PinchGesturesTest, AFloodOfTouchesDuringAPinchIsToldWholeAndEndsWithIt) {
 }
 
 TEST_F(PinchGesturesTest, TheEndOfAPinchIsNotWaitedForWhenAllFingersAreLifted) {
-  RawPointer pointer(*m_connection);
+  x11::RawPointer pointer(*m_connection);
   TestTouches touches;
   const auto makeTap = [&](TouchHandlers handlers) -> std::unique_ptr<EventTap> {
     touches.handlers = std::move(handlers);
     return std::make_unique<TestTouches::Tap>(touches);
   };
-  X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
+  x11::X11EventTaps taps(pointer, {.makeTap = makeTap, .unreadableTouchpad = {}}, m_pinches.get());
   std::string told;
   const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { told += 't'; }, [&] { told += 'p'; }});
   tap->setEnabled(true);

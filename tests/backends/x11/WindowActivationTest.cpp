@@ -116,7 +116,7 @@ TEST_P(WindowActivationTest, AClickBeforeTheMarkDoesNotCount) {
   raiseItself(m_earlier->window());
   ASSERT_TRUE(iterateUntil([&] { return isActive(m_earlier->window()); }));
   const xcb_timestamp_t clicked = connection().serverTime();
-  ASSERT_TRUE(iterateUntil([&] { return Connection::isLaterTime(connection().serverTime(), clicked); }));
+  ASSERT_TRUE(iterateUntil([&] { return x11::Connection::isLaterTime(connection().serverTime(), clicked); }));
   const std::uint64_t mark = windows().summonMark();
   raiseItself(m_other->window());
   ASSERT_TRUE(iterateUntil([&] { return isActive(m_other->window()); }));

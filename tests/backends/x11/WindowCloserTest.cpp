@@ -21,7 +21,7 @@ TEST_P(WindowCloserTest, AllWindowsOfTheProcessAreAskedAndNoOthers) {
   const auto two = otherClient({"--at", "10", "50", "--window", "--at", "300", "50", "--window"});
   const auto other = programAt(600, 50);
   ASSERT_TRUE(iterateUntil([&] { return ids().size() == 3; }));
-  EXPECT_EQ(WindowCloser(connection()).closeWindows(two->processIdentifier()), 2);
+  EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(two->processIdentifier()), 2);
   EXPECT_TRUE(iterateUntil([&] { return !two->program().isRunning(); }));
   EXPECT_EQ(two->program().exitStatus(), 0) << "it closed its windows itself";
   EXPECT_TRUE(driver().exists(other->window()));
@@ -30,7 +30,7 @@ TEST_P(WindowCloserTest, AllWindowsOfTheProcessAreAskedAndNoOthers) {
 TEST_P(WindowCloserTest, AWindowThatTakesNoRequestIsNotAskedAndItsProgramLives) {
   const auto stubborn = otherClient({"--ignores-close", "--window"});
   ASSERT_TRUE(iterateUntil([&] { return isListed(stubborn->window()); }));
-  EXPECT_EQ(WindowCloser(connection()).closeWindows(stubborn->processIdentifier()), 0);
+  EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(stubborn->processIdentifier()), 0);
   const auto later = programAt(300, 50); // everything asked before has been dealt with
   EXPECT_TRUE(stubborn->program().isRunning());
   EXPECT_TRUE(driver().exists(stubborn->window()));
@@ -38,9 +38,9 @@ TEST_P(WindowCloserTest, AWindowThatTakesNoRequestIsNotAskedAndItsProgramLives) 
 
 TEST_P(WindowCloserTest, AProcessWithoutWindowsIsLeftAlone) {
   const auto program = programAt(10, 50);
-  EXPECT_EQ(WindowCloser(connection()).closeWindows(server().processIdentifier()), 0);
-  EXPECT_EQ(WindowCloser(connection()).closeWindows(0), 0);
-  EXPECT_EQ(WindowCloser(connection()).closeWindows(-1), 0);
+  EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(server().processIdentifier()), 0);
+  EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(0), 0);
+  EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(-1), 0);
   EXPECT_TRUE(program->program().isRunning());
 }
 

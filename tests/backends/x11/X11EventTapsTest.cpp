@@ -17,8 +17,8 @@ protected:
     X11Test::SetUp();
     m_connection = connect();
     ASSERT_TRUE(m_connection);
-    m_pointer = std::make_unique<RawPointer>(*m_connection);
-    m_taps = std::make_unique<X11EventTaps>(*m_pointer);
+    m_pointer = std::make_unique<x11::RawPointer>(*m_connection);
+    m_taps = std::make_unique<x11::X11EventTaps>(*m_pointer);
     m_counting = m_connection->observeEvents([this](const xcb_generic_event_t&) { ++m_events; });
     m_up = m_taps->makeMouseUpTap([this] { ++m_releases; });
     m_moved = m_taps->makeMouseMovedTap([this] {
@@ -49,9 +49,9 @@ protected:
     m_taps->drain();
   }
 
-  std::unique_ptr<Connection> m_connection;
-  std::unique_ptr<RawPointer> m_pointer;
-  std::unique_ptr<X11EventTaps> m_taps;
+  std::unique_ptr<x11::Connection> m_connection;
+  std::unique_ptr<x11::RawPointer> m_pointer;
+  std::unique_ptr<x11::X11EventTaps> m_taps;
   std::unique_ptr<EventTap> m_up, m_moved;
   Registration m_counting;
   int m_events = 0, m_releases = 0, m_movements = 0, m_steps = 0;
@@ -114,8 +114,8 @@ TEST_F(X11EventTapsTest, ALeftHandersPrimaryButtonIsTheOtherOne) {
   setEnabled(*m_up, true);
   const std::uint8_t leftHanded[] = {3, 2, 1, 4, 5, 6, 7, 8, 9, 10};
   const auto set = [&](const std::uint8_t* mapping) {
-    return ownReply(xcb_set_pointer_mapping_reply(
-                        driver().xcb(), xcb_set_pointer_mapping(driver().xcb(), 10, mapping), nullptr))
+    return x11::ownReply(xcb_set_pointer_mapping_reply(
+                             driver().xcb(), xcb_set_pointer_mapping(driver().xcb(), 10, mapping), nullptr))
         ->status;
   };
   ASSERT_EQ(set(leftHanded), XCB_MAPPING_STATUS_SUCCESS);
@@ -302,8 +302,8 @@ TEST_F(X11EventTapsTest, ATapThatIsGoneListensNoMore) {
 TEST_F(X11EventTapsTest, ListeningIsAllowedAndAnUnreadableTouchpadIsNotTrusted) {
   EXPECT_TRUE(m_taps->isTrusted());
   EXPECT_FALSE(m_taps->unreadableTouchpad());
-  X11EventTaps unreadable(*m_pointer,
-                          {.makeTap = {}, .unreadableTouchpad = [] { return std::optional("Pad: locked"); }});
+  x11::X11EventTaps unreadable(
+      *m_pointer, {.makeTap = {}, .unreadableTouchpad = [] { return std::optional("Pad: locked"); }});
   EXPECT_FALSE(unreadable.isTrusted());
   EXPECT_EQ(unreadable.unreadableTouchpad(), "Pad: locked");
   EXPECT_TRUE(hasLogged("Pad: locked"));
@@ -319,13 +319,13 @@ TEST_F(X11EventTapsTest, WithoutASourceOfTouchesTheTapSaysSoWhenItIsEnabled) {
 
 TEST_F(X11EventTapsTest, TouchesComeFromTheGivenSource) {
   TouchHandlers given;
-  X11EventTaps taps(*m_pointer, {.makeTap =
-                                     [&](TouchHandlers handlers) {
-                                       given = std::move(handlers);
-                                       return m_pointer ? X11EventTaps(*m_pointer).makeMouseUpTap({})
-                                                        : nullptr;
-                                     },
-                                 .unreadableTouchpad = {}});
+  x11::X11EventTaps taps(*m_pointer,
+                         {.makeTap =
+                              [&](TouchHandlers handlers) {
+                                given = std::move(handlers);
+                                return m_pointer ? x11::X11EventTaps(*m_pointer).makeMouseUpTap({}) : nullptr;
+                              },
+                          .unreadableTouchpad = {}});
   int magnified = 0;
   const auto tap = taps.makeTouchTap({.touchesChanged = {}, .magnified = [&] { ++magnified; }});
   ASSERT_TRUE(tap);

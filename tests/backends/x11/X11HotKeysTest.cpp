@@ -22,8 +22,8 @@ protected:
     X11Test::SetUp();
     m_connection = connect();
     ASSERT_TRUE(m_connection);
-    m_grabs = std::make_unique<PassiveKeyGrabs>(*m_connection);
-    m_hotKeys = std::make_unique<X11HotKeys>(*m_grabs);
+    m_grabs = std::make_unique<x11::PassiveKeyGrabs>(*m_connection);
+    m_hotKeys = std::make_unique<x11::X11HotKeys>(*m_grabs);
     m_handler =
         m_hotKeys->installHandler([this](HotKeyIdentity identity) { m_pressed.push_back(identity.number); });
   }
@@ -47,9 +47,9 @@ protected:
   }
   using Numbers = std::vector<std::uint32_t>;
 
-  std::unique_ptr<Connection> m_connection;
-  std::unique_ptr<PassiveKeyGrabs> m_grabs;
-  std::unique_ptr<X11HotKeys> m_hotKeys;
+  std::unique_ptr<x11::Connection> m_connection;
+  std::unique_ptr<x11::PassiveKeyGrabs> m_grabs;
+  std::unique_ptr<x11::X11HotKeys> m_hotKeys;
   Registration m_handler;
   Numbers m_pressed;
 };
@@ -217,7 +217,7 @@ TEST_F(X11HotKeysTest, GrabsFollowAModifierThatMovesToAnotherBit) {
   const std::uint8_t superLeft = 133, numLock = 77, altLeft = 64, shiftLeft = 50, capsLock = 66,
                      controlLeft = 37;
   const std::uint8_t keys[8] = {shiftLeft, capsLock, controlLeft, altLeft, 0, superLeft, numLock, 0};
-  const auto reply = ownReply(xcb_set_modifier_mapping_reply(
+  const auto reply = x11::ownReply(xcb_set_modifier_mapping_reply(
       driver().xcb(), xcb_set_modifier_mapping(driver().xcb(), 1, keys), nullptr));
   ASSERT_TRUE(reply && reply->status == XCB_MAPPING_STATUS_SUCCESS);
 
@@ -234,8 +234,8 @@ TEST_F(X11HotKeysTest, AGrabThatCannotFollowIsLoggedAndComesBack) {
   const auto setSuper = [&](std::size_t modifier) {
     std::uint8_t keys[8] = {50, 66, 37, 64, 77, 0, 0, 0};
     keys[modifier] = 133;
-    ownReply(xcb_set_modifier_mapping_reply(driver().xcb(), xcb_set_modifier_mapping(driver().xcb(), 1, keys),
-                                            nullptr));
+    x11::ownReply(xcb_set_modifier_mapping_reply(driver().xcb(),
+                                                 xcb_set_modifier_mapping(driver().xcb(), 1, keys), nullptr));
   };
   setSuper(5);
   settle();

@@ -59,9 +59,9 @@ private:
     m_connection->drain();
   }
   OwnServer m_server;
-  std::unique_ptr<Connection> m_connection = m_server.connect();
-  PassiveKeyGrabs m_grabs{*m_connection};
-  X11HotKeys m_hotKeys{m_grabs};
+  std::unique_ptr<x11::Connection> m_connection = m_server.connect();
+  x11::PassiveKeyGrabs m_grabs{*m_connection};
+  x11::X11HotKeys m_hotKeys{m_grabs};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(X11HotKeysContract, HotKeysContract, X11HotKeysSubject);
@@ -99,9 +99,9 @@ private:
     m_taps.drain();
   }
   OwnServer m_server;
-  std::unique_ptr<Connection> m_connection = m_server.connect();
-  RawPointer m_pointer{*m_connection};
-  X11EventTaps m_taps{m_pointer};
+  std::unique_ptr<x11::Connection> m_connection = m_server.connect();
+  x11::RawPointer m_pointer{*m_connection};
+  x11::X11EventTaps m_taps{m_pointer};
   int m_x = 100;
 };
 
@@ -116,8 +116,8 @@ public:
 
 private:
   OwnServer m_server;
-  std::unique_ptr<Connection> m_connection = m_server.connect();
-  X11KeyboardLayout m_layout{*m_connection};
+  std::unique_ptr<x11::Connection> m_connection = m_server.connect();
+  x11::X11KeyboardLayout m_layout{*m_connection};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(X11KeyboardLayoutContract, KeyboardLayoutContract, X11KeyboardLayoutSubject);

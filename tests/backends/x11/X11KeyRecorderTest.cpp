@@ -20,7 +20,7 @@ constexpr std::uint64_t kRightOption = 61;
 constexpr std::uint32_t kOptionBit = 2048;
 constexpr std::uint32_t kControlBit = 4096;
 
-class FakeFocusedWindow : public FocusedWindow {
+class FakeFocusedWindow : public x11::FocusedWindow {
 public:
   xcb_window_t current() const override { return window; }
   Registration observeLoss(std::function<void()> block) override {
@@ -65,8 +65,8 @@ protected:
     X11Test::SetUp();
     m_connection = connect();
     ASSERT_TRUE(m_connection);
-    m_grabs = std::make_unique<PassiveKeyGrabs>(*m_connection);
-    m_recorder = std::make_unique<X11KeyRecorder>(*m_connection, m_focus);
+    m_grabs = std::make_unique<x11::PassiveKeyGrabs>(*m_connection);
+    m_recorder = std::make_unique<x11::X11KeyRecorder>(*m_connection, m_focus);
     // Its window stands for the one that holds the recorder.
     m_window = otherClient({"--window"});
     focus(m_window->window());
@@ -110,10 +110,10 @@ protected:
     return waitUntil([&] { return windowGot("key 67"); });
   }
 
-  std::unique_ptr<Connection> m_connection;
-  std::unique_ptr<PassiveKeyGrabs> m_grabs;
+  std::unique_ptr<x11::Connection> m_connection;
+  std::unique_ptr<x11::PassiveKeyGrabs> m_grabs;
   FakeFocusedWindow m_focus;
-  std::unique_ptr<X11KeyRecorder> m_recorder;
+  std::unique_ptr<x11::X11KeyRecorder> m_recorder;
   std::unique_ptr<OtherClient> m_window;
   Registration m_recording;
   Told m_told;

@@ -15,7 +15,7 @@ protected:
     run({"setxkbmap", "us"});
     m_connection = connect();
     ASSERT_TRUE(m_connection);
-    m_layout = std::make_unique<X11KeyboardLayout>(*m_connection);
+    m_layout = std::make_unique<x11::X11KeyboardLayout>(*m_connection);
   }
   void TearDown() override {
     m_layout.reset();
@@ -26,8 +26,8 @@ protected:
     return m_layout->textForKeyCode(virtualKeyCode).value_or("nothing");
   }
 
-  std::unique_ptr<Connection> m_connection;
-  std::unique_ptr<X11KeyboardLayout> m_layout;
+  std::unique_ptr<x11::Connection> m_connection;
+  std::unique_ptr<x11::X11KeyboardLayout> m_layout;
 };
 
 TEST_F(X11KeyboardLayoutTest, AKeyYieldsWhatItTypesWithoutModifiers) {

@@ -275,8 +275,8 @@ TEST_P(X11TopLevelWindowsTest, StartupIdentifiersDifferAndCarryTheServersTime) {
   const std::size_t time = one.find("_TIME");
   ASSERT_NE(time, std::string::npos);
   const auto stamp = static_cast<xcb_timestamp_t>(std::stoul(one.substr(time + 5)));
-  EXPECT_FALSE(Connection::isLaterTime(before, stamp));
-  EXPECT_FALSE(Connection::isLaterTime(stamp, connection().serverTime()));
+  EXPECT_FALSE(x11::Connection::isLaterTime(before, stamp));
+  EXPECT_FALSE(x11::Connection::isLaterTime(stamp, connection().serverTime()));
 }
 
 class WindowManagerRestartTest : public WindowsTest {};

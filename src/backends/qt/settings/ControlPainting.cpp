@@ -3,7 +3,7 @@
 #include <QPainter>
 #include <QWidget>
 
-namespace orbel {
+namespace orbel::qt {
 
 QRectF ControlPainting::body(const QWidget& widget) {
   return QRectF(widget.rect()).adjusted(kMargin, kMargin, -kMargin, -kMargin);
@@ -34,4 +34,4 @@ QColor ControlPainting::fieldColor(const QWidget& widget, bool pressed) {
   return widget.palette().color(widget.underMouse() ? QPalette::Midlight : QPalette::Button);
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -9,7 +9,7 @@
 class QPainter;
 class QWidget;
 
-namespace orbel {
+namespace orbel::qt {
 
 class ControlPainting {
 public:
@@ -29,4 +29,4 @@ public:
   static QColor fieldColor(const QWidget& widget, bool pressed);
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,6 +1,6 @@
 #include "backends/qt/settings/DesktopColorScheme.h"
 
-#include "backends/qt/DisplayServer.h"
+#include "backends/qt/windows/DisplayServer.h"
 
 #include <QEvent>
 #include <QGuiApplication>
@@ -11,9 +11,9 @@
 #include <string>
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
-DesktopColorScheme::DesktopColorScheme(DisplayServer* display, std::function<void()> mayHaveChanged)
+DesktopColorScheme::DesktopColorScheme(const DisplayServer& display, std::function<void()> mayHaveChanged)
     : m_display(display), m_mayHaveChanged(std::move(mayHaveChanged)),
       m_portal([this] { m_mayHaveChanged(); }) {
   qGuiApp->installEventFilter(this);
@@ -38,8 +38,7 @@ ColorScheme DesktopColorScheme::ofThemeNamed(std::string_view name) {
 }
 
 std::optional<ColorScheme> DesktopColorScheme::ofTheme() const {
-  if (!m_display) return std::nullopt;
-  const auto name = m_display->settings().text("Net/ThemeName");
+  const auto name = m_display.textSetting("Net/ThemeName");
   return name ? std::optional(ofThemeNamed(*name)) : std::nullopt;
 }
 
@@ -48,4 +47,4 @@ bool DesktopColorScheme::eventFilter(QObject* watched, QEvent* event) {
   return false;
 }
 
-} // namespace orbel
+} // namespace orbel::qt

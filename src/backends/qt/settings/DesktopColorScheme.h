@@ -2,7 +2,7 @@
 // that the desktop hands to all programs, else the colours that the toolkit was given. Main thread only.
 #pragma once
 
-#include "backends/qt/settings/PortalSettings.h"
+#include "backends/qt/session/PortalSettings.h"
 #include "platform/ManagedWindow.h"
 
 #include <QObject>
@@ -11,15 +11,15 @@
 #include <optional>
 #include <string_view>
 
-namespace orbel {
+namespace orbel::qt {
 
 class DisplayServer;
 
 class DesktopColorScheme : public QObject {
 public:
-  // The display is null where there is no X server; it outlives the object. The block is called when the
+  // The display outlives the object. The block is called when the
   // desktop says that something about its look has changed.
-  DesktopColorScheme(DisplayServer* display, std::function<void()> mayHaveChanged);
+  DesktopColorScheme(const DisplayServer& display, std::function<void()> mayHaveChanged);
   ~DesktopColorScheme() override;
 
   // Asked of the desktop now.
@@ -34,9 +34,9 @@ protected:
 private:
   std::optional<ColorScheme> ofTheme() const;
 
-  DisplayServer* m_display;
+  const DisplayServer& m_display;
   std::function<void()> m_mayHaveChanged;
   PortalSettings m_portal;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

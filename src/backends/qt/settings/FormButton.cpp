@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr int kFieldInset = 14; // beside the words
@@ -66,4 +66,4 @@ void FormButton::paintEvent(QPaintEvent*) {
   if (hasFocus()) ControlPainting::drawRing(painter, body, radius, palette());
 }
 
-} // namespace orbel
+} // namespace orbel::qt

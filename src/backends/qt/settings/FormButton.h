@@ -4,7 +4,7 @@
 
 #include <QPushButton>
 
-namespace orbel {
+namespace orbel::qt {
 
 class FormButton : public QPushButton {
 public:
@@ -21,4 +21,4 @@ private:
   Shape m_shape;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -5,7 +5,7 @@
 
 #include <algorithm>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr int kHorizontalPadding = 14;
@@ -70,4 +70,4 @@ void FormCard::paintEvent(QPaintEvent*) {
   painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), kRadius, kRadius);
 }
 
-} // namespace orbel
+} // namespace orbel::qt

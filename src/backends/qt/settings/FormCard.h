@@ -8,7 +8,7 @@
 
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 
 class FormCard : public QWidget {
 public:
@@ -32,4 +32,4 @@ private:
   std::vector<QLabel*> m_labels;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

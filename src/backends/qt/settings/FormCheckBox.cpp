@@ -8,7 +8,7 @@
 
 #include <algorithm>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr int kBoxSide = 16;
@@ -59,4 +59,4 @@ void FormCheckBox::paintEvent(QPaintEvent*) {
   if (hasFocus()) ControlPainting::drawRing(painter, box, kBoxRadius, palette());
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -3,7 +3,7 @@
 
 #include <QCheckBox>
 
-namespace orbel {
+namespace orbel::qt {
 
 class FormCheckBox : public QCheckBox {
 public:
@@ -16,4 +16,4 @@ protected:
   void paintEvent(QPaintEvent* event) override;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -10,7 +10,7 @@
 
 #include <algorithm>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr int kTextInset = 10;
@@ -123,4 +123,4 @@ void FormPopUpButton::styleList() {
           .arg(m_translucentList ? kListRadius : 0));
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -7,7 +7,7 @@
 
 #include <cstdint>
 
-namespace orbel {
+namespace orbel::qt {
 
 class FormPopUpButton : public QComboBox {
 public:
@@ -34,4 +34,4 @@ private:
   bool m_translucentList = false;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,8 +1,8 @@
 #include "backends/qt/settings/FrostedWindow.h"
 
-#include "backends/qt/DisplayServer.h"
-#include "backends/qt/ScreenSpace.h"
 #include "backends/qt/settings/SettingsPalette.h"
+#include "backends/qt/windows/DisplayServer.h"
+#include "backends/qt/windows/ScreenSpace.h"
 
 #include <QImage>
 #include <QMouseEvent>
@@ -13,7 +13,7 @@
 #include <cmath>
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 // Of the glass over a live blur, where what is behind moves, and over a screen that is as sharp as ever.
@@ -22,8 +22,8 @@ constexpr int kAlphaOverSharp = 246;
 // Around the glass, without which light glass would melt into a light window.
 const QColor kHairline(0, 0, 0, 64);
 
-std::vector<DeviceRect> deviceRows(const QRegion& region, double ratio) {
-  std::vector<DeviceRect> rows;
+std::vector<common::DeviceRect> deviceRows(const QRegion& region, double ratio) {
+  std::vector<common::DeviceRect> rows;
   for (const QRect& rect : region) {
     const int left = static_cast<int>(std::lround(rect.x() * ratio));
     const int top = static_cast<int>(std::lround(rect.y() * ratio));
@@ -35,11 +35,11 @@ std::vector<DeviceRect> deviceRows(const QRegion& region, double ratio) {
 }
 } // namespace
 
-FrostedWindow::FrostedWindow(DisplayServer* display)
+FrostedWindow::FrostedWindow(DisplayServer& display)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint), m_display(display) {
-  if (isGlassPossible()) {
+  if (display.offersScreenPictures()) {
     setAttribute(Qt::WA_TranslucentBackground);
-    m_frost.emplace(*display);
+    m_frost.emplace(display);
   }
   setAttribute(Qt::WA_QuitOnClose, false);
   setPalette(SettingsPalette::of(m_colorScheme));
@@ -66,12 +66,8 @@ void FrostedWindow::repaintBackground() {
   update();
 }
 
-bool FrostedWindow::isCompositing() const {
-  return m_display && m_display->isCompositing();
-}
-
-bool FrostedWindow::isBlurredLive() const {
-  return isCompositing() && m_display->blur().isOffered();
+bool FrostedWindow::isOpaque() const {
+  return !isGlassPossible() || !m_display.isCompositing();
 }
 
 QPainterPath FrostedWindow::outline() const {
@@ -92,7 +88,7 @@ void FrostedWindow::drawBackground() {
   {
     QPainter painter(&image);
     painter.setRenderHint(QPainter::Antialiasing);
-    if (!isCompositing()) painter.fillRect(rect(), palette().color(QPalette::Window));
+    if (isOpaque()) painter.fillRect(rect(), palette().color(QPalette::Window));
     if (m_glass) paintGlass(painter);
     if (m_glass) painter.strokePath(outline(), QPen(kHairline, m_glass->inset));
   }
@@ -127,7 +123,7 @@ void FrostedWindow::paintGlass(QPainter& painter) const {
     painter.drawImage(0, 0, frost);
   } else {
     QColor glass = palette().color(QPalette::Window);
-    if (isCompositing()) glass.setAlpha(isBlurredLive() ? kAlphaOverBlur : kAlphaOverSharp);
+    if (!isOpaque()) glass.setAlpha(m_display.offersLiveBlur() ? kAlphaOverBlur : kAlphaOverSharp);
     painter.fillPath(shape, glass);
   }
   painter.restore();
@@ -135,17 +131,16 @@ void FrostedWindow::paintGlass(QPainter& painter) const {
 
 // Without a compositor nothing can be translucent, and the corners are cut off instead.
 void FrostedWindow::shapeWindow() {
-  if (!m_display || !m_glass) return;
+  if (!m_glass) return;
   const QRegion region(outline().toFillPolygon().toPolygon());
-  const auto window = static_cast<xcb_window_t>(winId());
   const auto rows = deviceRows(region, devicePixelRatioF());
-  if (!isCompositing()) {
-    m_display->shape().setBounding(window, rows);
+  if (!m_display.isCompositing()) {
+    m_display.setOutline(winId(), rows);
   } else {
-    m_display->shape().clearBounding(window);
+    m_display.setOutline(winId(), std::nullopt);
   }
-  m_display->blur().set(window, rows);
-  m_display->flush();
+  m_display.setBlur(winId(), rows);
+  m_display.flush();
 }
 
 void FrostedWindow::paintEvent(QPaintEvent* event) {
@@ -169,8 +164,8 @@ void FrostedWindow::resizeEvent(QResizeEvent*) {
 
 void FrostedWindow::showEvent(QShowEvent* event) {
   if (!event->spontaneous()) {
-    if (m_display) m_display->disableShadow(winId());
-    if (m_frost && !isBlurredLive()) m_frost->take(devicePixelRatioF());
+    m_display.disableShadow(winId());
+    if (m_frost && !m_display.offersLiveBlur()) m_frost->take(devicePixelRatioF());
     shapeWindow();
     repaintBackground();
   }
@@ -203,4 +198,4 @@ MouseEvent FrostedWindow::mouseEvent(const QMouseEvent& event) const {
   return {{event.position().x(), height() - event.position().y()}};
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -3,7 +3,7 @@
 // Points, y down, as everywhere in the toolkit. Owned by QtManagedWindow; the form puts its controls on it.
 #pragma once
 
-#include "backends/qt/QtCanvas.h"
+#include "backends/qt/canvas/QtCanvas.h"
 #include "backends/qt/settings/ScreenFrost.h"
 #include "platform/ManagedWindow.h"
 
@@ -14,18 +14,18 @@
 #include <functional>
 #include <optional>
 
-namespace orbel {
+namespace orbel::qt {
 
 class DisplayServer;
 
 class FrostedWindow : public QWidget {
 public:
-  // The display is null where there is no X server; it outlives the window.
-  explicit FrostedWindow(DisplayServer* display);
+  // The display outlives the window.
+  explicit FrostedWindow(DisplayServer& display);
   ~FrostedWindow() override;
 
   void setDelegate(ManagedWindowDelegate* delegate) { m_delegate = delegate; }
-  bool isGlassPossible() const { return m_display != nullptr; }
+  bool isGlassPossible() const { return m_frost.has_value(); }
   // Both in points.
   void setGlass(BackdropMaterial material, double inset, double cornerRadius);
   void setColorScheme(ColorScheme scheme);
@@ -51,18 +51,18 @@ private:
     double inset;
     double cornerRadius;
   };
-  bool isCompositing() const;
-  bool isBlurredLive() const;
+  // Nothing shines through, whatever is painted.
+  bool isOpaque() const;
   QPainterPath outline() const;
   void paintGlass(QPainter& painter) const;
   void drawBackground();
   void shapeWindow();
   MouseEvent mouseEvent(const QMouseEvent& event) const;
 
-  DisplayServer* m_display;
+  DisplayServer& m_display;
   ManagedWindowDelegate* m_delegate = nullptr;
   std::optional<Glass> m_glass;
-  std::optional<ScreenFrost> m_frost; // none without an X server; taken while the window is shown
+  std::optional<ScreenFrost> m_frost; // none where the screen cannot be seen; taken while the window is shown
   ColorScheme m_colorScheme = ColorScheme::light;
   QPixmap m_background; // null while it must be drawn
   QtCanvas::Scratch m_scratch;
@@ -70,4 +70,4 @@ private:
   std::function<void()> m_didHide;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

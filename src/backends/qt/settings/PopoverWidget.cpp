@@ -1,6 +1,6 @@
 #include "backends/qt/settings/PopoverWidget.h"
 
-#include "backends/qt/DisplayServer.h"
+#include "backends/qt/windows/DisplayServer.h"
 
 #include <QGridLayout>
 #include <QKeyEvent>
@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr int kArrowLength = 8;
@@ -21,7 +21,7 @@ constexpr double kRadius = 10;
 constexpr int kScreenGap = 6;
 } // namespace
 
-PopoverWidget::PopoverWidget(DisplayServer* display, RunLoop& runLoop, QWidget* parent)
+PopoverWidget::PopoverWidget(const DisplayServer& display, RunLoop& runLoop, QWidget* parent)
     : QWidget(parent, Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint), m_display(display),
       m_runLoop(runLoop) {
   setAttribute(Qt::WA_TranslucentBackground);
@@ -62,7 +62,7 @@ void PopoverWidget::showBeside(const QWidget& control) {
   m_arrowY = std::clamp(anchor.center().y() + 0.5 - y, kRadius + kArrowHeight / 2.0, furthest);
   move(x, y);
   // Without a compositor what is clear would be black.
-  if (m_display && !m_display->isCompositing()) {
+  if (!m_display.isCompositing()) {
     setMask(QRegion(outline().toFillPolygon().toPolygon()));
   } else {
     clearMask();
@@ -105,7 +105,7 @@ QPainterPath PopoverWidget::outline() const {
 void PopoverWidget::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   // Where nothing can be clear, the edge must not mix with the black beneath.
-  if (m_display && !m_display->isCompositing()) painter.fillRect(rect(), palette().base());
+  if (!m_display.isCompositing()) painter.fillRect(rect(), palette().base());
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setPen(QPen(palette().color(QPalette::Mid), 1));
   painter.setBrush(palette().base());
@@ -135,4 +135,4 @@ void PopoverWidget::keyPressEvent(QKeyEvent* event) {
     m_hosts[static_cast<std::size_t>(target)]->setFocus(Qt::TabFocusReason);
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -10,14 +10,14 @@
 #include <functional>
 #include <vector>
 
-namespace orbel {
+namespace orbel::qt {
 
 class DisplayServer;
 
 class PopoverWidget : public QWidget {
 public:
-  // The display is null where there is no X server; it outlives the window.
-  PopoverWidget(DisplayServer* display, RunLoop& runLoop, QWidget* parent);
+  // The display outlives the window.
+  PopoverWidget(const DisplayServer& display, RunLoop& runLoop, QWidget* parent);
 
   void setContent(std::vector<HostedView> views, int columns);
   // At the right of the control, or at its left where the screen ends too early.
@@ -34,7 +34,7 @@ private:
   QRectF body() const;
   QPainterPath outline() const;
 
-  DisplayServer* m_display;
+  const DisplayServer& m_display;
   RunLoop& m_runLoop;
   std::vector<ViewHost*> m_hosts;
   int m_columns = 1;
@@ -43,4 +43,4 @@ private:
   std::function<void()> m_didHide;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

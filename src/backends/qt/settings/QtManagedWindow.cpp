@@ -1,6 +1,6 @@
 #include "backends/qt/settings/QtManagedWindow.h"
 
-#include "backends/qt/ScreenSpace.h"
+#include "backends/qt/windows/ScreenSpace.h"
 
 #include <QCursor>
 #include <QGuiApplication>
@@ -8,9 +8,9 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
-QtManagedWindow::QtManagedWindow(DisplayServer* display, std::function<void(WId)> activate)
+QtManagedWindow::QtManagedWindow(DisplayServer& display, std::function<void(WId)> activate)
     : m_activate(std::move(activate)), m_widget(display),
       m_colorScheme(display, [this] { m_widget.setColorScheme(m_colorScheme.current()); }) {
   m_widget.setColorScheme(m_colorScheme.current());
@@ -46,4 +46,4 @@ void QtManagedWindow::makeKeyAndOrderFront() {
   if (m_activate) m_activate(m_widget.winId());
 }
 
-} // namespace orbel
+} // namespace orbel::qt

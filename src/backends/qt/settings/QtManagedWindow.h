@@ -10,13 +10,13 @@
 
 #include <functional>
 
-namespace orbel {
+namespace orbel::qt {
 
 class QtManagedWindow : public ManagedWindow {
 public:
   // The block gives a window the keyboard as the user's own act, whatever the window manager thinks of it;
   // it may be empty.
-  QtManagedWindow(DisplayServer* display, std::function<void(WId)> activate);
+  QtManagedWindow(DisplayServer& display, std::function<void(WId)> activate);
   ~QtManagedWindow() override;
 
   FrostedWindow& widget() { return m_widget; }
@@ -42,4 +42,4 @@ private:
   DesktopColorScheme m_colorScheme;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -2,9 +2,9 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
-QtPopover::QtPopover(DisplayServer* display, RunLoop& runLoop, QWidget* parent, ControlFinder control,
+QtPopover::QtPopover(const DisplayServer& display, RunLoop& runLoop, QWidget* parent, ControlFinder control,
                      std::function<void()> didClose)
     : m_widget(new PopoverWidget(display, runLoop, parent)), m_control(std::move(control)) {
   m_widget->setDidHide(std::move(didClose));
@@ -31,4 +31,4 @@ void QtPopover::close() {
   if (m_widget) m_widget->hide();
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -8,7 +8,7 @@
 
 #include <functional>
 
-namespace orbel {
+namespace orbel::qt {
 
 class QtPopover : public Popover {
 public:
@@ -16,7 +16,7 @@ public:
   using ControlFinder = std::function<QWidget*(SettingsControl)>;
 
   // The parent, which may go first, takes the window along.
-  QtPopover(DisplayServer* display, RunLoop& runLoop, QWidget* parent, ControlFinder control,
+  QtPopover(const DisplayServer& display, RunLoop& runLoop, QWidget* parent, ControlFinder control,
             std::function<void()> didClose);
   ~QtPopover() override;
 
@@ -30,4 +30,4 @@ private:
   ControlFinder m_control;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,8 +1,8 @@
 #include "backends/qt/settings/QtSettingsForm.h"
 
-#include "backends/qt/DisplayServer.h"
-#include "backends/qt/OwnResources.h"
+#include "backends/qt/resources/OwnResources.h"
 #include "backends/qt/settings/QtPopover.h"
+#include "backends/qt/windows/DisplayServer.h"
 
 #include <QHBoxLayout>
 #include <QIcon>
@@ -13,7 +13,7 @@
 #include <algorithm>
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr int kMargin = 18;
@@ -171,7 +171,7 @@ FormPopUpButton* QtSettingsForm::makePopUpButton(const std::vector<SettingsChoic
                                                  const QString& name, Tagged clicked) {
   auto* button = new FormPopUpButton(&widget());
   button->setAccessibleName(name);
-  button->setTranslucentList(m_environment.display && m_environment.display->isCompositing());
+  button->setTranslucentList(m_environment.display.isCompositing());
   for (const SettingsChoice& choice : choices)
     button->addEntry(QString::fromStdString(choice.title), choice.tag);
   QObject::connect(button, &QComboBox::activated, button,
@@ -243,4 +243,4 @@ std::unique_ptr<Popover> QtSettingsForm::makePopover(std::function<void()> didCl
       std::move(didClose));
 }
 
-} // namespace orbel
+} // namespace orbel::qt

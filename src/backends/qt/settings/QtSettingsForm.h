@@ -15,10 +15,10 @@
 
 class QVBoxLayout;
 
-namespace orbel {
+namespace orbel::qt {
 
 struct SettingsFormEnvironment {
-  DisplayServer* display; // null where there is no X server
+  DisplayServer& display;
   const TextServices& text;
   RunLoop& runLoop;
   // Gives a window the keyboard as the user's own act; may be empty.
@@ -79,4 +79,4 @@ private:
   ViewHost* m_shortcutView = nullptr;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

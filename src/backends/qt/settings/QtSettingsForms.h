@@ -8,7 +8,7 @@
 #include <memory>
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
 class QtSettingsForms : public SettingsForms {
 public:
@@ -22,4 +22,4 @@ private:
   SettingsFormEnvironment m_environment;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -1,16 +1,13 @@
 #include "backends/qt/settings/ScreenFrost.h"
 
-#include "backends/qt/CellPicture.h"
-#include "backends/qt/DisplayServer.h"
-#include "backends/x11/Connection.h"
-#include "backends/x11/RootSnapshot.h"
-#include "backends/x11/SharedPixels.h"
+#include "backends/qt/canvas/CellPicture.h"
+#include "backends/qt/windows/DisplayServer.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr int kReduction = 4;
@@ -25,14 +22,12 @@ const QColor kDarkTint(30, 31, 36, 200);
 
 void ScreenFrost::take(double scale) {
   release();
-  Connection& connection = m_display.connection();
-  const DeviceRect screen{0, 0, connection.screen().width_in_pixels, connection.screen().height_in_pixels};
-  // Not the menus', which would keep memory for a whole screen from then on.
-  SharedPixelsStore memory(connection);
-  RootSnapshot snapshot(connection, memory);
-  if (!snapshot.capture(screen)) return;
+  const common::DeviceRect screen = m_display.wholeScreen();
+  // A kept one would hold memory for a whole screen from then on.
+  const auto snapshot = m_display.makeScreenPicture(DisplayServer::PictureMemory::single);
+  if (!snapshot->capture(screen)) return;
   const int side = std::clamp(static_cast<int>(std::lround(kCellPoints * scale)), 1, 64);
-  CellPicture cells(snapshot.pixels(), screen.width, screen.height, side);
+  CellPicture cells(snapshot->pixels(), screen.width, screen.height, side);
   cells.blur(kBlurRadius);
   cells.tint(kSaturation, std::array<double, 3>{}, 0);
   const Bitmap whole = cells.enlarged();
@@ -42,7 +37,7 @@ void ScreenFrost::take(double scale) {
                               Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-void ScreenFrost::paint(QPainter& painter, const QRectF& target, const DeviceRect& place,
+void ScreenFrost::paint(QPainter& painter, const QRectF& target, const common::DeviceRect& place,
                         BackdropMaterial material) const {
   painter.save();
   painter.setRenderHint(QPainter::SmoothPixmapTransform);
@@ -54,4 +49,4 @@ void ScreenFrost::paint(QPainter& painter, const QRectF& target, const DeviceRec
   painter.restore();
 }
 
-} // namespace orbel
+} // namespace orbel::qt

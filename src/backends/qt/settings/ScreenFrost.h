@@ -3,13 +3,13 @@
 // pixels, y down.
 #pragma once
 
-#include "backends/x11/DeviceRect.h"
+#include "backends/common/DeviceRect.h"
 #include "platform/Surface.h"
 
 #include <QImage>
 #include <QPainter>
 
-namespace orbel {
+namespace orbel::qt {
 
 class DisplayServer;
 
@@ -24,7 +24,7 @@ public:
   bool isEmpty() const { return m_picture.isNull(); }
   // The part of the screen at that place, under the material's tint, fills the target, which is given in the
   // painter's coordinates.
-  void paint(QPainter& painter, const QRectF& target, const DeviceRect& place,
+  void paint(QPainter& painter, const QRectF& target, const common::DeviceRect& place,
              BackdropMaterial material) const;
 
 private:
@@ -32,4 +32,4 @@ private:
   QImage m_picture; // kReduction times smaller than the screen
 };
 
-} // namespace orbel
+} // namespace orbel::qt

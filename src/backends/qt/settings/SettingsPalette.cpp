@@ -1,6 +1,6 @@
 #include "backends/qt/settings/SettingsPalette.h"
 
-namespace orbel {
+namespace orbel::qt {
 
 QPalette SettingsPalette::of(ColorScheme scheme) {
   const bool dark = scheme == ColorScheme::dark;
@@ -27,4 +27,4 @@ QPalette SettingsPalette::of(ColorScheme scheme) {
   return palette;
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -6,7 +6,7 @@
 
 #include <QPalette>
 
-namespace orbel {
+namespace orbel::qt {
 
 class SettingsPalette {
 public:
@@ -17,4 +17,4 @@ public:
   static QPalette of(ColorScheme scheme);
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -16,7 +16,7 @@
 #include <cmath>
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr double kRingWidth = 2;
@@ -142,4 +142,4 @@ std::optional<Point> ViewHost::pointerLocationInWindow() const {
   return viewPoint(mapFromGlobal(QCursor::pos()));
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -3,7 +3,7 @@
 // programs. As large as the view, and a margin for the ring.
 #pragma once
 
-#include "backends/qt/QtCanvas.h"
+#include "backends/qt/canvas/QtCanvas.h"
 #include "foundation/RunLoop.h"
 #include "platform/HostedView.h"
 #include "scene/ViewTree.h"
@@ -14,7 +14,7 @@
 
 #include <optional>
 
-namespace orbel {
+namespace orbel::qt {
 
 class ViewHost : public QWidget, private ViewTreeHost {
 public:
@@ -60,4 +60,4 @@ private:
   QtCanvas::Scratch m_scratch;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -2,7 +2,7 @@
 
 #include "backends/qt/settings/ViewHost.h"
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 QAccessibleInterface* makeInterface(const QString&, QObject* object) {
@@ -44,4 +44,4 @@ void ViewHostAccessible::doAction(const QString& name) {
   }
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -6,7 +6,7 @@
 #include <QString>
 #include <QStringList>
 
-namespace orbel {
+namespace orbel::qt {
 
 class ViewHost;
 
@@ -25,4 +25,4 @@ private:
   ViewHost& m_host;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

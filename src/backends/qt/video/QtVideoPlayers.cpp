@@ -1,6 +1,6 @@
 #include "backends/qt/video/QtVideoPlayers.h"
 
-#include "backends/qt/OwnResources.h"
+#include "backends/qt/resources/OwnResources.h"
 #include "backends/qt/video/VideoProcess.h"
 #include "foundation/Log.h"
 
@@ -12,7 +12,7 @@
 #include <cstring>
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
 namespace {
 constexpr const char* kProgram = "orbelmenu-video";
@@ -57,4 +57,4 @@ std::unique_ptr<VideoPlayer> QtVideoPlayers::load(const std::string& resource, c
   return std::make_unique<VideoProcess>(m_program, video, std::move(handlers));
 }
 
-} // namespace orbel
+} // namespace orbel::qt

@@ -9,7 +9,7 @@
 
 #include <memory>
 
-namespace orbel {
+namespace orbel::qt {
 
 class QtVideoPlayers : public VideoPlayers {
 public:
@@ -27,4 +27,4 @@ private:
   QString m_program;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

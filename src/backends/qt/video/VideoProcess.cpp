@@ -6,7 +6,7 @@
 
 #include <utility>
 
-namespace orbel {
+namespace orbel::qt {
 
 VideoProcess::VideoProcess(const QString& program, std::string video, VideoPlayerHandlers handlers)
     : m_video(std::move(video)), m_handlers(std::move(handlers)) {
@@ -63,4 +63,4 @@ void VideoProcess::report(const std::string& cause) {
   Log::warning("the video " + m_video + " is shown as a still picture: " + cause);
 }
 
-} // namespace orbel
+} // namespace orbel::qt

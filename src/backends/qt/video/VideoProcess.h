@@ -2,7 +2,7 @@
 #pragma once
 
 #include "platform/VideoPlayer.h"
-#include "video/protocol/VideoMessage.h"
+#include "protocols/video/VideoMessage.h"
 
 #include <QProcess>
 #include <QString>
@@ -10,7 +10,7 @@
 #include <memory>
 #include <string>
 
-namespace orbel {
+namespace orbel::qt {
 
 class VideoProcess : public VideoPlayer {
 public:
@@ -39,4 +39,4 @@ private:
   bool m_isReported = false;
 };
 
-} // namespace orbel
+} // namespace orbel::qt

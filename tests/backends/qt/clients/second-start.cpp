@@ -1,5 +1,5 @@
 // A start of the program as far as the session bus is concerned: says which role it got and ends.
-#include "backends/qt/SingleInstance.h"
+#include "backends/qt/session/SingleInstance.h"
 
 #include <QCoreApplication>
 
@@ -7,15 +7,15 @@
 
 int main(int argc, char** argv) {
   const QCoreApplication application(argc, argv);
-  orbel::SingleInstance instance({});
+  orbel::qt::SingleInstance instance({});
   switch (instance.start()) {
-  case orbel::SingleInstance::Role::first:
+  case orbel::qt::SingleInstance::Role::first:
     std::puts("first");
     break;
-  case orbel::SingleInstance::Role::second:
+  case orbel::qt::SingleInstance::Role::second:
     std::puts("second");
     break;
-  case orbel::SingleInstance::Role::alone:
+  case orbel::qt::SingleInstance::Role::alone:
     std::puts("alone");
     break;
   }

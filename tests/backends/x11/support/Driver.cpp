@@ -29,7 +29,7 @@ void Driver::fake(std::uint8_t type, std::uint8_t detail, std::int16_t x, std::i
 }
 
 void Driver::sync() {
-  ownReply(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+  x11::ownReply(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
 }
 
 void Driver::pressKey(std::uint16_t evdevCode) {
@@ -74,19 +74,19 @@ void Driver::clickAt(int x, int y) {
 bool Driver::grabKey(std::uint16_t evdevCode, std::uint16_t modifierMask) {
   const auto cookie = xcb_grab_key_checked(m_connection, 0, root(), modifierMask, keyCode(evdevCode),
                                            XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC);
-  return !ownReply(xcb_request_check(m_connection, cookie));
+  return !x11::ownReply(xcb_request_check(m_connection, cookie));
 }
 
 bool Driver::grabKeyByExtension(std::uint16_t evdevCode, std::uint16_t modifierMask) {
-  ownReply(xcb_input_xi_query_version_reply(m_connection, xcb_input_xi_query_version(m_connection, 2, 2),
-                                            nullptr));
+  x11::ownReply(xcb_input_xi_query_version_reply(m_connection, xcb_input_xi_query_version(m_connection, 2, 2),
+                                                 nullptr));
   const std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
   const std::uint32_t modifiers = modifierMask;
   const auto cookie = xcb_input_xi_passive_grab_device(
       m_connection, XCB_CURRENT_TIME, root(), XCB_NONE, keyCode(evdevCode), XCB_INPUT_DEVICE_ALL_MASTER, 1, 1,
       XCB_INPUT_GRAB_TYPE_KEYCODE, XCB_INPUT_GRAB_MODE_22_ASYNC, XCB_INPUT_GRAB_MODE_22_ASYNC,
       XCB_INPUT_GRAB_OWNER_NO_OWNER, &events, &modifiers);
-  const auto reply = ownReply(xcb_input_xi_passive_grab_device_reply(m_connection, cookie, nullptr));
+  const auto reply = x11::ownReply(xcb_input_xi_passive_grab_device_reply(m_connection, cookie, nullptr));
   return reply && reply->num_modifiers == 0;
 }
 
@@ -97,7 +97,7 @@ void Driver::ungrabKey(std::uint16_t evdevCode, std::uint16_t modifierMask) {
 
 xcb_atom_t Driver::atom(const std::string& name) {
   const auto cookie = xcb_intern_atom(m_connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
-  const auto reply = ownReply(xcb_intern_atom_reply(m_connection, cookie, nullptr));
+  const auto reply = x11::ownReply(xcb_intern_atom_reply(m_connection, cookie, nullptr));
   return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
@@ -117,7 +117,7 @@ void Driver::setNumbers(xcb_window_t window, const char* property, const char* t
 std::vector<std::uint32_t> Driver::numbers(xcb_window_t window, const char* property) {
   const auto cookie =
       xcb_get_property(m_connection, 0, window, atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 4096);
-  const auto reply = ownReply(xcb_get_property_reply(m_connection, cookie, nullptr));
+  const auto reply = x11::ownReply(xcb_get_property_reply(m_connection, cookie, nullptr));
   if (!reply || reply->format != 32) return {};
   const auto* first = static_cast<const std::uint32_t*>(xcb_get_property_value(reply.get()));
   return {first, first + reply->value_len};
@@ -137,32 +137,32 @@ void Driver::askManager(xcb_window_t window, const char* type, const std::vector
 }
 
 bool Driver::exists(xcb_window_t window) {
-  return ownReply(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window), nullptr)) !=
-         nullptr;
+  return x11::ownReply(xcb_get_geometry_reply(m_connection, xcb_get_geometry(m_connection, window),
+                                              nullptr)) != nullptr;
 }
 
 bool Driver::isViewable(xcb_window_t window) {
-  const auto attributes = ownReply(xcb_get_window_attributes_reply(
+  const auto attributes = x11::ownReply(xcb_get_window_attributes_reply(
       m_connection, xcb_get_window_attributes(m_connection, window), nullptr));
   return attributes && attributes->map_state == XCB_MAP_STATE_VIEWABLE;
 }
 
 xcb_window_t Driver::focus() {
   const auto reply =
-      ownReply(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
+      x11::ownReply(xcb_get_input_focus_reply(m_connection, xcb_get_input_focus(m_connection), nullptr));
   return reply ? reply->focus : xcb_window_t{XCB_NONE};
 }
 
 int Driver::stackingPlace(xcb_window_t window) {
   for (;;) {
     const auto tree =
-        ownReply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, window), nullptr));
+        x11::ownReply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, window), nullptr));
     if (!tree) return -1;
     if (tree->parent == root()) break;
     window = tree->parent;
   }
   const auto tree =
-      ownReply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, root()), nullptr));
+      x11::ownReply(xcb_query_tree_reply(m_connection, xcb_query_tree(m_connection, root()), nullptr));
   const xcb_window_t* first = xcb_query_tree_children(tree.get());
   const xcb_window_t* last = first + xcb_query_tree_children_length(tree.get());
   return static_cast<int>(std::find(first, last, window) - first);

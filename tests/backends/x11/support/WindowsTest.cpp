@@ -7,8 +7,8 @@ void WindowsTest::SetUp() {
   m_connection = connect();
   m_pointerConnection = connect();
   ASSERT_TRUE(m_connection && m_pointerConnection);
-  m_pointer = std::make_unique<RawPointer>(*m_pointerConnection);
-  m_clicks = std::make_unique<ClickWatch>(*m_connection, *m_pointer);
+  m_pointer = std::make_unique<x11::RawPointer>(*m_pointerConnection);
+  m_clicks = std::make_unique<x11::ClickWatch>(*m_connection, *m_pointer);
   makeWindows();
 }
 
@@ -23,18 +23,18 @@ void WindowsTest::TearDown() {
 
 void WindowsTest::makeWindows() {
   m_windows.reset();
-  m_windows = std::make_unique<X11TopLevelWindows>(*m_connection, *m_clicks);
+  m_windows = std::make_unique<x11::X11TopLevelWindows>(*m_connection, *m_clicks);
 }
 
 std::vector<std::uint64_t> WindowsTest::ids() {
   std::vector<std::uint64_t> all;
-  for (const TopLevelWindow& one : windows().windows())
+  for (const common::TopLevelWindow& one : windows().windows())
     all.push_back(one.id);
   return all;
 }
 
-std::optional<TopLevelWindow> WindowsTest::window(std::uint64_t id) {
-  for (TopLevelWindow& one : windows().windows())
+std::optional<common::TopLevelWindow> WindowsTest::window(std::uint64_t id) {
+  for (common::TopLevelWindow& one : windows().windows())
     if (one.id == id) return std::move(one);
   return std::nullopt;
 }

@@ -19,13 +19,13 @@ protected:
 
   // Made anew: as a program that starts now.
   void makeWindows();
-  X11TopLevelWindows& windows() { return *m_windows; }
-  Connection& connection() { return *m_connection; }
-  RawPointer& pointer() { return *m_pointer; }
-  Connection& pointerConnection() { return *m_pointerConnection; }
+  x11::X11TopLevelWindows& windows() { return *m_windows; }
+  x11::Connection& connection() { return *m_connection; }
+  x11::RawPointer& pointer() { return *m_pointer; }
+  x11::Connection& pointerConnection() { return *m_pointerConnection; }
 
   std::vector<std::uint64_t> ids();
-  std::optional<TopLevelWindow> window(std::uint64_t id);
+  std::optional<common::TopLevelWindow> window(std::uint64_t id);
   bool isListed(std::uint64_t id) { return window(id).has_value(); }
   bool isActive(std::uint64_t id) { return windows().activeWindow() == id; }
   // A program with one window of 200 by 150 pixels there, which is listed, and active where a window manager
@@ -35,10 +35,10 @@ protected:
   void raiseItself(xcb_window_t window);
 
 private:
-  std::unique_ptr<Connection> m_connection, m_pointerConnection;
-  std::unique_ptr<RawPointer> m_pointer;
-  std::unique_ptr<ClickWatch> m_clicks;
-  std::unique_ptr<X11TopLevelWindows> m_windows;
+  std::unique_ptr<x11::Connection> m_connection, m_pointerConnection;
+  std::unique_ptr<x11::RawPointer> m_pointer;
+  std::unique_ptr<x11::ClickWatch> m_clicks;
+  std::unique_ptr<x11::X11TopLevelWindows> m_windows;
 };
 
 } // namespace orbel::test

@@ -22,7 +22,7 @@ protected:
 
   const std::string& display() const { return m_display; }
   Driver& driver() { return *m_driver; }
-  std::unique_ptr<Connection> connect() { return Connection::open(m_display); }
+  std::unique_ptr<x11::Connection> connect() { return x11::Connection::open(m_display); }
   Program& server() { return *m_server; }
 
   // Another program with the windows that the options describe.

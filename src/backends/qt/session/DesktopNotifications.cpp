@@ -1,0 +1,56 @@
+#include "backends/qt/session/DesktopNotifications.h"
+
+#include "foundation/Log.h"
+
+#include <QDBusMessage>
+#include <QDBusPendingCallWatcher>
+#include <QDBusPendingReply>
+#include <QGuiApplication>
+#include <QTimer>
+#include <QVariantMap>
+
+#include <utility>
+
+namespace orbel::qt {
+
+namespace {
+constexpr auto kService = "org.freedesktop.Notifications";
+constexpr auto kPath = "/org/freedesktop/Notifications";
+constexpr auto kIcon = "org.orbelmenu.OrbelMenu";
+constexpr uint kReplacesNone = 0;
+constexpr int kServersOwnTime = -1;
+
+void tell(const std::function<void(bool)>& done, bool isTaken) {
+  if (done) done(isTaken);
+}
+} // namespace
+
+DesktopNotifications::DesktopNotifications(QDBusConnection bus) : m_bus(std::move(bus)) {}
+
+void DesktopNotifications::deliver(const UserNotification& notification, std::function<void(bool)> done) {
+  if (!m_bus.isConnected()) {
+    Log::warning("There is no session bus to show a notification by: " + notification.text);
+    QTimer::singleShot(0, &m_pending, [done = std::move(done)] { tell(done, false); });
+    return;
+  }
+  auto call = QDBusMessage::createMethodCall(QLatin1String(kService), QLatin1String(kPath),
+                                             QLatin1String(kService), QStringLiteral("Notify"));
+  // Many servers read the text as markup.
+  const QString text = QString::fromStdString(notification.text).toHtmlEscaped();
+  call << QGuiApplication::applicationDisplayName() << kReplacesNone << QLatin1String(kIcon)
+       << QString::fromStdString(notification.title) << text << QStringList()
+       << QVariantMap{{QStringLiteral("desktop-entry"), QLatin1String(kIcon)}} << kServersOwnTime;
+  auto* answer = new QDBusPendingCallWatcher(m_bus.asyncCall(call), &m_pending);
+  QObject::connect(answer, &QDBusPendingCallWatcher::finished, &m_pending,
+                   [done = std::move(done)](QDBusPendingCallWatcher* finished) {
+                     const QDBusPendingReply<uint> number = *finished;
+                     if (!number.isValid()) {
+                       Log::warning("The desktop shows no notifications: " +
+                                    number.error().message().toStdString());
+                     }
+                     finished->deleteLater();
+                     tell(done, number.isValid());
+                   });
+}
+
+} // namespace orbel::qt

@@ -1,12 +1,13 @@
 #include "foundation/NotificationCenter.h"
 
+#include "foundation/SharedObjects.h"
+
 #include <utility>
 
 namespace orbel {
 
 NotificationCenter& NotificationCenter::defaultCenter() {
-  static NotificationCenter center;
-  return center;
+  return SharedObjects::current().get<NotificationCenter>();
 }
 
 Registration NotificationCenter::observe(std::string name, const void* sender, Block block) {

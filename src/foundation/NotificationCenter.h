@@ -21,7 +21,7 @@ class NotificationCenter {
 public:
   using Block = std::function<void(const Notification&)>;
 
-  // The one that the whole process shares.
+  // The one that the whole process shares (SharedObjects).
   static NotificationCenter& defaultCenter();
 
   // Calls the block for every notification of that name, from that sender only when one is given.

@@ -1,14 +1,14 @@
 #include "model/ImageCache.h"
 
+#include "foundation/SharedObjects.h"
+
 #include <algorithm>
 #include <iterator>
 
 namespace orbel {
 
 ImageCache& ImageCache::sharedCache() {
-  // Never destroyed: its images may hold what the backend has taken down by the time statics go.
-  static ImageCache& cache = *new ImageCache;
-  return cache;
+  return SharedObjects::current().get<ImageCache>();
 }
 
 void ImageCache::storeImage(ImagePointer image, std::string key) {

@@ -22,7 +22,7 @@ public:
   ImageCache(const ImageCache&) = delete;
   ImageCache& operator=(const ImageCache&) = delete;
 
-  // The one that every item uses.
+  // The one that every item uses (SharedObjects).
   static ImageCache& sharedCache();
 
   // Appends an entry, also under a key that is there already: lookups find the older one until it has left.

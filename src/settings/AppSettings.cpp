@@ -2,6 +2,7 @@
 
 #include "foundation/Log.h"
 #include "foundation/NotificationCenter.h"
+#include "foundation/SharedObjects.h"
 #include "platform/Platform.h"
 #include "settings/ArchivedColor.h"
 #include "settings/Notifications.h"
@@ -35,28 +36,18 @@ std::int64_t integerBetween(const char* key, std::int64_t first, std::int64_t la
 bool booleanOrTrue(const char* key) {
   return !preferences().object(key) || preferences().boolean(key);
 }
-
-std::shared_ptr<AppSettings>& sharedPointer() {
-  // Never destroyed: at the end of the process the platform that the taps belong to is gone.
-  static auto& pointer = *new std::shared_ptr<AppSettings>;
-  return pointer;
-}
 } // namespace
 
 AppSettings& AppSettings::sharedInstance() {
-  std::shared_ptr<AppSettings>& shared = sharedPointer();
-  if (!shared) shared.reset(new AppSettings);
-  return *shared;
-}
-
-void AppSettings::destroySharedInstance() {
-  sharedPointer().reset();
+  return SharedObjects::current().get<AppSettings>();
 }
 
 AppSettings::AppSettings()
     : m_watch({kGestureSettingsKey, kMagnifySettingsKey, kWindowTintColorKey, kShowRunningAppsKey,
                kMenuSizeSettingsKey, kLaunchAtLoginKey},
               [this](const std::string& key) { changedFromOutside(key); }) {
+  // Used by the destructor, which ends the binding of the shortcut.
+  MASShortcut::registeredUserDefaultsHotKeys();
   EventTaps& taps = Platform::current().eventTaps;
   m_touchEventTap = taps.makeTouchTap(
       {[this](const std::vector<Touch>& touches) { touchesChanged(touches); }, [this] { magnified(); }});

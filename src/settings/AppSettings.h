@@ -34,11 +34,9 @@ enum class Gesture : std::int64_t {
 
 class AppSettings : public std::enable_shared_from_this<AppSettings> {
 public:
-  // Made at the first call, with its event taps, all disabled. The platform must be there.
+  // Made at the first call (SharedObjects), with its event taps, all disabled. The platform must be there.
   static AppSettings& sharedInstance();
-  // Stops the handlers and ends the taps; called before the platform goes. The next sharedInstance() is a new
-  // one.
-  static void destroySharedInstance();
+  // Stops the handlers and ends the taps.
   ~AppSettings();
   AppSettings(const AppSettings&) = delete;
   AppSettings& operator=(const AppSettings&) = delete;
@@ -98,6 +96,7 @@ public:
   }
 
 private:
+  friend class SharedObjects;
   AppSettings();
   void takeOverLoginItem();
   void changedFromOutside(const std::string& key);

@@ -2,6 +2,7 @@
 
 #include "foundation/KeyedArchive.h"
 #include "foundation/Log.h"
+#include "foundation/SharedObjects.h"
 #include "platform/Platform.h"
 
 #include <algorithm>
@@ -31,7 +32,13 @@ constexpr std::array kModifiers = {
 // F1 as a menu's key equivalent; the other function keys follow.
 constexpr std::uint32_t kFirstFunctionKeyCharacter = 0xF704;
 
-bool anyHotkeyWithOptionModifier = false;
+struct ValidityRules {
+  bool anyHotkeyWithOptionModifier = false;
+};
+
+ValidityRules& rules() {
+  return SharedObjects::current().get<ValidityRules>();
+}
 
 // UTF-8 of a character of three bytes (U+0800 to U+FFFF).
 std::string threeByteCharacter(std::uint32_t codePoint) {
@@ -134,7 +141,7 @@ bool MASShortcut::isValid() const {
   if (KeyNames::isFunctionKey(m_keyCode)) return true;
   if (m_modifierFlags & (kCommandFlag | kControlFlag)) return true;
   if (!(m_modifierFlags & kOptionFlag)) return false;
-  return m_keyCode == kSpaceKeyCode || m_keyCode == kEscapeKeyCode || anyHotkeyWithOptionModifier;
+  return m_keyCode == kSpaceKeyCode || m_keyCode == kEscapeKeyCode || allowsAnyHotkeyWithOptionModifier();
 }
 
 bool MASShortcut::shouldBypass() const {
@@ -144,11 +151,11 @@ bool MASShortcut::shouldBypass() const {
 }
 
 bool MASShortcut::allowsAnyHotkeyWithOptionModifier() {
-  return anyHotkeyWithOptionModifier;
+  return rules().anyHotkeyWithOptionModifier;
 }
 
 void MASShortcut::setAllowsAnyHotkeyWithOptionModifier(bool allows) {
-  anyHotkeyWithOptionModifier = allows;
+  rules().anyHotkeyWithOptionModifier = allows;
 }
 
 } // namespace orbel

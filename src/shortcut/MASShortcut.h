@@ -98,9 +98,6 @@ public:
 
   using UserDefaultsHotKeys = std::map<std::string, std::unique_ptr<MASShortcutUserDefaultsHotKey>>;
   static const UserDefaultsHotKeys& registeredUserDefaultsHotKeys();
-  // Ends every binding and monitor and starts counting registrations from 0 again. Tests call it between
-  // cases; the platform must still be there.
-  static void resetGlobalShortcuts();
 
   friend bool operator==(const MASShortcut&, const MASShortcut&) = default;
 

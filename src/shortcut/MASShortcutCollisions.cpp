@@ -1,4 +1,5 @@
 // The collision checks of MASShortcut.
+#include "foundation/SharedObjects.h"
 #include "platform/Platform.h"
 #include "shortcut/MASShortcut.h"
 
@@ -15,9 +16,12 @@ constexpr const char* kTakenByMenuItem =
     "This shortcut cannot be used because it is already used by the menu item \u2018%@\u2019.";
 constexpr std::string_view kPlaceholder = "%@";
 
+struct ProgramMenu {
+  ShortcutMenu entries;
+};
+
 ShortcutMenu& programMenu() {
-  static ShortcutMenu menu;
-  return menu;
+  return SharedObjects::current().get<ProgramMenu>().entries;
 }
 
 void fail(std::string* error, std::string reason) {

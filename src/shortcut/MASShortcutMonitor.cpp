@@ -1,5 +1,6 @@
 #include "shortcut/MASShortcutMonitor.h"
 
+#include "foundation/SharedObjects.h"
 #include "platform/Platform.h"
 
 #include <utility>
@@ -7,9 +8,7 @@
 namespace orbel {
 
 MASShortcutMonitor& MASShortcutMonitor::shared() {
-  // Never destroyed: at the end of the process the platform that its hot keys belong to is gone.
-  static auto& monitor = *new MASShortcutMonitor;
-  return monitor;
+  return SharedObjects::current().get<MASShortcutMonitor>();
 }
 
 MASShortcut::MonitorToken MASShortcutMonitor::add(const MASShortcut& shortcut, MASShortcut::Handler handler) {
@@ -39,12 +38,6 @@ bool MASShortcutMonitor::installEventHandler() {
         Platform::current().hotKeys.installHandler([this](HotKeyIdentity identity) { dispatch(identity); });
   }
   return static_cast<bool>(m_eventHandler);
-}
-
-void MASShortcutMonitor::reset() {
-  m_monitors.clear();
-  m_eventHandler.reset();
-  m_lastHotKeyID = 0;
 }
 
 void MASShortcutMonitor::dispatch(HotKeyIdentity identity) const {

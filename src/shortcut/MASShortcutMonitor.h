@@ -29,9 +29,6 @@ public:
   // Every registration has a number of its own, also one that fails; the first is 1.
   std::uint32_t nextHotKeyID() { return ++m_lastHotKeyID; }
 
-  // No hot keys, no handler, counting from the start.
-  void reset();
-
 private:
   struct Entry {
     MASShortcut::MonitorToken token;

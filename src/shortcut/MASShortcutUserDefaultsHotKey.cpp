@@ -1,6 +1,7 @@
 #include "shortcut/MASShortcutUserDefaultsHotKey.h"
 
 #include "foundation/Log.h"
+#include "foundation/SharedObjects.h"
 #include "platform/Platform.h"
 #include "shortcut/MASShortcutMonitor.h"
 
@@ -9,10 +10,14 @@
 namespace orbel {
 
 namespace {
+struct BindingTable {
+  // The bindings remove their hot keys when they are destroyed.
+  BindingTable() { MASShortcutMonitor::shared(); }
+  MASShortcut::UserDefaultsHotKeys bindings;
+};
+
 MASShortcut::UserDefaultsHotKeys& bindings() {
-  // Never destroyed, as the monitor table.
-  static auto& table = *new MASShortcut::UserDefaultsHotKeys;
-  return table;
+  return SharedObjects::current().get<BindingTable>().bindings;
 }
 
 std::optional<PropertyList> storedValue(const std::string& key) {
@@ -85,11 +90,6 @@ void MASShortcut::storeGlobalShortcut(PropertyList::Data data, const std::string
 
 const MASShortcut::UserDefaultsHotKeys& MASShortcut::registeredUserDefaultsHotKeys() {
   return bindings();
-}
-
-void MASShortcut::resetGlobalShortcuts() {
-  bindings().clear();
-  MASShortcutMonitor::shared().reset();
 }
 
 } // namespace orbel

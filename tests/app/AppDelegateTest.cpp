@@ -23,10 +23,7 @@ protected:
     platform.preferences.setObject("launchedBefore", true);
     platform.windows.movePointer({500, 500});
   }
-  ~AppDelegateTest() override {
-    delegate.applicationWillTerminate();
-    AppSettings::destroySharedInstance();
-  }
+  ~AppDelegateTest() override { delegate.applicationWillTerminate(); }
 
   void start() { delegate.applicationDidFinishLaunching(); }
   void pressShortcut() { platform.hotKeys.press(49, 4096 | 2048); }

@@ -20,10 +20,7 @@ constexpr const char* kSwiftModeText =
 
 class SettingsWindowControllerTest : public testing::Test {
 protected:
-  ~SettingsWindowControllerTest() override {
-    controller = nullptr;
-    AppSettings::destroySharedInstance();
-  }
+  ~SettingsWindowControllerTest() override { controller = nullptr; }
   FakeSettingsForm& form() {
     controller->window();
     return *platform.settingsForms.last;

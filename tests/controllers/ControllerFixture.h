@@ -7,7 +7,6 @@
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
 #include "model/FileMenuItem.h"
-#include "model/ImageCache.h"
 #include "settings/AppSettings.h"
 #include "tests/doubles/FakePlatform.h"
 
@@ -29,13 +28,7 @@ public:
 
 class ControllerTest : public testing::Test {
 protected:
-  ~ControllerTest() override {
-    letControllerGo();
-    AppSettings::destroySharedInstance();
-    // Its pictures would be drawn with this case's platform.
-    ImageCache::sharedCache().setKeys({});
-    ImageCache::sharedCache().setValues({});
-  }
+  ~ControllerTest() override { letControllerGo(); }
 
   static PropertyList storedCore(const std::string& name) {
     return PropertyList::Dictionary{{"class", "CoreMenuItem"}, {"name", name}};

@@ -1,7 +1,9 @@
-// All doubles together; while one lives it is the process's platform. Make it the first member of a fixture.
+// All doubles together; while one lives it is the process's platform, and what the process shares begins and
+// ends with it. Make it the first member of a fixture.
 #pragma once
 
 #include "foundation/Log.h"
+#include "foundation/SharedObjects.h"
 #include "platform/Platform.h"
 #include "tests/doubles/FakeKeyRecorder.h"
 #include "tests/doubles/FakeLoginItem.h"
@@ -15,6 +17,7 @@
 #include "tests/doubles/FakeWorkspace.h"
 #include "tests/doubles/ManualRunLoop.h"
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -28,6 +31,7 @@ public:
         Log::setSink([this](Log::Severity, const std::string& message) { logged.push_back(message); });
   }
   ~FakePlatform() {
+    m_sharedObjects.reset(); // they use the platform to the end
     Log::setSink(std::move(m_earlierSink));
     Platform::setCurrent(nullptr);
   }
@@ -58,6 +62,7 @@ private:
                       hotKeys,       keyboardLayout, eventTaps,   contextMenus, dialogs,          keyRecorder,
                       settingsForms, videoPlayers,   statusBar,   loginItem,    userNotifications};
   Log::Sink m_earlierSink;
+  std::optional<SharedObjects> m_sharedObjects{std::in_place};
 };
 
 } // namespace orbel

@@ -1,5 +1,7 @@
 #include "foundation/NotificationCenter.h"
 
+#include "foundation/SharedObjects.h"
+
 #include <gtest/gtest.h>
 
 #include <memory>
@@ -104,6 +106,7 @@ TEST_F(NotificationCenterTest, ARegistrationMayOutliveItsCenter) {
 }
 
 TEST_F(NotificationCenterTest, TheDefaultCenterIsAlwaysTheSame) {
+  const SharedObjects shared;
   EXPECT_EQ(&NotificationCenter::defaultCenter(), &NotificationCenter::defaultCenter());
 }
 

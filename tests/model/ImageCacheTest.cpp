@@ -1,5 +1,7 @@
 #include "model/ImageCache.h"
 
+#include "foundation/SharedObjects.h"
+
 #include <gtest/gtest.h>
 
 #include <string>
@@ -124,6 +126,7 @@ TEST_F(ImageCacheTest, ReducesACacheThatIsTooLong) {
 }
 
 TEST_F(ImageCacheTest, TheSharedCacheIsAlwaysTheSame) {
+  const SharedObjects shared;
   EXPECT_EQ(&ImageCache::sharedCache(), &ImageCache::sharedCache());
 }
 

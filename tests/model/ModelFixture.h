@@ -1,4 +1,4 @@
-// What every test of the menu items needs: the doubles, an empty image cache, and stored items made by hand.
+// What every test of the menu items needs: the doubles and stored items made by hand.
 #pragma once
 
 #include "model/ImageCache.h"
@@ -18,13 +18,6 @@ protected:
   using List = PropertyList::List;
   using Strings = std::vector<std::string>;
 
-  ModelFixture() { emptyCache(); }
-  ~ModelFixture() override { emptyCache(); }
-
-  static void emptyCache() {
-    ImageCache::sharedCache().setKeys({});
-    ImageCache::sharedCache().setValues({});
-  }
   static ImagePointer anyImage() { return Image::withBitmap({320, 320}, Bitmap(1, 1)); }
 
   // The doubles read a bookmark as the path it holds; "broken:..." does not resolve, "stale:..." is stale,

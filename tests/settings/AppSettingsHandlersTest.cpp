@@ -3,6 +3,7 @@
 #include "settings/AppSettings.h"
 
 #include "foundation/NotificationCenter.h"
+#include "foundation/SharedObjects.h"
 #include "settings/Notifications.h"
 #include "shortcut/MASShortcut.h"
 #include "tests/doubles/FakePlatform.h"
@@ -35,10 +36,6 @@ protected:
                                        [this](const Notification& n) { m_shows.push_back(n); });
     m_hideObservation = center.observe(kOrbelMenuShouldHideNotification, nullptr,
                                        [this](const Notification& n) { m_hides.push_back(n); });
-  }
-  ~AppSettingsHandlersTest() override {
-    AppSettings::destroySharedInstance();
-    MASShortcut::resetGlobalShortcuts();
   }
 
   AppSettings& settings() { return AppSettings::sharedInstance(); }
@@ -339,7 +336,7 @@ TEST_F(AppSettingsHandlersTest, DestroyingTheSettingsReleasesTheShortcutAndDrops
   MASShortcut::setGlobalShortcut(kShortcut, "GlobalShortcut");
   settings().startHandlers();
   putDown(3);
-  AppSettings::destroySharedInstance();
+  SharedObjects::current().destroy<AppSettings>();
   EXPECT_TRUE(m_platform.hotKeys.registered().empty());
   m_platform.runLoop.advance(1);
   EXPECT_TRUE(m_shows.empty());

@@ -1,6 +1,7 @@
 #include "settings/AppSettings.h"
 
 #include "foundation/NotificationCenter.h"
+#include "foundation/SharedObjects.h"
 #include "settings/ArchivedColor.h"
 #include "settings/Notifications.h"
 #include "shortcut/MASShortcut.h"
@@ -19,11 +20,6 @@ namespace {
 
 class AppSettingsTest : public testing::Test {
 protected:
-  ~AppSettingsTest() override {
-    AppSettings::destroySharedInstance();
-    MASShortcut::resetGlobalShortcuts();
-  }
-
   AppSettings& settings() { return AppSettings::sharedInstance(); }
   void store(const std::string& key, PropertyList value) {
     m_platform.preferences.values.insert_or_assign(key, std::move(value));
@@ -253,10 +249,10 @@ TEST_F(AppSettingsTest, AResetWritesGestureOneAndMagnificationAndTellsNobody) {
 TEST_F(AppSettingsTest, ThereIsOneInstanceUntilItIsDestroyed) {
   EXPECT_EQ(&settings(), &settings());
   EXPECT_EQ(m_platform.eventTaps.taps.size(), 3u);
-  AppSettings::destroySharedInstance();
+  SharedObjects::current().destroy<AppSettings>();
   for (const auto& tap : m_platform.eventTaps.taps)
     EXPECT_FALSE(tap->alive);
-  AppSettings::destroySharedInstance();
+  SharedObjects::current().destroy<AppSettings>();
   settings();
   EXPECT_EQ(m_platform.eventTaps.taps.size(), 6u);
 }

@@ -12,8 +12,6 @@ using State = LoginItem::State;
 
 class LaunchAtLoginTest : public testing::Test {
 protected:
-  ~LaunchAtLoginTest() override { AppSettings::destroySharedInstance(); }
-
   static AppSettings& settings() { return AppSettings::sharedInstance(); }
   void store(bool launch) { platform.preferences.setObject(kLaunchAtLoginKey, launch); }
 

@@ -16,8 +16,6 @@ constexpr std::uint64_t kCapsLock = 0x10000;
 
 class MASShortcutCollisionsTest : public testing::Test {
 protected:
-  ~MASShortcutCollisionsTest() override { MASShortcut::setMainMenu({}); }
-
   static bool isTaken(const ShortcutMenu& menu, std::string_view key, std::uint64_t flags) {
     return MASShortcut::isKeyEquivalentTakenInMenu(key, flags, menu);
   }

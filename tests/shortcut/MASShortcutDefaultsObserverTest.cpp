@@ -19,8 +19,6 @@ const MASShortcut kOther(96, 0);
 
 class MASShortcutDefaultsObserverTest : public testing::Test {
 protected:
-  ~MASShortcutDefaultsObserverTest() override { MASShortcut::resetGlobalShortcuts(); }
-
   void bind() { m_view->setAssociatedUserDefaultsKey(kKey); }
   std::optional<MASShortcut> stored() const {
     const PropertyList* value = m_platform.preferences.object(kKey);

@@ -12,8 +12,6 @@ const MASShortcut kShortcut(kSpaceKeyCode, kOptionFlag | kCommandFlag);
 
 class MASShortcutHotKeyTest : public testing::Test {
 protected:
-  ~MASShortcutHotKeyTest() override { MASShortcut::resetGlobalShortcuts(); }
-
   FakePlatform m_platform;
 };
 

@@ -1,5 +1,6 @@
 #include "shortcut/MASShortcutMonitor.h"
 
+#include "foundation/SharedObjects.h"
 #include "tests/doubles/FakePlatform.h"
 
 #include <gtest/gtest.h>
@@ -14,8 +15,6 @@ const MASShortcut kOther(96, 0);
 
 class MASShortcutMonitorTest : public testing::Test {
 protected:
-  ~MASShortcutMonitorTest() override { MASShortcut::resetGlobalShortcuts(); }
-
   MASShortcut::MonitorToken add(const MASShortcut& shortcut) {
     return MASShortcut::addGlobalHotkeyMonitorWithShortcut(shortcut, [this] { ++m_presses; });
   }
@@ -142,12 +141,15 @@ TEST_F(MASShortcutMonitorTest, AHandlerMayRemoveItsOwnMonitor) {
   EXPECT_FALSE(m_platform.hotKeys.handlerInstalled());
 }
 
-TEST_F(MASShortcutMonitorTest, AResetEndsEverythingAndCountsFromOneAgain) {
-  add(kShortcut);
-  m_platform.preferences.setObject("Key", kOther.data());
-  MASShortcut::registerGlobalShortcutWithUserDefaultsKey("Key", [] {});
-  ASSERT_EQ(m_platform.hotKeys.registered().size(), 2u);
-  MASShortcut::resetGlobalShortcuts();
+TEST_F(MASShortcutMonitorTest, TheEndOfTheSharedObjectsEndsEverythingAndTheNextCountFromOneAgain) {
+  {
+    const SharedObjects shared;
+    ASSERT_TRUE(MASShortcut::registeredUserDefaultsHotKeys().empty());
+    add(kShortcut);
+    m_platform.preferences.setObject("Key", kOther.data());
+    MASShortcut::registerGlobalShortcutWithUserDefaultsKey("Key", [] {});
+    ASSERT_EQ(m_platform.hotKeys.registered().size(), 2u);
+  }
   EXPECT_TRUE(m_platform.hotKeys.registered().empty());
   EXPECT_FALSE(m_platform.hotKeys.handlerInstalled());
   EXPECT_TRUE(MASShortcut::registeredUserDefaultsHotKeys().empty());

@@ -18,8 +18,6 @@ const MASShortcut kOther(96, 0);
 
 class MASShortcutUserDefaultsHotKeyTest : public testing::Test {
 protected:
-  ~MASShortcutUserDefaultsHotKeyTest() override { MASShortcut::resetGlobalShortcuts(); }
-
   void bind(const std::string& key = kKey) {
     MASShortcut::registerGlobalShortcutWithUserDefaultsKey(key, [this] { ++m_presses; });
   }

@@ -34,7 +34,6 @@ public:
 class MASShortcutViewTest : public testing::Test {
 protected:
   MASShortcutViewTest() { m_superview->addSubview(m_view); }
-  ~MASShortcutViewTest() override { MASShortcut::setMainMenu({}); }
 
   std::shared_ptr<MASShortcutView> makeView() { return std::make_shared<MASShortcutView>(kFrame, m_keys); }
   void clickShortcutArea() { m_view->mouseDown({{kFrame.minX() + 20, kFrame.minY() + 12}}); }

@@ -4,8 +4,8 @@
 #include "backends/linux/AutostartEntry.h"
 #include "backends/qt/resources/OwnResources.h"
 #include "backends/qt/session/SingleInstance.h"
+#include "foundation/SharedObjects.h"
 #include "programs/agent/Desktop.h"
-#include "settings/AppSettings.h"
 
 #include <QApplication>
 #include <csignal>
@@ -38,10 +38,11 @@ int run(std::vector<std::string> privateVariables) {
   const auto desktop = openDesktop(
       {.privateVariables = std::move(privateVariables), .lost = [] { QCoreApplication::exit(1); }});
   if (!desktop) return 1;
+  // Destroyed before the desktop, which what is shared still uses then.
+  const SharedObjects sharedObjects;
   delegate.applicationDidFinishLaunching();
   const int status = QCoreApplication::exec();
   delegate.applicationWillTerminate();
-  AppSettings::destroySharedInstance();
   return status;
 }
 

@@ -28,12 +28,6 @@ protected:
         kOrbelMenuShouldShowNotification, nullptr, [this](const Notification&) { ++m_requests; });
     m_pad.plugIn();
   }
-  ~TouchpadGesturesTest() override {
-    m_tap.reset();
-    AppSettings::destroySharedInstance();
-    MASShortcut::resetGlobalShortcuts();
-  }
-
   AppSettings& settings() { return AppSettings::sharedInstance(); }
 
   void start(Gesture gesture) {

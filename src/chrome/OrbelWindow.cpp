@@ -53,7 +53,7 @@ struct OrbelWindow::Fade {
 
 OrbelWindow::OrbelWindow(SurfaceLevel level)
     : m_surface(makeSurface(level)), m_reducedMotion(Platform::current().windows.prefersReducedMotion()),
-      m_tree(*this, Platform::current().runLoop, m_reducedMotion),
+      m_views(viewWindow(), Platform::current().runLoop, m_reducedMotion),
       m_strokeView(std::make_shared<BezelView>(Rect({}, kInitialFrame.size))),
       m_backgroundBlurred(m_surface->supportsBackdropBlur()) {
   m_strokeView->setAutoresizing(Autoresizing::fillsSuperview);
@@ -69,7 +69,7 @@ OrbelWindow::~OrbelWindow() {
 void OrbelWindow::setFrame(const Rect& frame) {
   if (frame.size != m_surface->frame().size) {
     // First, because a surface that is shown paints the picture of its new frame at once.
-    m_tree.resize(frame.size);
+    m_views.tree().resize(frame.size);
     updateMask();
   }
   m_surface->setFrame(frame);
@@ -146,45 +146,42 @@ bool OrbelWindow::pointerIsOver() const {
 }
 
 void OrbelWindow::paint(Canvas& canvas, const Rect& dirty) {
-  m_tree.paint(canvas, dirty);
+  m_views.tree().paint(canvas, dirty);
 }
 void OrbelWindow::pointerMoved(const MouseEvent& event) {
-  m_tree.pointerMoved(event);
+  m_views.tree().pointerMoved(event);
 }
 void OrbelWindow::pointerExited(const MouseEvent& event) {
-  m_tree.pointerExited(event);
+  m_views.tree().pointerExited(event);
 }
 void OrbelWindow::pointerPressed(PointerButton button, const MouseEvent& event) {
-  m_tree.pointerPressed(button, event);
+  m_views.tree().pointerPressed(button, event);
 }
 void OrbelWindow::pointerReleased(PointerButton button, const MouseEvent& event) {
-  m_tree.pointerReleased(button, event);
+  m_views.tree().pointerReleased(button, event);
 }
 void OrbelWindow::cancelRequested() {
   if (const auto block = m_cancelBlock) block();
 }
 DragOperation OrbelWindow::dragMoved(const DragInfo& drag) {
-  return m_tree.dragMoved(drag);
+  return m_views.tree().dragMoved(drag);
 }
 void OrbelWindow::dragExited() {
-  m_tree.dragExited();
+  m_views.tree().dragExited();
 }
 bool OrbelWindow::dragPerformed(const DragInfo& drag) {
-  return m_tree.dragPerformed(drag);
+  return m_views.tree().dragPerformed(drag);
 }
 
-void OrbelWindow::needsDisplay(const Rect& rectInWindow) {
-  m_surface->needsDisplay(rectInWindow);
-}
-std::optional<Point> OrbelWindow::pointerLocationInWindow() const {
-  // A window that is not on the screen has nothing under the pointer, wherever its frame lies.
-  return m_surface->isShown() ? m_surface->pointerLocation() : std::nullopt;
-}
-double OrbelWindow::backingScale() const {
-  return m_surface->backingScale();
-}
-Rect OrbelWindow::screenFrame() const {
-  return m_surface->frame();
+ViewTreeAdapter::Window OrbelWindow::viewWindow() {
+  return {
+      .frame = [this] { return m_surface->frame(); },
+      .needsDisplay = [this](const Rect& rect) { m_surface->needsDisplay(rect); },
+      // A window that is not on the screen has nothing under the pointer, wherever its frame lies.
+      .pointerLocation =
+          [this] { return m_surface->isShown() ? m_surface->pointerLocation() : std::nullopt; },
+      .backingScale = [this] { return m_surface->backingScale(); },
+  };
 }
 
 } // namespace orbel

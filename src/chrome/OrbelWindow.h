@@ -7,16 +7,15 @@
 #include "foundation/Color.h"
 #include "foundation/Registration.h"
 #include "platform/Surface.h"
-#include "scene/ViewTree.h"
+#include "scene/ViewTreeAdapter.h"
 
 #include <functional>
 #include <memory>
-#include <optional>
 #include <utility>
 
 namespace orbel {
 
-class OrbelWindow : private SurfaceDelegate, private ViewTreeHost {
+class OrbelWindow : private SurfaceDelegate {
 public:
   explicit OrbelWindow(SurfaceLevel level = SurfaceLevel::menu);
   ~OrbelWindow() override;
@@ -24,7 +23,7 @@ public:
   OrbelWindow& operator=(const OrbelWindow&) = delete;
 
   // Fills the window; the rim lies at its bottom, further views go on top.
-  View& contentView() const { return m_tree.contentView(); }
+  View& contentView() const { return m_views.contentView(); }
   Rect frame() const { return m_surface->frame(); }
   void setFrame(const Rect& frame);
 
@@ -70,16 +69,13 @@ private:
   void dragExited() override;
   bool dragPerformed(const DragInfo& drag) override;
 
-  void needsDisplay(const Rect& rectInWindow) override;
-  std::optional<Point> pointerLocationInWindow() const override;
-  double backingScale() const override;
-  Rect screenFrame() const override;
+  ViewTreeAdapter::Window viewWindow();
 
   struct Fade;
 
   std::unique_ptr<Surface> m_surface;
   bool m_reducedMotion; // the user's wish when the window was made; a window lives for one show
-  ViewTree m_tree;
+  ViewTreeAdapter m_views;
   std::shared_ptr<BezelView> m_strokeView;
   bool m_backgroundBlurred;
   Color m_tintColor = Color::white(1);

@@ -25,8 +25,12 @@ void RoundedEffectsWindow::awakeFromNib() {
   m_window.setDelegate(this);
   if (!m_window.supportsBackdropBlur()) return;
   const Platform& platform = Platform::current();
-  m_tree.emplace(static_cast<ViewTreeHost&>(*this), platform.runLoop,
-                 platform.windows.prefersReducedMotion());
+  m_views.emplace(ViewTreeAdapter::Window{
+                      .frame = [this] { return frame(); },
+                      .needsDisplay = [this](const Rect& rect) { m_window.needsDisplay(rect); },
+                      .pointerLocation = [this] { return pointerLocationInWindow(); },
+                  },
+                  platform.runLoop, platform.windows.prefersReducedMotion());
   m_strokeView = std::make_shared<BezelView>(Rect({}, frame().size));
   m_strokeView->setAutoresizing(Autoresizing::fillsSuperview);
   blurView()->addSubview(m_strokeView);
@@ -34,7 +38,7 @@ void RoundedEffectsWindow::awakeFromNib() {
 }
 
 void RoundedEffectsWindow::updateMask() {
-  if (!m_tree) return;
+  if (!m_views) return;
   const Size size = frame().size;
   m_window.setRoundedBackdrop(m_window.colorScheme() == ColorScheme::dark ? BackdropMaterial::darkFrost
                                                                           : BackdropMaterial::lightFrost,
@@ -61,12 +65,12 @@ void RoundedEffectsWindow::mouseDragged(const MouseEvent&) {
 }
 
 void RoundedEffectsWindow::paint(Canvas& canvas, const Rect& dirty) {
-  if (m_tree) m_tree->paint(canvas, dirty);
+  if (m_views) m_views->tree().paint(canvas, dirty);
 }
 
 void RoundedEffectsWindow::windowDidResize() {
-  if (!m_tree) return;
-  m_tree->resize(frame().size);
+  if (!m_views) return;
+  m_views->tree().resize(frame().size);
   updateMask();
 }
 

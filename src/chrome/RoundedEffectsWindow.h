@@ -5,7 +5,7 @@
 
 #include "chrome/BezelView.h"
 #include "platform/ManagedWindow.h"
-#include "scene/ViewTree.h"
+#include "scene/ViewTreeAdapter.h"
 
 #include <functional>
 #include <memory>
@@ -14,7 +14,7 @@
 
 namespace orbel {
 
-class RoundedEffectsWindow : private ManagedWindowDelegate, private ViewTreeHost {
+class RoundedEffectsWindow : private ManagedWindowDelegate {
 public:
   // The window outlives this object, which sets it up.
   explicit RoundedEffectsWindow(ManagedWindow& window);
@@ -24,7 +24,7 @@ public:
 
   // The frosted background that fills the window; null where there is none, and then the window floats but is
   // otherwise as the desktop makes it.
-  View* blurView() const { return m_tree ? &m_tree->contentView() : nullptr; }
+  View* blurView() const { return m_views ? &m_views->contentView() : nullptr; }
   // The rim, beneath everything else; null without a background.
   const std::shared_ptr<BezelView>& strokeView() const { return m_strokeView; }
   // Draws mask and rim anew for the present frame and the desktop's colours; runs on every change of either.
@@ -53,13 +53,10 @@ private:
   void windowDidResize() override;
   void colorSchemeDidChange() override;
 
-  void needsDisplay(const Rect& rectInWindow) override { m_window.needsDisplay(rectInWindow); }
-  std::optional<Point> pointerLocationInWindow() const override;
-  double backingScale() const override { return 1; }
-  Rect screenFrame() const override { return m_window.frame(); }
+  std::optional<Point> pointerLocationInWindow() const;
 
   ManagedWindow& m_window;
-  std::optional<ViewTree> m_tree; // none without a background
+  std::optional<ViewTreeAdapter> m_views; // none without a background
   std::shared_ptr<BezelView> m_strokeView;
   Point m_originalMouseLocation;
   Point m_originalWindowLocation;

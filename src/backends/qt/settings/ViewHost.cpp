@@ -30,10 +30,10 @@ std::optional<PointerButton> buttonOf(const QMouseEvent& event) {
 
 // The few things here that move do so for the eye's pleasure alone: without them nothing is lost.
 ViewHost::ViewHost(HostedView hosted, RunLoop& runLoop, QWidget* parent)
-    : QWidget(parent), m_hosted(std::move(hosted)), m_tree(*this, runLoop, true) {
+    : QWidget(parent), m_hosted(std::move(hosted)), m_views(viewWindow(), runLoop, true) {
   ViewHostAccessible::install();
   m_hosted.view->setFrame(Rect({}, viewSize()));
-  m_tree.contentView().addSubview(m_hosted.view);
+  m_views.contentView().addSubview(m_hosted.view);
   setAccessibleName(QString::fromStdString(m_hosted.accessibleName));
   setMouseTracking(true);
   setFocusPolicy(m_hosted.press ? Qt::StrongFocus : Qt::NoFocus);
@@ -82,7 +82,7 @@ void ViewHost::paintEvent(QPaintEvent*) {
   {
     QPainter onImage(&image);
     QtCanvas canvas(onImage, pixels, viewSize(), m_scratch);
-    m_tree.paint(canvas, Rect({}, viewSize()));
+    m_views.tree().paint(canvas, Rect({}, viewSize()));
   }
   image.setDevicePixelRatio(ratio);
   QPainter painter(this);
@@ -97,26 +97,26 @@ void ViewHost::paintEvent(QPaintEvent*) {
 
 void ViewHost::mousePressEvent(QMouseEvent* event) {
   if (const auto button = buttonOf(*event))
-    m_tree.pointerPressed(*button, mouseEvent(event->position(), event->buttons()));
+    m_views.tree().pointerPressed(*button, mouseEvent(event->position(), event->buttons()));
 }
 
 void ViewHost::mouseMoveEvent(QMouseEvent* event) {
-  m_tree.pointerMoved(mouseEvent(event->position(), event->buttons()));
+  m_views.tree().pointerMoved(mouseEvent(event->position(), event->buttons()));
 }
 
 void ViewHost::mouseReleaseEvent(QMouseEvent* event) {
   if (const auto button = buttonOf(*event))
-    m_tree.pointerReleased(*button, mouseEvent(event->position(), event->buttons()));
+    m_views.tree().pointerReleased(*button, mouseEvent(event->position(), event->buttons()));
 }
 
 // These two bring no buttons of their own.
 void ViewHost::enterEvent(QEnterEvent* event) {
-  m_tree.pointerMoved(mouseEvent(event->position(), QGuiApplication::mouseButtons()));
+  m_views.tree().pointerMoved(mouseEvent(event->position(), QGuiApplication::mouseButtons()));
 }
 
 void ViewHost::leaveEvent(QEvent*) {
   const Point outside{-1, -1};
-  m_tree.pointerExited({outside, 0, QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)});
+  m_views.tree().pointerExited({outside, 0, QGuiApplication::mouseButtons().testFlag(Qt::LeftButton)});
 }
 
 void ViewHost::keyPressEvent(QKeyEvent* event) {
@@ -134,12 +134,14 @@ Point ViewHost::viewPoint(QPointF position) const {
   return {position.x() - kRingMargin, viewSize().height - (position.y() - kRingMargin)};
 }
 
-void ViewHost::needsDisplay(const Rect&) {
-  update();
-}
-
-std::optional<Point> ViewHost::pointerLocationInWindow() const {
-  return viewPoint(mapFromGlobal(QCursor::pos()));
+// The view's bounds are all that the tree knows of the widget.
+ViewTreeAdapter::Window ViewHost::viewWindow() {
+  return {
+      .frame = [this] { return Rect({}, viewSize()); },
+      .needsDisplay = [this](const Rect&) { update(); },
+      .pointerLocation = [this] { return viewPoint(mapFromGlobal(QCursor::pos())); },
+      .backingScale = [this] { return devicePixelRatioF(); },
+  };
 }
 
 } // namespace orbel::qt

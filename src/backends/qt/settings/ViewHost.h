@@ -6,17 +6,15 @@
 #include "backends/qt/canvas/QtCanvas.h"
 #include "foundation/RunLoop.h"
 #include "platform/HostedView.h"
-#include "scene/ViewTree.h"
+#include "scene/ViewTreeAdapter.h"
 
 #include <QEvent>
 #include <QPointF>
 #include <QWidget>
 
-#include <optional>
-
 namespace orbel::qt {
 
-class ViewHost : public QWidget, private ViewTreeHost {
+class ViewHost : public QWidget {
 public:
   static constexpr int kRingMargin = 3; // points, on every side of the view
 
@@ -50,13 +48,10 @@ private:
     return {viewPoint(position), 0, held.testFlag(Qt::LeftButton)};
   }
 
-  void needsDisplay(const Rect& rectInWindow) override;
-  std::optional<Point> pointerLocationInWindow() const override;
-  double backingScale() const override { return devicePixelRatioF(); }
-  Rect screenFrame() const override { return Rect({}, viewSize()); }
+  ViewTreeAdapter::Window viewWindow();
 
   HostedView m_hosted;
-  ViewTree m_tree;
+  ViewTreeAdapter m_views;
   QtCanvas::Scratch m_scratch;
 };
 

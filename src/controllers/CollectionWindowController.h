@@ -4,10 +4,9 @@
 #pragma once
 
 #include "controllers/CollectionWindowControllerDelegate.h"
-#include "controllers/ItemContextMenu.h"
-#include "controllers/RadialMenuWindow.h"
-#include "foundation/Registration.h"
+#include "controllers/RadialMenuController.h"
 #include "model/CollectionMenuItem.h"
+#include "platform/RunningApplication.h"
 
 #include <memory>
 #include <utility>
@@ -15,9 +14,7 @@
 
 namespace orbel {
 
-class CollectionWindowController : public OrbelViewDataSource,
-                                   public OrbelViewDelegate,
-                                   public std::enable_shared_from_this<CollectionWindowController> {
+class CollectionWindowController : public RadialMenuController {
 public:
   static std::shared_ptr<CollectionWindowController>
   withCollectionItem(std::shared_ptr<CollectionMenuItem> item);
@@ -32,61 +29,37 @@ public:
   // Also reloads: the main menu hands over the object it has freshly loaded.
   void setCollectionItem(std::shared_ptr<CollectionMenuItem> item);
 
-  OrbelWindow& window() const { return m_menuWindow.window(); }
-  OrbelView& orbelView() const { return m_menuWindow.orbelView(); }
-  CloseButton& closeButton() const { return m_menuWindow.closeButton(); }
   // From the end of the fade-in until a hide starts.
-  bool windowVisible() const { return m_windowVisible; }
-  bool itemMenuVisible() const { return m_itemMenu->itemMenuVisible(); }
-  const MenuItemPointer& targetMenuItem() const { return m_targetMenuItem; }
-  // While false, hideWindow() does nothing.
-  bool canClose() const { return m_canClose; }
-  void setCanClose(bool canClose) { m_canClose = canClose; }
-
-  void showWindowAtScreenPosition(Point point);
+  bool windowVisible() const override { return m_windowVisible; }
+  void showWindowAtScreenPosition(Point point) override;
   void hideWindow();
-  bool toolkitAvailable() const;
-  void refreshWindowTint() { m_menuWindow.refreshTint(); }
-  void persistItems();
+  void persistItems() override;
 
-  void openClicked(std::int64_t tag);
-  void quitAppClicked();
-  void removeClicked();
-
-  std::int64_t numberOfSections() override { return 1; }
-  std::int64_t numberOfItems(std::int64_t section) override;
-  std::shared_ptr<OrbelItem> item(ItemPath path) override;
-  bool sectionSupportsDrop(std::int64_t) override { return true; }
-  bool shouldDisplayTitle(ItemPath path) override;
-
-  void didClickItem(ItemPath item) override;
-  void didRightClickItem(ItemPath item) override;
   void didRightClickOutsideOfItem(ItemPath) override {}
-  void didMoveItem(ItemPath from, ItemPath to) override;
   bool canDropItem(ItemPath, ItemPath) override { return false; }
   void didDropItem(ItemPath, ItemPath) override {}
-  bool didReceiveDrag(const DragInfo& drag, ItemPath inFrontOf) override;
-  bool canDrop(const DragInfo& drag, ItemPath target) override;
-  bool didDrop(const DragInfo& drag, ItemPath target) override;
 
 private:
   explicit CollectionWindowController(std::shared_ptr<CollectionMenuItem> item);
-  void observe();
-  void runningApplicationsChanged();
-  MenuItemPointer subitem(ItemPath path) const; // empty for a place that does not exist
   void askToClose();
-  void didSelectItem();
+
+  const MenuItemList& items() const override { return m_collectionItem->members(); }
+  void insertItem(const MenuItemPointer& item, std::size_t index) override;
+  void removeItem(std::size_t index) override;
+  void itemOpened() override;
+  bool opensWhenReached(const MenuItem& item) const override { return !item.canHoldSubitems(); }
+  bool showsDot(const MenuItem& item) const override;
+  std::vector<MenuEntry> itemMenuEntries() override { return {openWithEntry(), quitEntry(), removeEntry()}; }
+  void closeButtonClicked() override { askToClose(); }
+  void cancel() override { askToClose(); }
+  void runningApplicationsChanged() override;
+  void fadedIn() override { m_windowVisible = true; }
 
   std::shared_ptr<CollectionMenuItem> m_collectionItem;
-  RadialMenuWindow m_menuWindow;
   std::weak_ptr<CollectionWindowControllerDelegate> m_delegate;
-  std::shared_ptr<ItemContextMenu> m_itemMenu = std::make_shared<ItemContextMenu>();
-  MenuItemPointer m_targetMenuItem;
   bool m_windowVisible = false;
-  bool m_canClose = true;
   // As they were at the last change: one that has ended no longer says what it was.
   std::vector<RunningApplicationPointer> m_knownRegularApplications;
-  std::vector<Registration> m_observations;
 };
 
 } // namespace orbel

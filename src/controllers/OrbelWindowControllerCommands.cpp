@@ -21,17 +21,12 @@ bool isRunningAppItem(const MenuItem& item) {
 }
 } // namespace
 
-void OrbelWindowController::didClickItem(ItemPath path) {
-  const MenuItemPointer clicked = menuItem(path);
-  // The second half of a double click lands on a menu that is fading away; it must not open the item twice.
-  if (!clicked || window().isFadingOut()) return;
-  const auto self = shared_from_this();
-  if (clicked->canHoldSubitems()) {
-    if (auto collection = std::dynamic_pointer_cast<CollectionMenuItem>(clicked)) openCollection(collection);
-    return;
+void OrbelWindowController::activate(const MenuItemPointer& item) {
+  if (const auto collection = std::dynamic_pointer_cast<CollectionMenuItem>(item)) {
+    openCollection(collection);
+  } else {
+    RadialMenuController::activate(item);
   }
-  clicked->open();
-  hideWindow(false);
 }
 
 void OrbelWindowController::openCollection(const std::shared_ptr<CollectionMenuItem>& collection) {
@@ -39,7 +34,7 @@ void OrbelWindowController::openCollection(const std::shared_ptr<CollectionMenuI
   const Rect frame = window().frame();
   const auto pointer = window().surface().pointerLocation();
   m_collectionController = CollectionWindowController::withCollectionItem(collection);
-  m_collectionController->setDelegate(shared_from_this());
+  m_collectionController->setDelegate(self());
   m_collectionController->showWindowAtScreenPosition(
       pointer ? Point{frame.minX() + pointer->x, frame.minY() + pointer->y} : frame.center());
   orbelView().closeAllTitles();
@@ -49,21 +44,12 @@ void OrbelWindowController::openCollection(const std::shared_ptr<CollectionMenuI
 void OrbelWindowController::collectionWindowControllerShouldClose(const CollectionWindowController& sender) {
   if (&sender != m_collectionController.get()) return;
   closeCollection();
-  Platform::current().runLoop.after(kReloadAfterCollectionDelay,
-                                    [self = shared_from_this()] { self->refreshItems(); });
+  Platform::current().runLoop.after(kReloadAfterCollectionDelay, [self = self()] { self->refreshItems(); });
 }
 
 void OrbelWindowController::collectionWindowControllerDidSelectItem(
     const CollectionWindowController& sender) {
   if (&sender == m_collectionController.get()) hideWindow(false, true);
-}
-
-void OrbelWindowController::didMoveItem(ItemPath from, ItemPath to) {
-  const MenuItemPointer moved = menuItem(from);
-  if (!moved) return;
-  m_menuItems.erase(m_menuItems.begin() + from.position);
-  m_menuItems.insert(m_menuItems.begin() + static_cast<std::ptrdiff_t>(insertionIndex(to.position)), moved);
-  persistItems();
 }
 
 bool OrbelWindowController::canDropItem(ItemPath draggedPath, ItemPath targetPath) {
@@ -85,45 +71,22 @@ void OrbelWindowController::didDropItem(ItemPath draggedPath, ItemPath targetPat
   orbelView().reloadData();
 }
 
-bool OrbelWindowController::didReceiveDrag(const DragInfo& drag, ItemPath inFrontOf) {
-  if (const auto& paths = drag.filePaths()) {
-    const MenuItemList items = menuItemsForDroppedPaths(*paths);
-    const auto index = static_cast<std::ptrdiff_t>(insertionIndex(inFrontOf.position));
-    m_menuItems.insert(m_menuItems.begin() + index, items.begin(), items.end());
-  }
-  persistItems();
-  orbelView().reloadData();
-  return true;
-}
-
 bool OrbelWindowController::canDrop(const DragInfo& drag, ItemPath targetPath) {
   const MenuItemPointer target = menuItem(targetPath);
-  return target && (target->canHoldSubitems() || canOpenAny(*target, drag.filePaths()));
+  return (target && target->canHoldSubitems()) || RadialMenuController::canDrop(drag, targetPath);
 }
 
 bool OrbelWindowController::didDrop(const DragInfo& drag, ItemPath targetPath) {
   const MenuItemPointer target = menuItem(targetPath);
+  if (!target || !target->canHoldSubitems()) return RadialMenuController::didDrop(drag, targetPath);
   const auto& paths = drag.filePaths();
-  if (!target || !paths) return false;
-  const auto self = shared_from_this();
-  bool added = false;
-  bool opened = false;
-  for (const std::string& path : *paths) {
-    if (target->canHoldSubitems()) {
-      const MenuItemPointer item = menuItemForDroppedPath(path);
-      target->addSubitem(item);
-      added = added || item;
-    } else if (target->canOpenPath(path)) {
-      target->openPath(path);
-      opened = true;
-    }
-  }
-  if (opened) hideWindow(false);
-  if (added) {
-    persistItems();
-    refreshItems();
-  }
-  return added || opened;
+  const MenuItemList dropped = paths ? menuItemsForDroppedPaths(*paths) : MenuItemList();
+  if (dropped.empty()) return false;
+  for (const MenuItemPointer& item : dropped)
+    target->addSubitem(item);
+  persistItems();
+  refreshItems();
+  return true;
 }
 
 } // namespace orbel

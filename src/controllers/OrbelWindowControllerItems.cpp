@@ -1,6 +1,5 @@
 #include "controllers/OrbelWindowController.h"
 
-#include "controllers/MenuColors.h"
 #include "model/AppMenuItem.h"
 #include "model/CollectionMenuItem.h"
 #include "model/CoreMenuItem.h"
@@ -113,33 +112,19 @@ void OrbelWindowController::persistItems() {
   m_store.save(m_menuItems);
 }
 
-MenuItemPointer OrbelWindowController::menuItem(ItemPath path) const {
-  if (path.position < 0 || path.position >= static_cast<std::int64_t>(m_menuItems.size())) return nullptr;
-  return m_menuItems[static_cast<std::size_t>(path.position)];
+void OrbelWindowController::insertItem(const MenuItemPointer& item, std::size_t index) {
+  m_menuItems.insert(m_menuItems.begin() + static_cast<std::ptrdiff_t>(index), item);
 }
 
-std::size_t OrbelWindowController::insertionIndex(std::int64_t position) const {
-  return static_cast<std::size_t>(
-      std::clamp<std::int64_t>(position, 0, static_cast<std::int64_t>(m_menuItems.size())));
+void OrbelWindowController::removeItem(std::size_t index) {
+  m_menuItems.erase(m_menuItems.begin() + static_cast<std::ptrdiff_t>(index));
 }
 
 std::shared_ptr<OrbelItem> OrbelWindowController::item(ItemPath path) {
-  const MenuItemPointer menuItem = this->menuItem(path);
-  auto view = std::make_shared<OrbelItem>(menuItem->image(), menuItem->name());
-  view->setHighlighted(menuItem->isRunning());
-  view->setHighlightColor(highlightColorOnTint(AppSettings::sharedInstance().windowTintColor()));
+  auto view = RadialMenuController::item(path);
   m_shownDots.resize(m_menuItems.size());
   m_shownDots[static_cast<std::size_t>(path.position)] = view->highlighted();
   return view;
-}
-
-bool OrbelWindowController::shouldDisplayTitle(ItemPath path) {
-  // The titles are windows of their own and would stand opaque over a menu that is fading away. Nor does
-  // moving on over it open anything: what was reached has been opened.
-  if (window().isFadingOut()) return false;
-  if (!AppSettings::sharedInstance().swiftMode() || !windowVisible()) return true;
-  didClickItem(path);
-  return false;
 }
 
 } // namespace orbel

@@ -23,83 +23,57 @@ std::string withTrailingSlash(std::string path) {
 }
 } // namespace
 
-void OrbelWindowController::didRightClickItem(ItemPath path) {
-  if (itemMenuVisible()) {
-    m_itemMenu->cancelTracking();
-    return;
-  }
-  m_targetMenuItem = menuItem(path);
-  if (!m_targetMenuItem) return;
-  if (dynamic_cast<const CoreMenuItem*>(m_targetMenuItem.get()) &&
-      m_targetMenuItem->name() == CoreMenuItem::kFinder)
-    return;
-  m_itemMenu->popUp(itemMenuEntries());
+bool OrbelWindowController::hasContextMenu(const MenuItem& item) const {
+  return !dynamic_cast<const CoreMenuItem*>(&item) || item.name() != CoreMenuItem::kFinder;
 }
 
 std::vector<MenuEntry> OrbelWindowController::itemMenuEntries() {
-  const MenuItem& target = *m_targetMenuItem;
+  const MenuItem& target = *targetMenuItem();
   const auto subitems = target.subitems();
-  const bool isRunningApp = targetRunningApp() != nullptr;
   return {
-      ItemContextMenu::openWithEntry(target,
-                                     [self = weak_from_this()](std::int64_t tag) {
-                                       if (const auto controller = self.lock()) controller->openClicked(tag);
-                                     }),
+      openWithEntry(),
       ItemContextMenu::entry("Rename Collection", target.canRename(),
                              weakly(&OrbelWindowController::renameCollectionClicked)),
       ItemContextMenu::entry("Ungroup Collection", subitems && !subitems->empty(),
                              weakly(&OrbelWindowController::ungroupCollectionClicked)),
-      ItemContextMenu::entry("Quit Application", target.canQuit() && toolkitAvailable(),
-                             weakly(&OrbelWindowController::quitAppClicked)),
-      ItemContextMenu::entry("Remove from Orbel Menu", !isRunningApp,
-                             weakly(&OrbelWindowController::removeClicked)),
-      ItemContextMenu::entry("Keep in Orbel Menu", isRunningApp,
+      quitEntry(),
+      removeEntry(),
+      ItemContextMenu::entry("Keep in Orbel Menu", targetRunningApp() != nullptr,
                              weakly(&OrbelWindowController::keepAppClicked)),
   };
 }
 
 void OrbelWindowController::didRightClickOutsideOfItem(ItemPath path) {
-  if (itemMenuVisible()) {
-    m_itemMenu->cancelTracking();
-    return;
-  }
-  m_targetMenuItem = menuItem(path);
+  if (closeItemMenu()) return;
+  setTargetMenuItem(menuItem(path));
   m_outsideItemMenu = Platform::current().contextMenus.popUpAtPointer(
       {ItemContextMenu::entry("New Collection", true, weakly(&OrbelWindowController::newCollectionClicked))},
       nullptr);
 }
 
-void OrbelWindowController::openClicked(std::int64_t tag) {
-  if (m_targetMenuItem && ItemContextMenu::openWithTag(*m_targetMenuItem, tag)) hideWindow(false);
-}
-
-void OrbelWindowController::quitAppClicked() {
-  if (m_targetMenuItem) m_targetMenuItem->quit();
-}
-
 void OrbelWindowController::renameCollectionClicked() {
-  const MenuItemPointer target = m_targetMenuItem;
+  const MenuItemPointer target = targetMenuItem();
   if (!target || !target->canRename()) return;
-  m_canClose = false;
+  setCanClose(false);
   const TextPrompt prompt{localized("Rename Collection"), localized("Rename"), target->name().value_or("")};
-  Platform::current().dialogs.runTextPrompt(
-      prompt, [self = shared_from_this(), target](const std::optional<std::string>& text) {
-        // The list may have been loaded anew under the prompt.
-        const auto index = indexOfItem(self->m_menuItems, target);
-        if (index && text && !text->empty()) {
-          self->m_menuItems[*index]->rename(*text);
-          self->persistItems();
-          self->orbelView().reloadData();
-        }
-        self->m_canClose = true;
-      });
+  Platform::current().dialogs.runTextPrompt(prompt,
+                                            [self = self(), target](const std::optional<std::string>& text) {
+                                              // The list may have been loaded anew under the prompt.
+                                              const auto index = indexOfItem(self->m_menuItems, target);
+                                              if (index && text && !text->empty()) {
+                                                self->m_menuItems[*index]->rename(*text);
+                                                self->persistItems();
+                                                self->orbelView().reloadData();
+                                              }
+                                              self->setCanClose(true);
+                                            });
 }
 
 void OrbelWindowController::newCollectionClicked() {
-  m_canClose = false;
+  setCanClose(false);
   const TextPrompt prompt{localized("New Collection"), localized("Create"), localized("Collection Name")};
   Platform::current().dialogs.runTextPrompt(
-      prompt, [self = shared_from_this(), target = m_targetMenuItem](const std::optional<std::string>& text) {
+      prompt, [self = self(), target = targetMenuItem()](const std::optional<std::string>& text) {
         if (text && !text->empty()) {
           // At the end where the place has no item, or has lost it since.
           const std::size_t index = indexOfItem(self->m_menuItems, target).value_or(self->m_menuItems.size());
@@ -108,12 +82,12 @@ void OrbelWindowController::newCollectionClicked() {
           self->persistItems();
           self->orbelView().reloadData();
         }
-        self->m_canClose = true;
+        self->setCanClose(true);
       });
 }
 
 void OrbelWindowController::ungroupCollectionClicked() {
-  const auto index = indexOfItem(m_menuItems, m_targetMenuItem);
+  const auto index = indexOfItem(m_menuItems, targetMenuItem());
   const auto subitems = index ? m_menuItems[*index]->subitems() : std::nullopt;
   if (!subitems || subitems->empty()) return;
   const auto place = m_menuItems.erase(m_menuItems.begin() + static_cast<std::ptrdiff_t>(*index));
@@ -122,18 +96,8 @@ void OrbelWindowController::ungroupCollectionClicked() {
   orbelView().reloadData();
 }
 
-void OrbelWindowController::removeClicked() {
-  const auto index = indexOfItem(m_menuItems, m_targetMenuItem);
-  if (!index) return;
-  // A running program that is no longer pinned comes back among the running ones: the reload from the store
-  // finds it.
-  m_menuItems.erase(m_menuItems.begin() + static_cast<std::ptrdiff_t>(*index));
-  persistItems();
-  refreshItems();
-}
-
 std::shared_ptr<RunningAppMenuItem> OrbelWindowController::targetRunningApp() const {
-  return std::dynamic_pointer_cast<RunningAppMenuItem>(m_targetMenuItem);
+  return std::dynamic_pointer_cast<RunningAppMenuItem>(targetMenuItem());
 }
 
 void OrbelWindowController::keepAppClicked() {
@@ -144,19 +108,19 @@ void OrbelWindowController::keepAppClicked() {
     Log::warning(target->app()->localizedName() + " cannot be kept: no file is known to start it from");
     return;
   }
-  m_canClose = false;
+  setCanClose(false);
   OpenPanel panel;
   panel.title = "Orbel Menu";
   panel.message =
       localized("To add the application to Orbel Menu, please allow Orbel Menu to open the selected app.");
   panel.prompt = localized("Allow");
   panel.startPath = *bundle;
-  panel.shouldEnable = [self = weak_from_this()](const std::string& path) {
-    const auto controller = self.lock();
-    return controller && controller->shouldEnableUrl(path);
+  panel.shouldEnable = [controller = std::weak_ptr(self())](const std::string& path) {
+    const auto living = controller.lock();
+    return living && living->shouldEnableUrl(path);
   };
   Platform::current().dialogs.runOpenPanel(
-      panel, [self = shared_from_this(), target, bundle = *bundle](const std::optional<std::string>& chosen) {
+      panel, [self = self(), target, bundle = *bundle](const std::optional<std::string>& chosen) {
         const auto index = indexOfItem(self->m_menuItems, target);
         if (index && chosen && withTrailingSlash(*chosen) == withTrailingSlash(bundle)) {
           // Without the slash, which a desktop entry, being a file, cannot have.
@@ -164,7 +128,7 @@ void OrbelWindowController::keepAppClicked() {
           self->persistItems();
           self->orbelView().reloadData();
         }
-        self->m_canClose = true;
+        self->setCanClose(true);
       });
 }
 

@@ -9,16 +9,11 @@ namespace {
 constexpr double kCloseButtonSide = 30;
 }
 
-RadialMenuWindow::RadialMenuWindow(SurfaceLevel level, OrbelViewDataSource& dataSource,
-                                   OrbelViewDelegate& delegate)
-    : m_window(std::make_unique<OrbelWindow>(level)) {
+RadialMenuWindow::RadialMenuWindow(SurfaceLevel level) : m_window(std::make_unique<OrbelWindow>(level)) {
   View& content = m_window->contentView();
   m_orbelView = std::make_shared<OrbelView>(content.bounds());
   m_orbelView->setAutoresizing(Autoresizing::fillsSuperview);
   refreshMagnification();
-  m_orbelView->setDataSource(&dataSource);
-  m_orbelView->setDelegate(&delegate);
-  m_orbelView->reloadData();
   m_orbelView->registerForFileDrags();
   content.addSubview(m_orbelView);
 
@@ -33,6 +28,12 @@ RadialMenuWindow::RadialMenuWindow(SurfaceLevel level, OrbelViewDataSource& data
 RadialMenuWindow::~RadialMenuWindow() {
   m_orbelView->setDataSource(nullptr);
   m_orbelView->setDelegate(nullptr);
+}
+
+void RadialMenuWindow::attach(OrbelViewDataSource& dataSource, OrbelViewDelegate& delegate) {
+  m_orbelView->setDataSource(&dataSource);
+  m_orbelView->setDelegate(&delegate);
+  m_orbelView->reloadData();
 }
 
 void RadialMenuWindow::setFrame(Point center, double side) {

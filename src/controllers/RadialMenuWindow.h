@@ -1,6 +1,6 @@
-// A menu window with its radial view and the close button in its centre: what the main and the collection
-// menu share. Made transparent and off the screen. The controller owns it and is the view's data source and
-// delegate; both are taken out of the view when this goes.
+// A menu window with its radial view and the close button in its centre. Made transparent and off the screen.
+// The controller owns it and is the view's data source and delegate; both are taken out of the view when the
+// window is destroyed.
 #pragma once
 
 #include "chrome/CloseButton.h"
@@ -13,13 +13,15 @@ namespace orbel {
 
 class RadialMenuWindow {
 public:
-  RadialMenuWindow(SurfaceLevel level, OrbelViewDataSource& dataSource, OrbelViewDelegate& delegate);
+  explicit RadialMenuWindow(SurfaceLevel level);
   ~RadialMenuWindow();
 
   OrbelWindow& window() const { return *m_window; }
   OrbelView& orbelView() const { return *m_orbelView; }
   CloseButton& closeButton() const { return *m_closeButton; }
 
+  // Fills the view from the data source.
+  void attach(OrbelViewDataSource& dataSource, OrbelViewDelegate& delegate);
   // A square of that side, in screen points, around the point.
   void setFrame(Point center, double side);
   // Takes tint and magnification from the settings; the tint also reloads the view.

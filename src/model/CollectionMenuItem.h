@@ -34,6 +34,8 @@ public:
 
   bool canHoldSubitems() const override { return true; }
   std::optional<MenuItemList> subitems() const override { return m_subitems; }
+  // The same without a copy, until the next change.
+  const MenuItemList& members() const { return m_subitems; }
   // Each change discards the cached icon. An empty pointer is not added.
   void addSubitem(const MenuItemPointer& item) override;
   void removeSubitem(const MenuItemPointer& item) override;

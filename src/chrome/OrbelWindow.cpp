@@ -1,5 +1,6 @@
 #include "chrome/OrbelWindow.h"
 
+#include "foundation/Lifetime.h"
 #include "platform/Platform.h"
 #include "scene/Animation.h"
 
@@ -44,6 +45,7 @@ std::string rimKey(Size size, const Color& fill) {
 } // namespace
 
 struct OrbelWindow::Fade {
+  Lifetime lifetime; // a later fade ends it
   double from;
   double to;
   double start;
@@ -108,11 +110,11 @@ void OrbelWindow::setAlphaValue(double alpha) {
 void OrbelWindow::animateAlphaValue(double alpha, std::function<void()> completion) {
   RunLoop& runLoop = Platform::current().runLoop;
   m_fade =
-      std::make_shared<Fade>(Fade{alphaValue(), alpha, runLoop.clock().now(), std::move(completion), {}});
+      std::make_unique<Fade>(Fade{{}, alphaValue(), alpha, runLoop.clock().now(), std::move(completion), {}});
   if (m_reducedMotion) {
     m_surface->setAlpha(alpha);
-    runLoop.after(0, [this, fade = std::weak_ptr(m_fade)] {
-      if (fade.lock()) stepFade();
+    runLoop.after(0, [this, life = m_fade->lifetime.watch()] {
+      if (!life.hasEnded()) stepFade();
     });
     return;
   }
@@ -124,16 +126,14 @@ bool OrbelWindow::isFadingOut() const {
 }
 
 void OrbelWindow::stepFade() {
-  const auto fade = m_fade;
-  if (!fade) return;
-  const double share = (Platform::current().runLoop.clock().now() - fade->start) / kAnimationDuration;
-  const bool reduced = !fade->frames;
+  const double share = (Platform::current().runLoop.clock().now() - m_fade->start) / kAnimationDuration;
+  const bool reduced = !m_fade->frames;
   if (share < 1 && !reduced) {
-    m_surface->setAlpha(fade->from + (fade->to - fade->from) * easeInEaseOut(share));
+    m_surface->setAlpha(m_fade->from + (m_fade->to - m_fade->from) * easeInEaseOut(share));
     return;
   }
-  m_surface->setAlpha(fade->to);
-  m_fade.reset();
+  m_surface->setAlpha(m_fade->to);
+  const auto fade = std::move(m_fade);
   fade->frames.reset();
   // Last, because it may end this window.
   if (fade->completion) fade->completion();

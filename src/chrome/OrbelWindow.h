@@ -80,7 +80,7 @@ private:
   bool m_backgroundBlurred;
   Color m_tintColor = Color::white(1);
   std::function<void()> m_cancelBlock;
-  std::shared_ptr<Fade> m_fade;
+  std::unique_ptr<Fade> m_fade;
 };
 
 } // namespace orbel

@@ -15,8 +15,8 @@ void ItemContextMenu::cancelTracking() {
 }
 
 void ItemContextMenu::menuDidClose() {
-  Platform::current().runLoop.after(kClosingDelay, [self = weak_from_this()] {
-    if (const auto menu = self.lock()) menu->m_itemMenuVisible = false;
+  Platform::current().runLoop.after(kClosingDelay, [this, life = m_lifetime.watch()] {
+    if (!life.hasEnded()) m_itemMenuVisible = false;
   });
 }
 

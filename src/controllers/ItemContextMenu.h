@@ -1,8 +1,9 @@
 // The context menu of an item: builds the "Open With..." choices, pops the menu up, and remembers for half a
 // second after it closed that it was open, so that the click which closed it does not open it again. Owned by
-// a menu controller; held by shared_ptr because the delay may outlast it.
+// a menu controller.
 #pragma once
 
+#include "foundation/Lifetime.h"
 #include "model/MenuItem.h"
 #include "platform/ContextMenus.h"
 
@@ -14,7 +15,7 @@
 
 namespace orbel {
 
-class ItemContextMenu : public ContextMenuDelegate, public std::enable_shared_from_this<ItemContextMenu> {
+class ItemContextMenu : public ContextMenuDelegate {
 public:
   // Seconds.
   static constexpr double kClosingDelay = 0.5;
@@ -37,6 +38,7 @@ public:
 private:
   bool m_itemMenuVisible = false;
   std::unique_ptr<OpenContextMenu> m_openMenu;
+  Lifetime m_lifetime; // the delay may outlast the menu
 };
 
 } // namespace orbel

@@ -94,14 +94,14 @@ void RadialMenuController::activate(const MenuItemPointer& item) {
 
 bool RadialMenuController::closeItemMenu() {
   if (!itemMenuVisible()) return false;
-  m_itemMenu->cancelTracking();
+  m_itemMenu.cancelTracking();
   return true;
 }
 
 void RadialMenuController::didRightClickItem(ItemPath path) {
   if (closeItemMenu()) return;
   m_targetMenuItem = menuItem(path);
-  if (m_targetMenuItem && hasContextMenu(*m_targetMenuItem)) m_itemMenu->popUp(itemMenuEntries());
+  if (m_targetMenuItem && hasContextMenu(*m_targetMenuItem)) m_itemMenu.popUp(itemMenuEntries());
 }
 
 MenuEntry RadialMenuController::openWithEntry() {

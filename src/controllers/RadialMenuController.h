@@ -34,7 +34,7 @@ public:
   CloseButton& closeButton() const { return m_menuWindow.closeButton(); }
   // The item that the last context menu was opened for; its entries act on it.
   const MenuItemPointer& targetMenuItem() const { return m_targetMenuItem; }
-  bool itemMenuVisible() const { return m_itemMenu->itemMenuVisible(); }
+  bool itemMenuVisible() const { return m_itemMenu.itemMenuVisible(); }
   // While false nothing hides the menu.
   bool canClose() const { return m_canClose; }
   void setCanClose(bool canClose) { m_canClose = canClose; }
@@ -124,7 +124,7 @@ private:
   std::size_t insertionIndex(std::int64_t position) const;
 
   RadialMenuWindow m_menuWindow;
-  std::shared_ptr<ItemContextMenu> m_itemMenu = std::make_shared<ItemContextMenu>();
+  ItemContextMenu m_itemMenu;
   MenuItemPointer m_targetMenuItem;
   bool m_canClose = true;
   std::vector<Registration> m_observations;

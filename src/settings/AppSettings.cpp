@@ -234,10 +234,9 @@ void AppSettings::watchRest(const std::vector<Touch>& touches, std::int64_t fing
   auto startTouches = m_restingFingers.touchesChanged(touches, fingerCount);
   if (!startTouches) return;
   Platform::current().runLoop.after(RestingFingersRecognizer::kRestDuration,
-                                    [settings = weak_from_this(), start = std::move(*startTouches)] {
-                                      const auto self = settings.lock();
-                                      if (self && self->m_restingFingers.isRest(start))
-                                        self->postShouldShow(kShowEventTrackpad);
+                                    [this, life = m_lifetime.watch(), start = std::move(*startTouches)] {
+                                      if (!life.hasEnded() && m_restingFingers.isRest(start))
+                                        postShouldShow(kShowEventTrackpad);
                                     });
 }
 

@@ -6,6 +6,7 @@
 #pragma once
 
 #include "foundation/Color.h"
+#include "foundation/Lifetime.h"
 #include "foundation/Registration.h"
 #include "platform/EventTaps.h"
 #include "settings/PointerCircleRecognizer.h"
@@ -32,7 +33,7 @@ enum class Gesture : std::int64_t {
   pointerCircle = 5,
 };
 
-class AppSettings : public std::enable_shared_from_this<AppSettings> {
+class AppSettings {
 public:
   // Made at the first call (SharedObjects), with its event taps, all disabled. The platform must be there.
   static AppSettings& sharedInstance();
@@ -118,6 +119,7 @@ private:
   mutable std::optional<PropertyList> m_refusedTint; // as last logged
   Registration m_loginItemObservation;
   SettingsWatch m_watch;
+  Lifetime m_lifetime; // a rest may end after the settings
 };
 
 } // namespace orbel

@@ -21,7 +21,7 @@ public:
 
 private:
   struct State;
-  std::shared_ptr<State> m_state;
+  std::unique_ptr<State> m_state;
 };
 
 } // namespace orbel::linux

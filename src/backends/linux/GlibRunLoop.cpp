@@ -164,7 +164,7 @@ struct GlibRunLoop::Frames {
 
 GlibRunLoop::GlibRunLoop()
     : m_clock(std::make_unique<MonotonicClock>()), m_delays(Delays::make()),
-      m_frames(std::make_shared<Frames>()) {}
+      m_frames(std::make_unique<Frames>()) {}
 
 GlibRunLoop::~GlibRunLoop() {
   m_delays->end();
@@ -188,8 +188,8 @@ Registration GlibRunLoop::onEveryFrame(std::function<void()> block) {
   auto entry = std::make_shared<std::function<void()>>(std::move(block));
   m_frames->blocks.push_back(entry);
   if (m_frames->living++ == 0) m_frames->begin();
-  return Registration([entry, frames = std::weak_ptr(m_frames)] {
-    if (const auto living = frames.lock()) living->end(entry);
+  return Registration([this, life = m_lifetime.watch(), entry] {
+    if (!life.hasEnded()) m_frames->end(entry);
   });
 }
 

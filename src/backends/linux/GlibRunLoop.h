@@ -4,6 +4,7 @@
 // are dropped.
 #pragma once
 
+#include "foundation/Lifetime.h"
 #include "foundation/RunLoop.h"
 
 #include <memory>
@@ -34,7 +35,8 @@ private:
   struct Frames;
   std::unique_ptr<Clock> m_clock;
   std::shared_ptr<Delays> m_delays;
-  std::shared_ptr<Frames> m_frames;
+  std::unique_ptr<Frames> m_frames;
+  Lifetime m_lifetime; // registrations may outlive the run loop
 };
 
 } // namespace orbel::linux

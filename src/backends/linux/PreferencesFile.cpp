@@ -83,8 +83,8 @@ bool PreferencesFile::synchronize() {
 
 void PreferencesFile::scheduleSave() {
   if (std::exchange(m_isSaveScheduled, true)) return;
-  m_runLoop.after(kSaveDelay, [this, life = std::weak_ptr(m_life)] {
-    if (life.expired()) return;
+  m_runLoop.after(kSaveDelay, [this, life = m_lifetime.watch()] {
+    if (life.hasEnded()) return;
     m_isSaveScheduled = false;
     save(Patience::waitForWriter);
   });
@@ -280,8 +280,8 @@ void PreferencesFile::keepDatedCopy() {
 
 void PreferencesFile::scheduleReading(double delay) {
   ++m_readingsScheduled;
-  m_runLoop.after(delay, [this, life = std::weak_ptr(m_life)] {
-    if (life.expired()) return;
+  m_runLoop.after(delay, [this, life = m_lifetime.watch()] {
+    if (life.hasEnded()) return;
     // The last one reads: each change of the file puts the reading off until a little after it.
     if (--m_readingsScheduled == 0) fileMayHaveChanged();
   });

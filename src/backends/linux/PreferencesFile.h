@@ -7,6 +7,7 @@
 
 #include "backends/linux/FileStorage.h"
 #include "backends/linux/FolderWatch.h"
+#include "foundation/Lifetime.h"
 #include "foundation/Observers.h"
 #include "foundation/RunLoop.h"
 #include "platform/PreferencesStore.h"
@@ -82,7 +83,7 @@ private:
   std::unique_ptr<FolderWatch> m_folderWatch;
   std::unique_ptr<FolderWatch> m_targetWatch; // the folder of the file that a symbolic link leads to
   Observers<> m_observers;
-  std::shared_ptr<bool> m_life = std::make_shared<bool>(true); // delayed blocks hold it weakly
+  Lifetime m_lifetime; // delayed blocks watch it
 };
 
 } // namespace orbel::linux

@@ -50,8 +50,8 @@ void MouseMovedTap::listenAsNeeded() {
 void MouseMovedTap::moved() {
   const auto start = Clock::now();
   const auto mouseMoved = m_mouseMoved; // it may end the tap
-  const std::weak_ptr<bool> life = m_life;
-  if (mouseMoved() == EventTaps::MovementUse::ignored || life.expired() || !m_enabled) return;
+  const auto life = m_lifetime.watch();
+  if (mouseMoved() == EventTaps::MovementUse::ignored || life.hasEnded() || !m_enabled) return;
   // What was summoned by it may have taken a while.
   const auto rest = std::chrono::ceil<std::chrono::milliseconds>(kPause - (Clock::now() - start));
   if (rest.count() > 0) m_endOfPause.schedule(rest);

@@ -5,13 +5,13 @@
 #pragma once
 
 #include "backends/x11/DelayedCall.h"
+#include "foundation/Lifetime.h"
 #include "foundation/Registration.h"
 #include "platform/EventTaps.h"
 
 #include <bitset>
 #include <cstdint>
 #include <functional>
-#include <memory>
 
 namespace orbel::x11 {
 
@@ -36,9 +36,9 @@ private:
   std::bitset<256> m_held;
   Registration m_presses;
   Registration m_releases;
-  Registration m_motion;                                       // none during a drag and during a pause
-  DelayedCall m_endOfPause;                                    // pending during one
-  std::shared_ptr<bool> m_life = std::make_shared<bool>(true); // a handler may end the tap
+  Registration m_motion;    // none during a drag and during a pause
+  DelayedCall m_endOfPause; // pending during one
+  Lifetime m_lifetime;      // a handler may end the tap
 };
 
 } // namespace orbel::x11

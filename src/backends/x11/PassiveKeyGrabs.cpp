@@ -27,8 +27,7 @@ std::string describe(KeyCombination combination) {
 PassiveKeyGrabs::PassiveKeyGrabs(Connection& connection)
     : m_connection(connection), m_extensionGrabs(connection), m_modifiers(ModifierMap::current(connection)),
       m_xkb(XkbEvents::selectKeymapChanges(connection)), m_mappingChange([this] { mappingChanged(); }),
-      m_events(connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); })),
-      m_self(std::make_shared<PassiveKeyGrabs*>(this)) {
+      m_events(connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); })) {
   if (m_xkb) m_xkb->makeAutoRepeatDetectable(connection);
 }
 
@@ -50,8 +49,8 @@ Registration PassiveKeyGrabs::grab(KeyCombination combination, std::function<voi
   }
   auto entry = std::make_shared<Entry>(Entry{combination, std::move(pressed), std::move(grabs)});
   m_entries.push_back(entry);
-  return Registration([self = std::weak_ptr(m_self), entry] {
-    if (const auto living = self.lock()) (*living)->remove(entry);
+  return Registration([this, life = m_lifetime.watch(), entry] {
+    if (!life.hasEnded()) remove(entry);
   });
 }
 

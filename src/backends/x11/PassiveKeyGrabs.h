@@ -8,6 +8,7 @@
 #include "backends/x11/ExtensionKeyGrabs.h"
 #include "backends/x11/ModifierMap.h"
 #include "backends/x11/XkbEvents.h"
+#include "foundation/Lifetime.h"
 #include "foundation/Registration.h"
 
 #include <bitset>
@@ -76,7 +77,7 @@ private:
   xcb_keycode_t m_activatingKey = 0; // the key whose release ends the current grab; 0 when there is none
   DelayedCall m_mappingChange;
   Registration m_events;
-  std::shared_ptr<PassiveKeyGrabs*> m_self; // registrations may outlive us
+  Lifetime m_lifetime; // registrations may outlive us
 };
 
 } // namespace orbel::x11

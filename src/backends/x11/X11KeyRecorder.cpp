@@ -43,8 +43,7 @@ std::string describe(xcb_grab_status_t status) {
 X11KeyRecorder::X11KeyRecorder(Connection& connection, FocusedWindow& focusedWindow)
     : m_connection(connection), m_focusedWindow(focusedWindow),
       m_xkb(XkbEvents::selectKeymapChanges(connection)), m_modifiers(ModifierMap::current(connection)),
-      m_events(connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); })),
-      m_self(std::make_shared<X11KeyRecorder*>(this)) {}
+      m_events(connection.observeEvents([this](const xcb_generic_event_t& event) { handleEvent(event); })) {}
 
 X11KeyRecorder::~X11KeyRecorder() {
   releaseKeyboard();
@@ -61,8 +60,8 @@ Registration X11KeyRecorder::record(Handlers handlers) {
     // A copy: losing the focus usually ends the recording.
     if (const auto focusLost = recording->focusLost) focusLost();
   });
-  return Registration([self = std::weak_ptr(m_self), recording] {
-    if (const auto living = self.lock()) (*living)->end(recording);
+  return Registration([this, life = m_lifetime.watch(), recording] {
+    if (!life.hasEnded()) end(recording);
   });
 }
 

@@ -7,6 +7,7 @@
 #include "backends/x11/FocusedWindow.h"
 #include "backends/x11/ModifierMap.h"
 #include "backends/x11/XkbEvents.h"
+#include "foundation/Lifetime.h"
 #include "foundation/Registration.h"
 #include "platform/KeyRecorder.h"
 
@@ -66,7 +67,7 @@ private:
   bool m_isTelling = false;
   Registration m_focusLoss;
   Registration m_events;
-  std::shared_ptr<X11KeyRecorder*> m_self; // registrations may outlive us
+  Lifetime m_lifetime; // registrations may outlive us
 };
 
 } // namespace orbel::x11

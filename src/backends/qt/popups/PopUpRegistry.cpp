@@ -19,7 +19,7 @@ public:
 
   bool eventFilter(QObject* watched, QEvent* event) override {
     const bool endsClick = event->type() == QEvent::MouseButtonRelease || event->type() == QEvent::Close;
-    if (endsClick && watched->isWindowType() && !m_registry.m_popUps->empty()) m_registry.m_drainTaps();
+    if (endsClick && watched->isWindowType() && !m_registry.m_popUps.empty()) m_registry.m_drainTaps();
     return false;
   }
 
@@ -33,13 +33,11 @@ PopUpRegistry::~PopUpRegistry() = default;
 
 Registration PopUpRegistry::add(QWidget& popUp) {
   if (m_drainTaps && !m_eventWatch) m_eventWatch = std::make_unique<EventWatch>(*this);
-  m_popUps->push_back(&popUp);
-  // A pop-up may outlive the registry at the end of the program.
-  return Registration([popUps = std::weak_ptr<PopUps>(m_popUps), pointer = QPointer<QWidget>(&popUp)] {
-    const auto list = popUps.lock();
-    if (!list) return;
-    const auto found = std::find(list->begin(), list->end(), pointer);
-    if (found != list->end()) list->erase(found);
+  m_popUps.push_back(&popUp);
+  return Registration([this, life = m_lifetime.watch(), pointer = QPointer<QWidget>(&popUp)] {
+    if (life.hasEnded()) return;
+    const auto found = std::find(m_popUps.begin(), m_popUps.end(), pointer);
+    if (found != m_popUps.end()) m_popUps.erase(found);
   });
 }
 
@@ -48,7 +46,7 @@ bool PopUpRegistry::isPointerOver() const {
 }
 
 bool PopUpRegistry::contains(QPoint position) const {
-  if (m_popUps->empty()) return false;
+  if (m_popUps.empty()) return false;
   const auto windows = QApplication::topLevelWidgets();
   return std::any_of(windows.begin(), windows.end(), [&](const QWidget* window) {
     return window->isVisible() && window->frameGeometry().contains(position) && belongsToPopUp(window);
@@ -57,7 +55,7 @@ bool PopUpRegistry::contains(QPoint position) const {
 
 bool PopUpRegistry::belongsToPopUp(const QWidget* window) const {
   for (const QWidget* widget = window; widget; widget = widget->parentWidget()) {
-    if (std::any_of(m_popUps->begin(), m_popUps->end(), [&](const auto& popUp) { return popUp == widget; }))
+    if (std::any_of(m_popUps.begin(), m_popUps.end(), [&](const auto& popUp) { return popUp == widget; }))
       return true;
   }
   return false;

@@ -4,6 +4,7 @@
 // there.
 #pragma once
 
+#include "foundation/Lifetime.h"
 #include "foundation/Registration.h"
 
 #include <QPoint>
@@ -38,9 +39,10 @@ private:
   using PopUps = std::vector<QPointer<QWidget>>;
   bool belongsToPopUp(const QWidget* window) const;
 
-  std::shared_ptr<PopUps> m_popUps = std::make_shared<PopUps>();
+  PopUps m_popUps;
   std::function<void()> m_drainTaps;
   std::unique_ptr<EventWatch> m_eventWatch; // from the first pop-up on
+  Lifetime m_lifetime;                      // a pop-up may outlive the registry at the end of the program
 };
 
 } // namespace orbel::qt

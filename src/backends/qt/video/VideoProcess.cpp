@@ -36,7 +36,7 @@ void VideoProcess::tell(VideoCommand command) {
 
 void VideoProcess::readMessages() {
   m_messages.add(m_process.readAllStandardOutput());
-  const std::weak_ptr<char> life = m_life;
+  const auto life = m_lifetime.watch();
   while (auto message = m_messages.next()) {
     if (message->kind == VideoMessage::Kind::frame) {
       tell(VideoCommand::frameTaken);
@@ -45,7 +45,7 @@ void VideoProcess::readMessages() {
     } else if (m_handlers.didPlayToEnd) {
       m_handlers.didPlayToEnd();
     }
-    if (life.expired()) return;
+    if (life.hasEnded()) return;
   }
   if (!m_messages.isBroken()) return;
   report("the video program does not speak our language");

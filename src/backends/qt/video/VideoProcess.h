@@ -1,13 +1,13 @@
 // One video that plays in a process of its own. Made by QtVideoPlayers.
 #pragma once
 
+#include "foundation/Lifetime.h"
 #include "platform/VideoPlayer.h"
 #include "protocols/video/VideoMessage.h"
 
 #include <QProcess>
 #include <QString>
 
-#include <memory>
 #include <string>
 
 namespace orbel::qt {
@@ -35,7 +35,7 @@ private:
   VideoPlayerHandlers m_handlers;
   QProcess m_process;
   VideoMessageReader m_messages;
-  std::shared_ptr<char> m_life = std::make_shared<char>(); // handlers may end this object
+  Lifetime m_lifetime; // handlers may end this object
   bool m_isReported = false;
 };
 

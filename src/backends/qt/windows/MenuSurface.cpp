@@ -172,19 +172,19 @@ void MenuSurface::windowPointerLeft() {
 
 void MenuSurface::windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
   m_pointerInside = true;
-  const std::weak_ptr<char> life = m_life;
+  const auto life = m_lifetime.watch();
   // Beside an open menu a press only ends the menu. The toolkit sees to that once it has taken the pointer,
   // but it does so after it has shown the menu, and a quick hand's press still comes here.
   const bool endsMenu = closeOpenMenus();
-  if (life.expired()) return;
+  if (life.hasEnded()) return;
   m_swallowedPress = endsMenu ? std::optional(button) : std::nullopt;
   if (!endsMenu && m_delegate) m_delegate->pointerPressed(button, mouseEvent(position, modifiers));
 }
 
 void MenuSurface::windowReleased(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
-  const std::weak_ptr<char> life = m_life;
+  const auto life = m_lifetime.watch();
   m_system.drainTaps();
-  if (life.expired()) return;
+  if (life.hasEnded()) return;
   const bool isNobodys = m_swallowedPress == button;
   if (isNobodys) m_swallowedPress.reset();
   if (!isNobodys && m_delegate) m_delegate->pointerReleased(button, mouseEvent(position, modifiers));
@@ -195,9 +195,9 @@ void MenuSurface::windowDragged(QDropEvent& event) {
   m_drag->setLocation(windowPoint(event.position()));
   event.ignore();
   if (!m_delegate) return;
-  const std::weak_ptr<char> life = m_life;
+  const auto life = m_lifetime.watch();
   auto answer = FileDrag::answer(m_delegate->dragMoved(*m_drag), event.possibleActions());
-  if (life.expired() || !m_drag) return;
+  if (life.hasEnded() || !m_drag) return;
   if (event.type() == QEvent::Drop) {
     // The drag stays alive while it is dropped, whatever becomes of the surface.
     const FileDrag dropped = std::move(*m_drag);

@@ -7,6 +7,7 @@
 #include "backends/qt/windows/Backdrop.h"
 #include "backends/qt/windows/FileDrag.h"
 #include "backends/qt/windows/MenuWindow.h"
+#include "foundation/Lifetime.h"
 #include "platform/Surface.h"
 
 #include <memory>
@@ -82,7 +83,7 @@ private:
   std::unique_ptr<common::PointerWatch> m_pointerWatch;
   QtCanvas::Scratch m_scratch;
   std::optional<FileDrag> m_drag;
-  std::shared_ptr<char> m_life = std::make_shared<char>(); // watched across calls that may end the surface
+  Lifetime m_lifetime; // watched across calls that may end the surface
 };
 
 } // namespace orbel::qt

@@ -1,24 +1,21 @@
 #include "controllers/CompanionToolkit.h"
 
 #include "platform/Platform.h"
+#include "protocols/companion/CompanionUrl.h"
 
 namespace orbel {
 
-namespace {
-constexpr const char* kStartUrl = "orbelmenu-toolkit:";
-constexpr const char* kTerminateUrl = "orbelmenu-toolkit:terminate";
-} // namespace
-
 bool CompanionToolkit::isAvailable() {
-  return Platform::current().workspace.applicationForUrl(kStartUrl).has_value();
+  const std::string url = CompanionUrl::compose(CompanionUrl::Start{});
+  return Platform::current().workspace.applicationForUrl(url).has_value();
 }
 
 void CompanionToolkit::start() {
-  if (isAvailable()) Platform::current().workspace.openUrl(kStartUrl);
+  if (isAvailable()) Platform::current().workspace.openUrl(CompanionUrl::compose(CompanionUrl::Start{}));
 }
 
 void CompanionToolkit::terminate() {
-  if (isAvailable()) Platform::current().workspace.openUrl(kTerminateUrl);
+  if (isAvailable()) Platform::current().workspace.openUrl(CompanionUrl::compose(CompanionUrl::Terminate{}));
 }
 
 } // namespace orbel

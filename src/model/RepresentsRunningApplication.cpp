@@ -1,14 +1,9 @@
 #include "model/RepresentsRunningApplication.h"
 
 #include "platform/Platform.h"
-
-#include <string>
+#include "protocols/companion/CompanionUrl.h"
 
 namespace orbel {
-
-namespace {
-constexpr const char* kTerminateUrl = "orbelmenu-toolkit:terminate/"; // followed by the process identifier
-}
 
 RunningApplicationPointer RepresentsRunningApplication::firstRepresentedApplication() const {
   for (const auto& application : Platform::current().workspace.runningApplications()) {
@@ -20,8 +15,8 @@ RunningApplicationPointer RepresentsRunningApplication::firstRepresentedApplicat
 void RepresentsRunningApplication::quitFirstRepresentedApplication() const {
   const auto application = firstRepresentedApplication();
   if (!application) return;
-  const std::int64_t processIdentifier = application->processIdentifier();
-  Platform::current().workspace.openUrl(kTerminateUrl + std::to_string(processIdentifier));
+  Platform::current().workspace.openUrl(
+      CompanionUrl::compose(CompanionUrl::Quit{application->processIdentifier()}));
 }
 
 } // namespace orbel

@@ -3,7 +3,7 @@
 // and end it find nothing left to do. Status 0 when done, 1 when the process was refused, 2 when the URL was.
 #include "backends/x11/Connection.h"
 #include "backends/x11/WindowCloser.h"
-#include "protocols/companion/CompanionRequest.h"
+#include "protocols/companion/CompanionUrl.h"
 
 #include <cstdio>
 #include <string>
@@ -47,11 +47,8 @@ int quit(std::int32_t processIdentifier) {
 
 int main(int argumentCount, char** arguments) {
   if (argumentCount != 2) return refuse(kUrlRefused, "exactly one URL is expected");
-  const auto request = CompanionRequest::parse(arguments[1]);
-  if (const auto* refusal = std::get_if<CompanionRequest::Refusal>(&request)) {
-    return refuse(kUrlRefused, refusal->cause);
-  }
-  if (const auto* toQuit = std::get_if<CompanionRequest::Quit>(&request))
-    return quit(toQuit->processIdentifier);
+  const auto request = CompanionUrl::parse(arguments[1]);
+  if (!request) return refuse(kUrlRefused, request.cause());
+  if (const auto* toQuit = std::get_if<CompanionUrl::Quit>(&*request)) return quit(toQuit->processIdentifier);
   return kDone;
 }

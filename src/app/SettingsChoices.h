@@ -1,7 +1,7 @@
 // The entries of the settings window's pop-up buttons: a stored value as the tag, plain words as the title.
 #pragma once
 
-#include "platform/SettingsForm.h"
+#include "platform/SettingsFormDescription.h"
 
 #include <vector>
 

@@ -1,6 +1,5 @@
 #include "app/SettingsWindowController.h"
 
-#include "app/SettingsChoices.h"
 #include "platform/Platform.h"
 #include "settings/AppSettings.h"
 #include "settings/SettingsKeys.h"
@@ -11,16 +10,11 @@
 namespace orbel {
 
 namespace {
-constexpr double kTintDiscSide = 28;
-constexpr double kTintSwatchSide = 22;
 constexpr double kSwatchBorderWidth = 1;
-constexpr Rect kShortcutFrame{0, 0, 190, 24};
-constexpr Rect kCloseFrame{0, 0, 20, 20};
 
 constexpr const char* kHelpVideo = "ThreeFingerRest";
 constexpr const char* kHelpVideoExtension = "mp4";
 constexpr const char* kWebsite = "https://orbelmenu.org";
-constexpr const char* kShownWebsite = "orbelmenu.org";
 
 std::string localized(std::string_view english) {
   return Platform::current().text.localized(english);
@@ -34,13 +28,6 @@ void showAlert(std::string message) {
   Alert alert;
   alert.message = std::move(message);
   Platform::current().dialogs.runAlert(alert, {});
-}
-
-std::string toolTipAt(const MASShortcutView& view, Point place) {
-  for (const auto& toolTip : view.toolTips()) {
-    if (toolTip.area.contains(place)) return toolTip.text;
-  }
-  return {};
 }
 } // namespace
 
@@ -59,7 +46,7 @@ RoundedEffectsWindow& SettingsWindowController::window() {
 }
 
 void SettingsWindowController::loadWindow() {
-  m_form = Platform::current().settingsForms.load(formContents(), *this);
+  m_form = Platform::current().settingsForms.load(describeForm());
   m_window.emplace(m_form->window());
   windowDidLoad();
 }
@@ -84,64 +71,6 @@ void SettingsWindowController::windowDidLoad() {
   });
 }
 
-SettingsFormContents SettingsWindowController::formContents() {
-  return {.gestures = SettingsChoices::gestures(),
-          .menuSizes = SettingsChoices::menuSizes(),
-          .windowTintButton = windowTintButton(),
-          .shortcutView = shortcutControl(),
-          .closeButton = closeControl(),
-          .version = ORBEL_VERSION,
-          .website = kShownWebsite};
-}
-
-HostedView SettingsWindowController::windowTintButton() {
-  m_windowTintDisc = std::make_shared<RoundVisualEffectView>(Rect(0, 0, kTintDiscSide, kTintDiscSide));
-  m_windowTintButtonView =
-      std::make_shared<SwatchView>(Rect::centeredAt(m_windowTintDisc->bounds().center(), kTintSwatchSide));
-  auto button = std::make_shared<MouseSensitiveView>(m_windowTintDisc->bounds());
-  const auto clicked = weakly(&SettingsWindowController::windowTintClicked);
-  button->setMouseClickBlock([clicked](const MouseEvent&) { clicked(); });
-  m_windowTintDisc->addSubview(m_windowTintButtonView);
-  m_windowTintDisc->addSubview(std::move(button));
-  const auto colorName = [swatch = std::weak_ptr(m_windowTintButtonView)] {
-    const auto view = swatch.lock();
-    return view ? ColorSelectViewController::nameOf(view->fillColor()) : std::string();
-  };
-  return {.view = m_windowTintDisc,
-          .accessibleName = localized("Menu color"),
-          .accessibleValue = colorName,
-          .toolTipAt = [](Point) { return localized("Choose the color of the menu"); },
-          .press = clicked};
-}
-
-HostedView SettingsWindowController::shortcutControl() {
-  m_shortcutView = std::make_shared<MASShortcutView>(kShortcutFrame, Platform::current().keyRecorder);
-  const std::weak_ptr<MASShortcutView> weakView = m_shortcutView;
-  return {.view = m_shortcutView,
-          .accessibleName = localized("Keyboard shortcut"),
-          .accessibleValue =
-              [weakView] {
-                const auto view = weakView.lock();
-                return view && view->shortcutValue() ? view->shortcutValue()->description() : std::string();
-              },
-          .toolTipAt =
-              [weakView](Point place) {
-                const auto view = weakView.lock();
-                return view ? toolTipAt(*view, place) : std::string();
-              },
-          .press =
-              [weakView] {
-                if (const auto view = weakView.lock()) view->setRecording(true);
-              }};
-}
-
-HostedView SettingsWindowController::closeControl() {
-  m_closeButton = std::make_shared<CloseButton>(kCloseFrame);
-  return {.view = m_closeButton, .accessibleName = localized("Close"), .press = [self = weak_from_this()] {
-            if (const auto controller = self.lock()) controller->window().close();
-          }};
-}
-
 void SettingsWindowController::applyColorScheme() {
   const ColorScheme scheme = m_window->colorScheme();
   m_windowTintDisc->setColorScheme(scheme);
@@ -160,19 +89,13 @@ void SettingsWindowController::showWindow() {
 void SettingsWindowController::reloadValues() {
   if (!m_form) return;
   const AppSettings& stored = settings();
-  const std::int64_t gesture = stored.gestureSettings();
-  m_form->setValues({.gesture = gesture,
-                     .menuSize = stored.menuSizeSettings(),
-                     .magnify = stored.magnifySettings(),
-                     .showRunningApps = stored.showRunningApps(),
-                     .startOnLogin = stored.launchAtLogin(),
-                     .swiftMode = stored.swiftMode()});
+  m_bindings.update(*m_form);
   m_windowTintButtonView->setFillColor(stored.windowTintColor());
-  updateHelpButton(gesture);
+  updateHelpButton(stored.gestureSettings());
 }
 
 void SettingsWindowController::updateHelpButton(std::int64_t gesture) {
-  m_form->setHelpButtonVisible(gesture == static_cast<std::int64_t>(Gesture::threeFingersResting));
+  m_form->setVisible(kHelpButton, gesture == static_cast<std::int64_t>(Gesture::threeFingersResting));
 }
 
 void SettingsWindowController::gesturePopUpClicked(std::int64_t selectedTag) {
@@ -232,7 +155,7 @@ void SettingsWindowController::windowTintClicked() {
   });
   m_currentPopover->setContent(m_colorSelection->content(settings().windowTintColor()),
                                ColorSelectViewController::kColumns);
-  m_currentPopover->show(SettingsControl::windowTint);
+  m_currentPopover->show(kWindowTintButton);
 }
 
 void SettingsWindowController::didSelectColor(const Color& color) {
@@ -256,7 +179,7 @@ void SettingsWindowController::helpClicked() {
   m_threeFingerRestPopover->setContent(
       {{.view = m_playerView, .accessibleName = localized("How to rest three fingers")}}, 1);
   if (m_threeFingerRestPlayer) m_threeFingerRestPlayer->seekToStart();
-  m_threeFingerRestPopover->show(SettingsControl::help);
+  m_threeFingerRestPopover->show(kHelpButton);
   if (m_threeFingerRestPlayer) m_threeFingerRestPlayer->play();
 }
 

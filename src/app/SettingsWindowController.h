@@ -5,6 +5,7 @@
 #pragma once
 
 #include "app/ColorSelectViewController.h"
+#include "app/SettingsBindings.h"
 #include "chrome/BezelView.h"
 #include "chrome/CloseButton.h"
 #include "chrome/RoundVisualEffectView.h"
@@ -19,11 +20,11 @@
 #include <functional>
 #include <memory>
 #include <optional>
+#include <vector>
 
 namespace orbel {
 
-class SettingsWindowController : public SettingsFormDelegate,
-                                 public ColorSelectViewControllerDelegate,
+class SettingsWindowController : public ColorSelectViewControllerDelegate,
                                  public std::enable_shared_from_this<SettingsWindowController> {
 public:
   // Points, of the help video as it is shown.
@@ -41,7 +42,8 @@ public:
   // In front, with the keyboard, and with the present values.
   void showWindow();
   // Every control shows the stored value again: at each show, when the store changes while the window is
-  // open, and where a setting may refuse what was chosen. The window must be loaded.
+  // open, and where a setting may refuse what was chosen. Nothing is sent to a control that shows its value
+  // already. The window must be loaded.
   void reloadValues();
 
   // The window must be loaded.
@@ -54,16 +56,16 @@ public:
   // The player while the help popover is open and the video can be played.
   const VideoPlayer* threeFingerRestPlayer() const { return m_threeFingerRestPlayer.get(); }
 
-  void gesturePopUpClicked(std::int64_t selectedTag) override;
-  void magnifyCheckboxClicked(bool on) override;
-  void menuSizeClicked(std::int64_t selectedTag) override;
-  void showRunningAppsClicked(bool on) override;
-  void startOnLoginCheckboxClicked(bool on) override;
-  void swiftModeCheckboxClicked(bool on) override;
-  void swiftModeInfoClicked() override;
-  void helpClicked() override;
-  void websiteClicked() override;
-  void quitClicked() override;
+  void gesturePopUpClicked(std::int64_t selectedTag);
+  void magnifyCheckboxClicked(bool on);
+  void menuSizeClicked(std::int64_t selectedTag);
+  void showRunningAppsClicked(bool on);
+  void startOnLoginCheckboxClicked(bool on);
+  void swiftModeCheckboxClicked(bool on);
+  void swiftModeInfoClicked();
+  void helpClicked();
+  void websiteClicked();
+  void quitClicked();
   void windowTintClicked();
   void didSelectColor(const Color& color) override;
 
@@ -73,15 +75,24 @@ public:
   void popoverDidClose(const Popover& popover);
 
 private:
+  // Of the controls that popovers stand beside.
+  static constexpr const char* kHelpButton = "helpButton";
+  static constexpr const char* kWindowTintButton = "windowTintButtonView";
+
   explicit SettingsWindowController(std::function<void()> terminate);
   void loadWindow();
-  SettingsFormContents formContents();
+  // The whole window, in SettingsWindowControllerForm.cpp: a new setting is one row more there.
+  SettingsFormDescription describeForm();
+  SettingsGroup describeSummoning();
+  SettingsGroup describeAppearance();
+  SettingsGroup describeBehavior();
+  std::vector<SettingsKey> describeKeys();
   HostedView windowTintButton();
   HostedView shortcutControl();
   HostedView closeControl();
   void applyColorScheme();
   void updateHelpButton(std::int64_t gesture);
-  // A block that does nothing once the controller has gone.
+  // A block that does nothing once the controller has been destroyed.
   std::function<void()> weakly(void (SettingsWindowController::*operation)());
 
   std::function<void()> m_terminate;
@@ -89,6 +100,7 @@ private:
   std::shared_ptr<SwatchView> m_windowTintButtonView;
   std::shared_ptr<MASShortcutView> m_shortcutView;
   std::shared_ptr<CloseButton> m_closeButton;
+  SettingsBindings m_bindings;
   std::unique_ptr<SettingsForm> m_form;
   std::optional<RoundedEffectsWindow> m_window;
   std::shared_ptr<ColorSelectViewController> m_colorSelection;

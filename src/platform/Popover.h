@@ -4,11 +4,10 @@
 
 #include "platform/HostedView.h"
 
+#include <string>
 #include <vector>
 
 namespace orbel {
-
-enum class SettingsControl { windowTint, help };
 
 class Popover {
 public:
@@ -16,8 +15,8 @@ public:
 
   // In rows of that many columns, from left to right and top to bottom. None empties the popover.
   virtual void setContent(std::vector<HostedView> views, int columns) = 0;
-  // Beside the control, at its right where the screen has room.
-  virtual void show(SettingsControl beside) = 0;
+  // Beside the form's control of that identifier, at its right where the screen has room.
+  virtual void show(const std::string& besideControl) = 0;
   virtual void close() = 0;
   virtual bool isShown() const = 0;
 };

@@ -238,7 +238,7 @@ TEST_F(AppDelegateTest, TheStatusItemShowsTheSettingsCentredAndWithTheKeyboard) 
 TEST_F(AppDelegateTest, QuitInTheSettingsEndsTheProgram) {
   start();
   delegate.statusItemClicked();
-  platform.settingsForms.last->delegate.quitClicked();
+  platform.settingsForms.last->press("quitButton");
   EXPECT_EQ(terminations, 1);
 }
 

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <set>
 
 namespace orbel {
 namespace {
@@ -21,6 +22,8 @@ constexpr const char* kSwiftModeText =
 class SettingsWindowControllerTest : public testing::Test {
 protected:
   ~SettingsWindowControllerTest() override { controller = nullptr; }
+  using Values = std::map<std::string, SettingsValue>;
+
   FakeSettingsForm& form() {
     controller->window();
     return *platform.settingsForms.last;
@@ -60,27 +63,63 @@ TEST_F(SettingsWindowControllerTest, LoadsItsWindowOnceAndNotBeforeItIsWanted) {
   EXPECT_EQ(platform.settingsForms.loads, 1);
 }
 
+// The words beside or on a control.
+std::string wordsOf(const SettingsRow& row) {
+  if (!row.label.empty()) return row.label;
+  return std::get<SettingsCheckBox>(row.control.kind).title;
+}
+
+TEST_F(SettingsWindowControllerTest, DescribesItsGroupsRowsAndTextsInOrder) {
+  platform.text.translations["Behavior"] = "Verhalten";
+  platform.text.translations["Version %@"] = "Fassung %@ hier";
+  const SettingsFormDescription& description = form().description;
+  EXPECT_EQ(description.windowTitle, "Settings");
+  EXPECT_EQ(description.heading, "Orbel Menu");
+  std::vector<std::string> words;
+  for (const SettingsGroup& group : description.groups) {
+    words.push_back(group.title);
+    for (const SettingsRow& row : group.rows)
+      words.push_back(wordsOf(row));
+  }
+  EXPECT_EQ(words,
+            (std::vector<std::string>{"Open the menu", "&Shortcut:", "&Gesture:", "Appearance", "Menu si&ze:",
+                                      "Menu &color:", "&Magnify items under the pointer", "Verhalten",
+                                      "Show &running applications", "S&wift Mode", "&Launch at login"}));
+  const std::string& version = form().control<SettingsText>("version").text;
+  EXPECT_TRUE(version.starts_with("Fassung ") && version.ends_with(".0 hier")) << version;
+  EXPECT_EQ(form().control<SettingsButton>("websiteButton").title, "orbelmenu.org");
+  EXPECT_EQ(form().control<SettingsButton>("websiteButton").explanation, "Web site: orbelmenu.org");
+}
+
+TEST_F(SettingsWindowControllerTest, NoTwoControlsHaveTheSameIdentifier) {
+  std::set<std::string> identifiers;
+  for (const SettingsControl* control : form().controls())
+    identifiers.insert(control->identifier);
+  EXPECT_EQ(identifiers.size(), form().controls().size());
+  EXPECT_EQ(identifiers.count(""), 0u);
+}
+
 TEST_F(SettingsWindowControllerTest, OffersEveryGestureAndMenuSizeByItsStoredNumber) {
   std::vector<std::int64_t> gestures;
-  for (const SettingsChoice& choice : form().contents.gestures) {
+  for (const auto& choice : form().control<SettingsPopUpButton>("gesturePopUpButton").choices) {
     gestures.push_back(choice.tag);
     EXPECT_FALSE(choice.title.empty());
   }
   std::sort(gestures.begin(), gestures.end());
   EXPECT_EQ(gestures, (std::vector<std::int64_t>{1, 2, 3, 4, 5}));
-  ASSERT_EQ(form().contents.menuSizes.size(), 3u);
+  const auto& menuSizes = form().control<SettingsPopUpButton>("menuSizePopUpButton").choices;
+  ASSERT_EQ(menuSizes.size(), 3u);
   for (std::int64_t size = 1; size <= 3; ++size)
-    EXPECT_EQ(form().contents.menuSizes[static_cast<std::size_t>(size - 1)].tag, size);
-  EXPECT_FALSE(form().contents.version.empty());
+    EXPECT_EQ(menuSizes[static_cast<std::size_t>(size - 1)].tag, size);
 }
 
 TEST_F(SettingsWindowControllerTest, ShowsTheDefaultsOfAnEmptyStore) {
-  EXPECT_EQ(shown().values, (SettingsValues{.gesture = 1,
-                                            .menuSize = 1,
-                                            .magnify = true,
-                                            .showRunningApps = true,
-                                            .startOnLogin = false,
-                                            .swiftMode = false}));
+  EXPECT_EQ(shown().values, (Values{{"gesturePopUpButton", std::int64_t{1}},
+                                    {"menuSizePopUpButton", std::int64_t{1}},
+                                    {"magnifyCheckbox", true},
+                                    {"showRunningAppsCheckbox", true},
+                                    {"startOnLoginCheckbox", false},
+                                    {"swiftModeCheckbox", false}}));
   EXPECT_EQ(controller->windowTintButtonView()->fillColor(), Color::white(1));
   EXPECT_TRUE(form().managedWindow.visible);
 }
@@ -93,12 +132,12 @@ TEST_F(SettingsWindowControllerTest, ShowsWhatIsStored) {
   platform.preferences.values.insert_or_assign(kShowRunningAppsKey, false);
   platform.preferences.values.insert_or_assign(kLaunchAtLoginKey, true);
   platform.preferences.values.insert_or_assign(kSwiftModeKey, true);
-  EXPECT_EQ(shown().values, (SettingsValues{.gesture = 4,
-                                            .menuSize = 3,
-                                            .magnify = false,
-                                            .showRunningApps = false,
-                                            .startOnLogin = true,
-                                            .swiftMode = true}));
+  EXPECT_EQ(shown().values, (Values{{"gesturePopUpButton", std::int64_t{4}},
+                                    {"menuSizePopUpButton", std::int64_t{3}},
+                                    {"magnifyCheckbox", false},
+                                    {"showRunningAppsCheckbox", false},
+                                    {"startOnLoginCheckbox", true},
+                                    {"swiftModeCheckbox", true}}));
   EXPECT_EQ(controller->windowTintButtonView()->fillColor(), (Color{0.2, 0.4, 0.6, 1}));
 }
 
@@ -108,9 +147,9 @@ TEST_F(SettingsWindowControllerTest, ShowsTheFirstOrTheDefaultForValuesThatMakeN
   platform.preferences.values.insert_or_assign(kWindowTintColorKey, PropertyList::Data(3));
   platform.preferences.values.insert_or_assign(kSwiftModeKey, true);
   shown();
-  EXPECT_EQ(form().values.gesture, 1);
-  EXPECT_EQ(form().values.menuSize, 1);
-  EXPECT_TRUE(form().values.swiftMode);
+  EXPECT_EQ(form().selectedTag("gesturePopUpButton"), 1);
+  EXPECT_EQ(form().selectedTag("menuSizePopUpButton"), 1);
+  EXPECT_TRUE(form().isOn("swiftModeCheckbox"));
   EXPECT_EQ(controller->windowTintButtonView()->fillColor(), Color::white(1));
   // What is stored is left alone.
   EXPECT_EQ(platform.preferences.integer(kGestureSettingsKey), 6);
@@ -122,75 +161,101 @@ TEST_F(SettingsWindowControllerTest, ValuesFromOutsideShowWhileTheWindowIsOpen) 
   values.insert_or_assign(kMenuSizeSettingsKey, 2);
   values.insert_or_assign(kSwiftModeKey, true);
   platform.preferences.changeFromOutside(values);
-  EXPECT_EQ(form().values.menuSize, 2);
-  EXPECT_TRUE(form().values.swiftMode);
+  EXPECT_EQ(form().selectedTag("menuSizePopUpButton"), 2);
+  EXPECT_TRUE(form().isOn("swiftModeCheckbox"));
 }
 
 TEST_F(SettingsWindowControllerTest, ValuesFromOutsideShowWhenAClosedWindowIsShownAgain) {
   shown().managedWindow.close();
-  const int timesSet = form().timesSet;
+  form().received.clear();
   platform.preferences.changeFromOutside({{kMenuSizeSettingsKey, 3}, {kMagnifySettingsKey, false}});
-  EXPECT_EQ(form().timesSet, timesSet);
+  EXPECT_TRUE(form().received.empty());
   shown();
-  EXPECT_EQ(form().values.menuSize, 3);
-  EXPECT_FALSE(form().values.magnify);
+  EXPECT_EQ(form().selectedTag("menuSizePopUpButton"), 3);
+  EXPECT_FALSE(form().isOn("magnifyCheckbox"));
 }
 
 TEST_F(SettingsWindowControllerTest, EveryControlWritesItsSettingAtOnce) {
-  SettingsFormDelegate& user = shown().delegate;
-  user.gesturePopUpClicked(3);
-  user.menuSizeClicked(2);
-  user.magnifyCheckboxClicked(false);
-  user.showRunningAppsClicked(false);
-  user.swiftModeCheckboxClicked(true);
-  user.startOnLoginCheckboxClicked(true);
+  FakeSettingsForm& user = shown();
+  user.choose("gesturePopUpButton", 3);
+  user.choose("menuSizePopUpButton", 2);
+  user.click("magnifyCheckbox", false);
+  user.click("showRunningAppsCheckbox", false);
+  user.click("swiftModeCheckbox", true);
+  user.click("startOnLoginCheckbox", true);
   EXPECT_EQ(platform.preferences.integer(kGestureSettingsKey), 3);
   EXPECT_EQ(platform.preferences.integer(kMenuSizeSettingsKey), 2);
   EXPECT_FALSE(settings().magnifySettings());
   EXPECT_FALSE(settings().showRunningApps());
   EXPECT_TRUE(platform.preferences.boolean(kSwiftModeKey));
   EXPECT_TRUE(platform.preferences.boolean(kLaunchAtLoginKey));
-  user.magnifyCheckboxClicked(true);
-  user.showRunningAppsClicked(true);
-  user.swiftModeCheckboxClicked(false);
-  user.startOnLoginCheckboxClicked(false);
+  user.click("magnifyCheckbox", true);
+  user.click("showRunningAppsCheckbox", true);
+  user.click("swiftModeCheckbox", false);
+  user.click("startOnLoginCheckbox", false);
   EXPECT_TRUE(settings().magnifySettings());
   EXPECT_TRUE(settings().showRunningApps());
   EXPECT_FALSE(settings().swiftMode());
   EXPECT_FALSE(settings().launchAtLogin());
 }
 
+TEST_F(SettingsWindowControllerTest, NoControlIsSentTheValueThatItHasJustSent) {
+  FakeSettingsForm& user = shown();
+  user.received.clear();
+  user.choose("gesturePopUpButton", 3);
+  user.choose("menuSizePopUpButton", 2);
+  user.click("magnifyCheckbox", false);
+  user.click("showRunningAppsCheckbox", false);
+  user.click("swiftModeCheckbox", true);
+  user.click("startOnLoginCheckbox", true);
+  controller->didSelectColor({0, 0, 1, 1});
+  EXPECT_EQ(user.received, std::vector<std::string>{});
+}
+
+TEST_F(SettingsWindowControllerTest, OnlyTheControlsWhoseSettingsHaveChangedAreSentAValue) {
+  FakeSettingsForm& user = shown();
+  user.click("magnifyCheckbox", false);
+  user.received.clear();
+  shown();
+  EXPECT_EQ(user.received, std::vector<std::string>{});
+  auto values = platform.preferences.values;
+  values.insert_or_assign(kMagnifySettingsKey, true);
+  values.insert_or_assign(kMenuSizeSettingsKey, 3);
+  platform.preferences.changeFromOutside(values);
+  EXPECT_EQ(user.received, (std::vector<std::string>{"menuSizePopUpButton", "magnifyCheckbox"}));
+}
+
 TEST_F(SettingsWindowControllerTest, OpenMenusHearOfEachChangeOnce) {
-  SettingsFormDelegate& user = shown().delegate;
+  FakeSettingsForm& user = shown();
   const auto counts = notifications(
       {kOrbelMenuMagnifySettingsChangedNotification, kOrbelMenuShowRunningAppsChangedNotification,
        kOrbelMenuMenuSizeSettingsChangedNotification, kOrbelMenuWindowTintSettingsChangedNotification},
       [&] {
-        user.magnifyCheckboxClicked(false);
-        user.showRunningAppsClicked(false);
-        user.menuSizeClicked(3);
+        user.click("magnifyCheckbox", false);
+        user.click("showRunningAppsCheckbox", false);
+        user.choose("menuSizePopUpButton", 3);
         controller->didSelectColor({0, 0, 1, 1});
       });
   EXPECT_EQ(counts, (std::vector<int>{1, 1, 1, 1}));
 }
 
 TEST_F(SettingsWindowControllerTest, OnlyTheRestOfThreeFingersHasAHelpButton) {
-  EXPECT_TRUE(shown().helpButtonVisible);
+  EXPECT_TRUE(shown().visible.at("helpButton"));
   for (std::int64_t gesture = 2; gesture <= 5; ++gesture) {
-    form().delegate.gesturePopUpClicked(gesture);
-    EXPECT_FALSE(form().helpButtonVisible) << gesture;
+    form().choose("gesturePopUpButton", gesture);
+    EXPECT_FALSE(form().visible.at("helpButton")) << gesture;
   }
-  form().delegate.gesturePopUpClicked(1);
-  EXPECT_TRUE(form().helpButtonVisible);
+  form().choose("gesturePopUpButton", 1);
+  EXPECT_TRUE(form().visible.at("helpButton"));
 }
 
 TEST_F(SettingsWindowControllerTest, ChoosingAGestureEnablesItsTapAlone) {
   settings().startHandlers();
-  shown().delegate.gesturePopUpClicked(5);
+  shown().choose("gesturePopUpButton", 5);
   EXPECT_TRUE(platform.eventTaps.isEnabled("mouseMoved"));
   EXPECT_FALSE(platform.eventTaps.isEnabled("touch"));
   EXPECT_TRUE(platform.eventTaps.isEnabled("mouseUp"));
-  form().delegate.gesturePopUpClicked(2);
+  form().choose("gesturePopUpButton", 2);
   EXPECT_FALSE(platform.eventTaps.isEnabled("mouseMoved"));
   EXPECT_TRUE(platform.eventTaps.isEnabled("touch"));
 }
@@ -201,15 +266,15 @@ TEST_F(SettingsWindowControllerTest, TheRecorderIsInStepWithTheStoredShortcut) {
   shown();
   EXPECT_EQ(controller->shortcutView()->shortcutValue(), stored);
   EXPECT_EQ(controller->shortcutView()->associatedUserDefaultsKey(), kGlobalShortcutKey);
-  EXPECT_EQ(form().contents.shortcutView.accessibleValue(), stored.description());
+  EXPECT_EQ(form().hosted("shortcutView").accessibleValue(), stored.description());
   controller->shortcutView()->setShortcutValue(std::nullopt);
   EXPECT_EQ(MASShortcut::shortcutWithData(platform.preferences.object(kGlobalShortcutKey)->data()),
             std::nullopt);
-  EXPECT_EQ(form().contents.shortcutView.accessibleValue(), "");
+  EXPECT_EQ(form().hosted("shortcutView").accessibleValue(), "");
 }
 
 TEST_F(SettingsWindowControllerTest, TheRecordersToolTipsComeByPlace) {
-  const HostedView& hosted = shown().contents.shortcutView;
+  const HostedView& hosted = shown().hosted("shortcutView");
   EXPECT_EQ(hosted.toolTipAt({5, 5}), "");
   controller->shortcutView()->setShortcutValue(MASShortcut::shortcutWithKeyCode(96, 0));
   EXPECT_EQ(hosted.toolTipAt(controller->shortcutView()->shortcutArea().center()),
@@ -218,7 +283,7 @@ TEST_F(SettingsWindowControllerTest, TheRecordersToolTipsComeByPlace) {
 }
 
 TEST_F(SettingsWindowControllerTest, TheKeyboardStartsTheRecorder) {
-  shown().contents.shortcutView.press();
+  shown().hosted("shortcutView").press();
   EXPECT_TRUE(controller->shortcutView()->isRecording());
   EXPECT_TRUE(platform.keyRecorder.isRecording());
 }
@@ -237,7 +302,7 @@ TEST_F(SettingsWindowControllerTest, TheCloseButtonIsDarkGreyAndClosesTheWindow)
   click(*controller->closeButton());
   EXPECT_FALSE(form().managedWindow.visible);
   shown();
-  form().contents.closeButton.press();
+  form().hosted("closeButton").press();
   EXPECT_FALSE(form().managedWindow.visible);
   EXPECT_EQ(terminations, 0);
 }
@@ -272,16 +337,16 @@ TEST_F(SettingsWindowControllerTest, TheTintSwatchIsADiscWithALightGreyBorder) {
 
 TEST_F(SettingsWindowControllerTest, TheTintSwatchOpensTheColoursBesideIt) {
   shown();
-  View& button = *form().contents.windowTintButton.view->subviews().back();
+  View& button = *form().hosted("windowTintButtonView").view->subviews().back();
   click(button);
   ASSERT_NE(controller->currentPopover(), nullptr);
   auto& popover = static_cast<FakePopover&>(*controller->currentPopover());
-  EXPECT_EQ(popover.beside, SettingsControl::windowTint);
+  EXPECT_EQ(popover.beside, "windowTintButtonView");
   EXPECT_GE(popover.content.size(), 10u);
 }
 
 TEST_F(SettingsWindowControllerTest, AChosenColourIsStoredShownAndClosesThePopover) {
-  shown().contents.windowTintButton.press();
+  shown().hosted("windowTintButtonView").press();
   const auto content = static_cast<FakePopover&>(*controller->currentPopover()).content;
   const auto counts =
       notifications({kOrbelMenuWindowTintSettingsChangedNotification}, [&] { content.at(4).press(); });
@@ -290,33 +355,33 @@ TEST_F(SettingsWindowControllerTest, AChosenColourIsStoredShownAndClosesThePopov
   const Color chosen = static_cast<SwatchView&>(*content.at(4).view).fillColor();
   EXPECT_EQ(settings().windowTintColor(), chosen);
   EXPECT_EQ(controller->windowTintButtonView()->fillColor(), chosen);
-  EXPECT_EQ(form().contents.windowTintButton.accessibleValue(), content.at(4).accessibleName);
+  EXPECT_EQ(form().hosted("windowTintButtonView").accessibleValue(), content.at(4).accessibleName);
 }
 
 TEST_F(SettingsWindowControllerTest, AClickElsewhereClosesTheColoursAndChangesNothing) {
-  shown().contents.windowTintButton.press();
+  shown().hosted("windowTintButtonView").press();
   const int writes = platform.preferences.writes;
   controller->currentPopover()->close();
   EXPECT_EQ(controller->currentPopover(), nullptr);
   EXPECT_EQ(platform.preferences.writes, writes);
-  form().contents.windowTintButton.press();
+  form().hosted("windowTintButtonView").press();
   EXPECT_NE(controller->currentPopover(), nullptr);
 }
 
 TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLoadedOnlyWhenItIsOpened) {
   shown();
   EXPECT_TRUE(platform.videoPlayers.loaded.empty());
-  form().delegate.helpClicked();
+  form().press("helpButton");
   EXPECT_EQ(platform.videoPlayers.loaded, std::vector<std::string>{"ThreeFingerRest.mp4"});
   EXPECT_EQ(platform.videoPlayers.happened, (std::vector<std::string>{"seekToStart", "play"}));
   const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
-  EXPECT_EQ(popover.beside, SettingsControl::help);
+  EXPECT_EQ(popover.beside, "helpButton");
   ASSERT_EQ(popover.content.size(), 1u);
   EXPECT_EQ(popover.content[0].view->frame().size, Size(282, 360));
 }
 
 TEST_F(SettingsWindowControllerTest, TheHelpVideoStartsAgainAtItsEndWhileItIsOpen) {
-  shown().delegate.helpClicked();
+  shown().press("helpButton");
   platform.videoPlayers.happened.clear();
   platform.videoPlayers.handlers.didPlayToEnd();
   EXPECT_EQ(platform.videoPlayers.happened, (std::vector<std::string>{"seekToStart", "play"}));
@@ -325,7 +390,7 @@ TEST_F(SettingsWindowControllerTest, TheHelpVideoStartsAgainAtItsEndWhileItIsOpe
 }
 
 TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLetGoWhenItsPopoverCloses) {
-  shown().delegate.helpClicked();
+  shown().press("helpButton");
   EXPECT_EQ(platform.videoPlayers.alive, 1);
   controller->threeFingerRestPopover().close();
   EXPECT_EQ(platform.videoPlayers.alive, 0);
@@ -335,12 +400,12 @@ TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLetGoWhenItsPopoverCloses) {
   platform.videoPlayers.handlers.didPlayToEnd();
   EXPECT_TRUE(platform.videoPlayers.happened.empty());
   // And again from the start.
-  form().delegate.helpClicked();
+  form().press("helpButton");
   EXPECT_EQ(platform.videoPlayers.alive, 1);
 }
 
 TEST_F(SettingsWindowControllerTest, FramesOfTheHelpVideoReplaceTheStillPicture) {
-  shown().delegate.helpClicked();
+  shown().press("helpButton");
   const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
   const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);
   ASSERT_NE(view, nullptr);
@@ -354,7 +419,7 @@ TEST_F(SettingsWindowControllerTest, FramesOfTheHelpVideoReplaceTheStillPicture)
 
 TEST_F(SettingsWindowControllerTest, WithoutAPlayerTheHelpIsAStillPicture) {
   platform.videoPlayers.loadSucceeds = false;
-  shown().delegate.helpClicked();
+  shown().press("helpButton");
   const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
   EXPECT_TRUE(popover.isShown());
   const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);
@@ -366,7 +431,7 @@ TEST_F(SettingsWindowControllerTest, WithoutAPlayerTheHelpIsAStillPicture) {
 }
 
 TEST_F(SettingsWindowControllerTest, SwiftModeIsExplainedInAnAlert) {
-  shown().delegate.swiftModeInfoClicked();
+  shown().press("swiftModeInfoButton");
   ASSERT_TRUE(platform.dialogs.alert);
   EXPECT_EQ(platform.dialogs.alert->message, kSwiftModeText);
   EXPECT_EQ(platform.dialogs.alert->button, "OK");
@@ -388,32 +453,55 @@ private:
 };
 
 TEST_F(RefusingLoginTest, ABoxThatReadsBackAsOffShowsTheAlert) {
-  shown().delegate.startOnLoginCheckboxClicked(true);
+  shown().click("startOnLoginCheckbox", true);
   ASSERT_TRUE(platform.dialogs.alert);
   EXPECT_EQ(platform.dialogs.alert->message,
             "To enable Launch at Login please make sure that the Orbel Menu App Bundle is located in your "
             "default Applications directory.");
-  EXPECT_FALSE(form().values.startOnLogin);
+  EXPECT_FALSE(form().isOn("startOnLoginCheckbox"));
+}
+
+TEST_F(RefusingLoginTest, TheRefusedBoxAloneIsSetBackAndOnce) {
+  FakeSettingsForm& user = shown();
+  user.received.clear();
+  user.click("startOnLoginCheckbox", true);
+  EXPECT_EQ(user.received, std::vector<std::string>{"startOnLoginCheckbox"});
 }
 
 TEST_F(RefusingLoginTest, SwitchingTheBoxOffShowsNone) {
-  shown().delegate.startOnLoginCheckboxClicked(false);
+  shown().click("startOnLoginCheckbox", false);
   EXPECT_FALSE(platform.dialogs.alert);
 }
 
 TEST_F(SettingsWindowControllerTest, ABoxThatStaysOnShowsNoAlert) {
-  shown().delegate.startOnLoginCheckboxClicked(true);
+  shown().click("startOnLoginCheckbox", true);
   EXPECT_FALSE(platform.dialogs.alert);
-  EXPECT_TRUE(form().values.startOnLogin);
+  EXPECT_TRUE(form().isOn("startOnLoginCheckbox"));
 }
 
 TEST_F(SettingsWindowControllerTest, TheWebSiteOpensInTheBrowser) {
-  shown().delegate.websiteClicked();
+  shown().press("websiteButton");
   EXPECT_EQ(platform.workspace.actions, std::vector<std::string>{"openUrl https://orbelmenu.org"});
 }
 
+TEST_F(SettingsWindowControllerTest, EscapeAndControlOrSuperWCloseTheWindow) {
+  for (const auto& [key, modifiers] : std::vector<std::pair<std::string, std::uint64_t>>{
+           {kEscapeKeyEquivalent, 0}, {"w", kControlFlag}, {"w", kCommandFlag}}) {
+    shown().pressKey(key, modifiers);
+    EXPECT_FALSE(form().managedWindow.visible) << modifiers;
+  }
+  EXPECT_EQ(terminations, 0);
+}
+
+TEST_F(SettingsWindowControllerTest, ControlOrSuperQQuits) {
+  shown().pressKey("q", kControlFlag);
+  shown().pressKey("q", kCommandFlag);
+  EXPECT_EQ(terminations, 2);
+  EXPECT_EQ(form().description.keys.size(), 5u);
+}
+
 TEST_F(SettingsWindowControllerTest, QuitEndsTheProgram) {
-  shown().delegate.quitClicked();
+  shown().press("quitButton");
   EXPECT_EQ(terminations, 1);
 }
 

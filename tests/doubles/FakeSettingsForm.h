@@ -1,11 +1,13 @@
-// A settings window without a screen: the test reads what the form shows and acts as its user through the
-// delegate.
+// A settings window without a screen: the test reads what the form shows and acts as its user, on controls
+// that it names by their identifiers.
 #pragma once
 
 #include "platform/SettingsForm.h"
 
+#include <map>
 #include <memory>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
@@ -66,25 +68,80 @@ class FakePopover;
 
 class FakeSettingsForm : public SettingsForm {
 public:
-  FakeSettingsForm(SettingsFormContents formContents, SettingsFormDelegate& formDelegate)
-      : contents(std::move(formContents)), delegate(formDelegate) {}
-  ManagedWindow& window() override { return managedWindow; }
-  void setValues(const SettingsValues& newValues) override {
-    values = newValues;
-    ++timesSet;
+  explicit FakeSettingsForm(SettingsFormDescription formDescription)
+      : description(std::move(formDescription)) {
+    for (const SettingsControl* control : controls()) {
+      visible[control->identifier] = true;
+      if (std::holds_alternative<SettingsCheckBox>(control->kind)) values[control->identifier] = false;
+      if (const auto* button = std::get_if<SettingsPopUpButton>(&control->kind))
+        values[control->identifier] = button->choices.at(0).tag;
+    }
   }
-  void setHelpButtonVisible(bool visible) override { helpButtonVisible = visible; }
+  ManagedWindow& window() override { return managedWindow; }
+  void setValue(const std::string& identifier, SettingsValue value) override {
+    values.at(identifier) = value;
+    received.push_back(identifier);
+  }
+  void setVisible(const std::string& identifier, bool isVisible) override {
+    visible.at(identifier) = isVisible;
+  }
   std::unique_ptr<Popover> makePopover(std::function<void()> didClose) override;
 
-  SettingsFormContents contents;
-  SettingsFormDelegate& delegate;
+  // As the Tab key visits them; those that take no keyboard, too.
+  std::vector<const SettingsControl*> controls() const {
+    std::vector<const SettingsControl*> all;
+    for (const SettingsGroup& group : description.groups) {
+      for (const SettingsRow& row : group.rows) {
+        all.push_back(&row.control);
+        if (row.accessory) all.push_back(&*row.accessory);
+      }
+    }
+    for (const auto* footer : {&description.footerAtLeft, &description.footerAtRight}) {
+      for (const SettingsControl& control : *footer)
+        all.push_back(&control);
+    }
+    all.push_back(&description.closeButton);
+    return all;
+  }
+  // Throws where there is none of that identifier and kind.
+  template <class Kind>
+  const Kind& control(const std::string& identifier) const {
+    for (const SettingsControl* candidate : controls()) {
+      if (candidate->identifier == identifier) return std::get<Kind>(candidate->kind);
+    }
+    throw std::out_of_range("the form has no control " + identifier);
+  }
+  const HostedView& hosted(const std::string& identifier) const { return control<HostedView>(identifier); }
+  bool isOn(const std::string& checkBox) const { return std::get<bool>(values.at(checkBox)); }
+  std::int64_t selectedTag(const std::string& popUpButton) const {
+    return std::get<std::int64_t>(values.at(popUpButton));
+  }
+
+  // The user's actions.
+  void click(const std::string& checkBox, bool on) {
+    values.at(checkBox) = on;
+    control<SettingsCheckBox>(checkBox).clicked(on);
+  }
+  void choose(const std::string& popUpButton, std::int64_t tag) {
+    values.at(popUpButton) = tag;
+    control<SettingsPopUpButton>(popUpButton).chosen(tag);
+  }
+  void press(const std::string& button) { control<SettingsButton>(button).pressed(); }
+  // Calls the blocks of all keys that are these.
+  void pressKey(const std::string& keyEquivalent, std::uint64_t modifierFlags) {
+    for (const SettingsKey& key : description.keys) {
+      if (key.keyEquivalent == keyEquivalent && key.modifierFlags == modifierFlags) key.pressed();
+    }
+  }
+
+  SettingsFormDescription description;
   std::shared_ptr<FakeManagedWindow> sharedWindow =
       std::make_shared<FakeManagedWindow>(); // tests may keep it
   FakeManagedWindow& managedWindow = *sharedWindow;
-  SettingsValues values;
-  int timesSet = 0;
-  bool helpButtonVisible = false;
-  std::vector<FakePopover*> popovers; // those that live
+  std::map<std::string, SettingsValue> values; // by identifier, as shown
+  std::map<std::string, bool> visible;         // by identifier
+  std::vector<std::string> received;           // identifiers of the controls that were sent a value
+  std::vector<FakePopover*> popovers;          // those that live
 };
 
 class FakePopover : public Popover {
@@ -96,7 +153,7 @@ public:
     content = std::move(views);
     columns = columnCount;
   }
-  void show(SettingsControl control) override { beside = control; }
+  void show(const std::string& control) override { beside = control; }
   // Also as if the user had clicked elsewhere.
   void close() override {
     if (!std::exchange(beside, std::nullopt)) return;
@@ -107,7 +164,7 @@ public:
 
   std::vector<HostedView> content;
   int columns = 0;
-  std::optional<SettingsControl> beside; // while shown
+  std::optional<std::string> beside; // the control's identifier while shown
 
 private:
   FakeSettingsForm& m_form;
@@ -122,8 +179,8 @@ inline std::unique_ptr<Popover> FakeSettingsForm::makePopover(std::function<void
 
 class FakeSettingsForms : public SettingsForms {
 public:
-  std::unique_ptr<SettingsForm> load(SettingsFormContents contents, SettingsFormDelegate& delegate) override {
-    auto form = std::make_unique<FakeSettingsForm>(std::move(contents), delegate);
+  std::unique_ptr<SettingsForm> load(SettingsFormDescription description) override {
+    auto form = std::make_unique<FakeSettingsForm>(std::move(description));
     last = form.get();
     ++loads;
     return form;

@@ -36,7 +36,6 @@ X11Desktop::X11Desktop(Server server, std::vector<std::string> privateVariables)
                             .pointerIsOverPopUp = [this] { return m_popUps.isPointerOver(); }}),
       m_settingsForms({
           .display = m_display,
-          .text = m_text,
           .runLoop = m_runLoop,
           .activate = [this](WId window) { m_topLevelWindows.activate(window); },
       }),

@@ -1,68 +1,65 @@
-// A settings form without a display, and a delegate that writes down what its user does.
+// A settings form without a display, which shows a window of every kind of control and writes down what its
+// user does.
 #pragma once
 
 #include "backends/qt/settings/QtSettingsForm.h"
-#include "backends/qt/text/QtTextServices.h"
 #include "backends/qt/windows/PlainDisplayServer.h"
+#include "scene/Event.h"
 #include "scene/View.h"
 #include "tests/doubles/ManualRunLoop.h"
 
-#include <QLocale>
 #include <QTest>
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace orbel::qt {
 
-class RecordingFormDelegate : public SettingsFormDelegate {
-public:
-  void gesturePopUpClicked(std::int64_t tag) override { add("gesture", tag); }
-  void magnifyCheckboxClicked(bool on) override { add("magnify", on); }
-  void menuSizeClicked(std::int64_t tag) override { add("menuSize", tag); }
-  void showRunningAppsClicked(bool on) override { add("showRunningApps", on); }
-  void startOnLoginCheckboxClicked(bool on) override { add("startOnLogin", on); }
-  void swiftModeCheckboxClicked(bool on) override { add("swiftMode", on); }
-  void swiftModeInfoClicked() override { done.emplace_back("swiftModeInfo"); }
-  void helpClicked() override { done.emplace_back("help"); }
-  void websiteClicked() override { done.emplace_back("website"); }
-  void quitClicked() override { done.emplace_back("quit"); }
-
-  std::vector<std::string> done;
-
-private:
-  void add(const std::string& name, std::int64_t value) {
-    done.push_back(name + " " + std::to_string(value));
-  }
-};
-
 class FormFixture : public testing::Test {
 protected:
-  explicit FormFixture(const QLocale& locale = QLocale::c()) : text(locale) {}
-
   // A view that writes down its presses under that name.
   HostedView hosted(const std::string& name, const Rect& frame) {
-    return {.view = std::make_shared<View>(frame), .accessibleName = name, .press = [this, name] {
-              delegate.done.push_back(name);
-            }};
+    return {.view = std::make_shared<View>(frame), .accessibleName = name, .press = recorder(name)};
   }
-  SettingsFormContents contents() {
-    return {.gestures = {{1, "One"}, {4, "Four"}, {2, "Two"}},
-            .menuSizes = {{1, "Small"}, {2, "Medium"}, {3, "Large"}},
-            .windowTintButton = hosted("tint", {0, 0, 28, 28}),
-            .shortcutView = hosted("shortcut", {0, 0, 190, 24}),
-            .closeButton = hosted("close", {0, 0, 20, 20}),
-            .version = "1.2.3",
-            .website = "example.org"};
+  SettingsFormDescription description() {
+    return {
+        .windowTitle = "Settings",
+        .heading = "Orbel Menu",
+        .groups = {{"Open the menu",
+                    {{"&Shortcut:", {"shortcut", hosted("shortcut", {0, 0, 190, 24})}},
+                     {"&Gesture:", popUpButton("gesture", "Gesture", {{1, "One"}, {4, "Four"}, {2, "Two"}}),
+                      disc("help", "?", "Show how to make the gesture")}}},
+                   {"Appearance",
+                    {{"Menu si&ze:",
+                      popUpButton("menuSize", "Menu size", {{1, "Small"}, {2, "Medium"}, {3, "Large"}})},
+                     {"Menu &color:", {"tint", hosted("tint", {0, 0, 28, 28})}},
+                     {"", checkBox("magnify", "&Magnify items under the pointer")}}},
+                   {"Behavior",
+                    {{"", checkBox("showRunningApps", "Show &running applications")},
+                     {"", checkBox("swiftMode", "S&wift Mode"),
+                      disc("swiftModeInfo", "i", "What is Swift Mode?")},
+                     {"", checkBox("startOnLogin", "&Launch at login")}}}},
+        .footerAtLeft = {{"version", SettingsText{"Version 1.2.3"}},
+                         {"website", SettingsButton{.style = SettingsButton::Style::link,
+                                                    .title = "example.org",
+                                                    .explanation = "Web site: example.org",
+                                                    .pressed = recorder("website")}}},
+        .footerAtRight = {{"quit", SettingsButton{.title = "&Quit Orbel Menu", .pressed = recorder("quit")}}},
+        .closeButton = {"close", hosted("close", {0, 0, 20, 20})},
+        .keys = {{kEscapeKeyEquivalent, 0, recorder("Escape")},
+                 {"w", kControlFlag, recorder("Control-W")},
+                 {"w", kCommandFlag, recorder("Super-W")},
+                 {"k", kOptionFlag | kShiftFlag, recorder("Alt-Shift-K")}}};
   }
   QtSettingsForm& form() {
     if (!m_form) {
-      m_form = std::make_unique<QtSettingsForm>(SettingsFormEnvironment{display, text, runLoop, {}},
-                                                contents(), delegate);
+      m_form = std::make_unique<QtSettingsForm>(SettingsFormEnvironment{display, runLoop, {}}, description());
     }
     return *m_form;
   }
@@ -81,12 +78,31 @@ protected:
     throw std::runtime_error("there is no control " + name.toStdString());
   }
 
-  RecordingFormDelegate delegate;
-  QtTextServices text;
+  std::vector<std::string> done; // by the user: the name of what was used, with its new value
   PlainDisplayServer display;
   ManualRunLoop runLoop;
 
 private:
+  std::function<void()> recorder(const std::string& name) {
+    return [this, name] { done.push_back(name); };
+  }
+  std::function<void(std::int64_t)> valueRecorder(const std::string& name) {
+    return [this, name](std::int64_t value) { done.push_back(name + " " + std::to_string(value)); };
+  }
+  SettingsControl checkBox(const std::string& name, const std::string& title) {
+    return {name, SettingsCheckBox{title, valueRecorder(name)}};
+  }
+  SettingsControl popUpButton(const std::string& name, const std::string& accessibleName,
+                              std::vector<SettingsChoice> choices) {
+    return {name, SettingsPopUpButton{accessibleName, std::move(choices), valueRecorder(name)}};
+  }
+  SettingsControl disc(const std::string& name, const std::string& title, const std::string& explanation) {
+    return {name, SettingsButton{.style = SettingsButton::Style::disc,
+                                 .title = title,
+                                 .explanation = explanation,
+                                 .pressed = recorder(name)}};
+  }
+
   template <class Widget>
   static QString textOf(const Widget& widget) {
     if constexpr (requires { widget.text(); }) return widget.text();

@@ -22,8 +22,8 @@ void QtPopover::setContent(std::vector<HostedView> views, int columns) {
   if (m_widget) m_widget->setContent(std::move(views), columns);
 }
 
-void QtPopover::show(SettingsControl beside) {
-  const QWidget* control = m_control(beside);
+void QtPopover::show(const std::string& besideControl) {
+  const QWidget* control = m_control(besideControl);
   if (m_widget && control) m_widget->showBeside(*control);
 }
 

@@ -7,13 +7,14 @@
 #include <QPointer>
 
 #include <functional>
+#include <string>
 
 namespace orbel::qt {
 
 class QtPopover : public Popover {
 public:
-  // Finds the widget of a control.
-  using ControlFinder = std::function<QWidget*(SettingsControl)>;
+  // Finds the widget of a control; null where there is none.
+  using ControlFinder = std::function<QWidget*(const std::string& identifier)>;
 
   // The parent, which may go first, takes the window along.
   QtPopover(const DisplayServer& display, RunLoop& runLoop, QWidget* parent, ControlFinder control,
@@ -21,7 +22,7 @@ public:
   ~QtPopover() override;
 
   void setContent(std::vector<HostedView> views, int columns) override;
-  void show(SettingsControl beside) override;
+  void show(const std::string& besideControl) override;
   void close() override;
   bool isShown() const override { return m_widget && m_widget->isVisible(); }
 

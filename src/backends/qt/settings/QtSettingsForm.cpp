@@ -6,12 +6,14 @@
 
 #include <QHBoxLayout>
 #include <QIcon>
+#include <QKeySequence>
 #include <QLabel>
 #include <QShortcut>
 #include <QVBoxLayout>
 
 #include <algorithm>
 #include <utility>
+#include <variant>
 
 namespace orbel::qt {
 
@@ -32,87 +34,97 @@ QFont scaledFont(const QFont& font, double scale) {
   }
   return scaled;
 }
+
+FormButton::Shape shapeOf(SettingsButton::Style style) {
+  switch (style) {
+  case SettingsButton::Style::field:
+    return FormButton::Shape::field;
+  case SettingsButton::Style::disc:
+    return FormButton::Shape::disc;
+  case SettingsButton::Style::link:
+    return FormButton::Shape::link;
+  }
+  return FormButton::Shape::field;
+}
+
+QKeySequence sequenceOf(const SettingsKey& key) {
+  int code = Qt::Key_Escape;
+  if (key.keyEquivalent != kEscapeKeyEquivalent)
+    code = QString::fromStdString(key.keyEquivalent).toUpper().front().unicode();
+  for (const auto& [flag, modifier] : {std::pair(kControlFlag, Qt::CTRL), std::pair(kCommandFlag, Qt::META),
+                                       std::pair(kOptionFlag, Qt::ALT), std::pair(kShiftFlag, Qt::SHIFT)}) {
+    if (key.modifierFlags & flag) code |= static_cast<int>(modifier);
+  }
+  return QKeySequence(code);
+}
 } // namespace
 
-QtSettingsForm::QtSettingsForm(const SettingsFormEnvironment& environment, SettingsFormContents contents,
-                               SettingsFormDelegate& delegate)
-    : m_environment(environment), m_delegate(delegate), m_window(environment.display, environment.activate) {
+QtSettingsForm::QtSettingsForm(const SettingsFormEnvironment& environment,
+                               const SettingsFormDescription& description)
+    : m_environment(environment), m_window(environment.display, environment.activate) {
   OwnResources::load();
-  widget().setWindowTitle(localized("Settings"));
-  build(contents);
-  addKeys();
+  widget().setWindowTitle(QString::fromStdString(description.windowTitle));
+  build(description);
+  setTabOrder(description);
+  for (const SettingsKey& key : description.keys)
+    addKey(key);
   m_window.widget().setDidHide([this] { closePopovers(); });
   widget().adjustSize();
 }
 
 QtSettingsForm::~QtSettingsForm() = default;
 
-QString QtSettingsForm::localized(std::string_view english) const {
-  return QString::fromStdString(m_environment.text.localized(english));
-}
-
-void QtSettingsForm::build(SettingsFormContents& contents) {
-  m_gesturePopUpButton =
-      makePopUpButton(contents.gestures, localized("Gesture"), &SettingsFormDelegate::gesturePopUpClicked);
-  m_menuSizePopUpButton =
-      makePopUpButton(contents.menuSizes, localized("Menu size"), &SettingsFormDelegate::menuSizeClicked);
-  m_magnifyCheckbox = makeCheckBox(localized("&Magnify items under the pointer"),
-                                   &SettingsFormDelegate::magnifyCheckboxClicked);
-  m_showRunningAppsCheckbox =
-      makeCheckBox(localized("Show &running applications"), &SettingsFormDelegate::showRunningAppsClicked);
-  m_swiftModeCheckbox =
-      makeCheckBox(localized("S&wift Mode"), &SettingsFormDelegate::swiftModeCheckboxClicked);
-  m_startOnLoginCheckbox =
-      makeCheckBox(localized("&Launch at login"), &SettingsFormDelegate::startOnLoginCheckboxClicked);
-  m_helpButton = makeButton(FormButton::Shape::disc, QStringLiteral("?"),
-                            localized("Show how to make the gesture"), &SettingsFormDelegate::helpClicked);
-  // The window keeps its size whatever is chosen beside it.
-  QSizePolicy keepsItsPlace = m_helpButton->sizePolicy();
-  keepsItsPlace.setRetainSizeWhenHidden(true);
-  m_helpButton->setSizePolicy(keepsItsPlace);
-  m_swiftModeInfoButton =
-      makeButton(FormButton::Shape::disc, QStringLiteral("i"), localized("What is Swift Mode?"),
-                 &SettingsFormDelegate::swiftModeInfoClicked);
-  m_windowTintButton = makeHost(contents.windowTintButton);
-  m_shortcutView = makeHost(contents.shortcutView);
-
-  auto* summoning = new FormCard(&widget());
-  summoning->addRow(localized("&Shortcut:"), m_shortcutView);
-  summoning->addRow(localized("&Gesture:"), m_gesturePopUpButton, m_helpButton);
-  auto* look = new FormCard(&widget());
-  look->addRow(localized("Menu si&ze:"), m_menuSizePopUpButton);
-  look->addRow(localized("Menu &color:"), m_windowTintButton);
-  look->addRow(m_magnifyCheckbox);
-  auto* behavior = new FormCard(&widget());
-  behavior->addRow(m_showRunningAppsCheckbox);
-  behavior->addRow(m_swiftModeCheckbox, m_swiftModeInfoButton);
-  behavior->addRow(m_startOnLoginCheckbox);
-  const int labelWidth = std::max({summoning->widestLabel(), look->widestLabel(), behavior->widestLabel()});
-  for (FormCard* card : {summoning, look, behavior})
-    card->setLabelWidth(labelWidth);
+void QtSettingsForm::build(const SettingsFormDescription& description) {
+  std::vector<FormCard*> cards;
+  int labelWidth = 0;
+  for (const SettingsGroup& group : description.groups) {
+    cards.push_back(makeCard(group));
+    labelWidth = std::max(labelWidth, cards.back()->widestLabel());
+  }
 
   auto* column = new QVBoxLayout(&widget());
   column->setContentsMargins(kMargin, kMargin, kMargin, kMargin);
   column->setSpacing(0);
   column->setSizeConstraint(QLayout::SetFixedSize);
-  column->addLayout(makeHeader(contents));
-  addGroup(*column, localized("Open the menu"), *summoning);
-  addGroup(*column, localized("Appearance"), *look);
-  addGroup(*column, localized("Behavior"), *behavior);
+  column->addLayout(makeHeader(description));
+  for (std::size_t index = 0; index < cards.size(); ++index) {
+    cards[index]->setLabelWidth(labelWidth);
+    addGroup(*column, QString::fromStdString(description.groups[index].title), *cards[index]);
+  }
   column->addSpacing(kGroupGap);
-  column->addLayout(makeFooter(contents));
-
-  setTabOrder({m_shortcutView, m_gesturePopUpButton, m_helpButton, m_menuSizePopUpButton, m_windowTintButton,
-               m_magnifyCheckbox, m_showRunningAppsCheckbox, m_swiftModeCheckbox, m_swiftModeInfoButton,
-               m_startOnLoginCheckbox, m_websiteButton, m_quitButton, m_closeButton});
+  column->addLayout(makeFooter(description));
 }
 
-QLayout* QtSettingsForm::makeHeader(SettingsFormContents& contents) {
-  m_closeButton = makeHost(contents.closeButton);
+FormCard* QtSettingsForm::makeCard(const SettingsGroup& group) {
+  auto* card = new FormCard(&widget());
+  for (const SettingsRow& row : group.rows) {
+    QWidget* widget = makeControl(row.control);
+    QWidget* accessory = makeAccessory(row);
+    if (row.label.empty()) {
+      card->addRow(widget, accessory);
+    } else {
+      card->addRow(QString::fromStdString(row.label), widget, accessory);
+    }
+  }
+  return card;
+}
+
+QWidget* QtSettingsForm::makeAccessory(const SettingsRow& row) {
+  if (!row.accessory) return nullptr;
+  QWidget* accessory = makeControl(*row.accessory);
+  // The window keeps its size whatever is chosen beside it.
+  QSizePolicy keepsItsPlace = accessory->sizePolicy();
+  keepsItsPlace.setRetainSizeWhenHidden(true);
+  accessory->setSizePolicy(keepsItsPlace);
+  return accessory;
+}
+
+QLayout* QtSettingsForm::makeHeader(const SettingsFormDescription& description) {
+  QWidget* closeButton = makeControl(description.closeButton);
   auto* picture = new QLabel(&widget());
   picture->setPixmap(QIcon(QStringLiteral(":/icons/orbelmenu.svg"))
                          .pixmap(QSize(kPictureSide, kPictureSide), widget().devicePixelRatioF()));
-  auto* title = new QLabel(localized("Orbel Menu"), &widget());
+  auto* title = new QLabel(QString::fromStdString(description.heading), &widget());
   QFont titleFont = scaledFont(widget().font(), kTitleScale);
   titleFont.setBold(true);
   title->setFont(titleFont);
@@ -122,28 +134,18 @@ QLayout* QtSettingsForm::makeHeader(SettingsFormContents& contents) {
   header->addWidget(picture);
   header->addWidget(title);
   header->addStretch(1);
-  header->addWidget(m_closeButton, 0, Qt::AlignTop);
+  header->addWidget(closeButton, 0, Qt::AlignTop);
   return header;
 }
 
-QLayout* QtSettingsForm::makeFooter(const SettingsFormContents& contents) {
-  auto* version = new QLabel(
-      localized("Version %@").replace(QStringLiteral("%@"), QString::fromStdString(contents.version)),
-      &widget());
-  version->setForegroundRole(QPalette::PlaceholderText);
-  const QString site = QString::fromStdString(contents.website);
-  m_websiteButton =
-      makeButton(FormButton::Shape::link, site, localized("Web site: %@").replace(QStringLiteral("%@"), site),
-                 &SettingsFormDelegate::websiteClicked);
-  m_quitButton = makeButton(FormButton::Shape::field, localized("&Quit Orbel Menu"), {},
-                            &SettingsFormDelegate::quitClicked);
-
+QLayout* QtSettingsForm::makeFooter(const SettingsFormDescription& description) {
   auto* footer = new QHBoxLayout;
   footer->setSpacing(8);
-  footer->addWidget(version);
-  footer->addWidget(m_websiteButton);
+  for (const SettingsControl& control : description.footerAtLeft)
+    footer->addWidget(makeControl(control));
   footer->addStretch(1);
-  footer->addWidget(m_quitButton);
+  for (const SettingsControl& control : description.footerAtRight)
+    footer->addWidget(makeControl(control));
   return footer;
 }
 
@@ -161,52 +163,73 @@ void QtSettingsForm::addGroup(QVBoxLayout& column, const QString& heading, FormC
   column.addWidget(&card);
 }
 
-FormCheckBox* QtSettingsForm::makeCheckBox(const QString& text, Checked clicked) {
-  auto* box = new FormCheckBox(text, &widget());
-  QObject::connect(box, &QCheckBox::clicked, box, [this, clicked](bool on) { (m_delegate.*clicked)(on); });
+QWidget* QtSettingsForm::makeControl(const SettingsControl& control) {
+  QWidget* widget = std::visit([this](const auto& kind) { return make(kind); }, control.kind);
+  m_controls[control.identifier] = widget;
+  return widget;
+}
+
+QWidget* QtSettingsForm::make(const SettingsCheckBox& checkBox) {
+  auto* box = new FormCheckBox(QString::fromStdString(checkBox.title), &widget());
+  QObject::connect(box, &QCheckBox::clicked, box, checkBox.clicked);
   return box;
 }
 
-FormPopUpButton* QtSettingsForm::makePopUpButton(const std::vector<SettingsChoice>& choices,
-                                                 const QString& name, Tagged clicked) {
+QWidget* QtSettingsForm::make(const SettingsPopUpButton& popUpButton) {
   auto* button = new FormPopUpButton(&widget());
-  button->setAccessibleName(name);
+  button->setAccessibleName(QString::fromStdString(popUpButton.accessibleName));
   button->setTranslucentList(m_environment.display.isCompositing());
-  for (const SettingsChoice& choice : choices)
+  for (const SettingsChoice& choice : popUpButton.choices)
     button->addEntry(QString::fromStdString(choice.title), choice.tag);
   QObject::connect(button, &QComboBox::activated, button,
-                   [this, button, clicked] { (m_delegate.*clicked)(button->selectedTag()); });
+                   [button, chosen = popUpButton.chosen] { chosen(button->selectedTag()); });
   return button;
 }
 
-FormButton* QtSettingsForm::makeButton(FormButton::Shape shape, const QString& text, const QString& name,
-                                       Plain clicked) {
-  auto* button = new FormButton(shape, text, &widget());
-  if (!name.isEmpty()) {
-    button->setAccessibleName(name);
-    button->setToolTip(name);
+QWidget* QtSettingsForm::make(const SettingsButton& button) {
+  auto* made = new FormButton(shapeOf(button.style), QString::fromStdString(button.title), &widget());
+  if (!button.explanation.empty()) {
+    made->setAccessibleName(QString::fromStdString(button.explanation));
+    made->setToolTip(QString::fromStdString(button.explanation));
   }
-  QObject::connect(button, &QPushButton::clicked, button, [this, clicked] { (m_delegate.*clicked)(); });
-  return button;
+  QObject::connect(made, &QPushButton::clicked, made, [pressed = button.pressed] { pressed(); });
+  return made;
 }
 
-ViewHost* QtSettingsForm::makeHost(HostedView& view) {
-  return new ViewHost(std::move(view), m_environment.runLoop, &widget());
+QWidget* QtSettingsForm::make(const SettingsText& text) {
+  auto* words = new QLabel(QString::fromStdString(text.text), &widget());
+  words->setForegroundRole(QPalette::PlaceholderText);
+  return words;
 }
 
-// Those with a modifier are in the core's main menu, too, so that none of them is recorded as the shortcut.
-void QtSettingsForm::addKeys() {
-  const auto add = [this](QKeyCombination keys, const std::function<void()>& act) {
-    auto* shortcut = new QShortcut(QKeySequence(keys), &widget());
-    QObject::connect(shortcut, &QShortcut::activated, &widget(), act);
+QWidget* QtSettingsForm::make(const HostedView& view) {
+  return new ViewHost(view, m_environment.runLoop, &widget());
+}
+
+void QtSettingsForm::addKey(const SettingsKey& key) {
+  auto* shortcut = new QShortcut(sequenceOf(key), &widget());
+  QObject::connect(shortcut, &QShortcut::activated, &widget(), key.pressed);
+}
+
+void QtSettingsForm::setTabOrder(const SettingsFormDescription& description) {
+  QWidget* last = nullptr;
+  const auto add = [&](const SettingsControl& next) {
+    QWidget* widget = control(next.identifier);
+    if (widget->focusPolicy() == Qt::NoFocus) return;
+    if (last) QWidget::setTabOrder(last, widget);
+    last = widget;
   };
-  const auto close = [this] { m_window.close(); };
-  const auto quit = [this] { m_delegate.quitClicked(); };
-  add(Qt::Key_Escape, close);
-  add(Qt::CTRL | Qt::Key_W, close);
-  add(Qt::META | Qt::Key_W, close);
-  add(Qt::CTRL | Qt::Key_Q, quit);
-  add(Qt::META | Qt::Key_Q, quit);
+  for (const SettingsGroup& group : description.groups) {
+    for (const SettingsRow& row : group.rows) {
+      add(row.control);
+      if (row.accessory) add(*row.accessory);
+    }
+  }
+  for (const auto* footer : {&description.footerAtLeft, &description.footerAtRight}) {
+    for (const SettingsControl& next : *footer)
+      add(next);
+  }
+  add(description.closeButton);
 }
 
 void QtSettingsForm::closePopovers() {
@@ -215,32 +238,26 @@ void QtSettingsForm::closePopovers() {
   }
 }
 
-void QtSettingsForm::setTabOrder(const std::vector<QWidget*>& order) {
-  for (std::size_t index = 1; index < order.size(); ++index)
-    QWidget::setTabOrder(order[index - 1], order[index]);
+QWidget* QtSettingsForm::control(const std::string& identifier) const {
+  const auto found = m_controls.find(identifier);
+  return found == m_controls.end() ? nullptr : found->second;
 }
 
-void QtSettingsForm::setValues(const SettingsValues& values) {
-  m_gesturePopUpButton->selectEntryWithTag(values.gesture);
-  m_menuSizePopUpButton->selectEntryWithTag(values.menuSize);
-  m_magnifyCheckbox->setChecked(values.magnify);
-  m_showRunningAppsCheckbox->setChecked(values.showRunningApps);
-  m_startOnLoginCheckbox->setChecked(values.startOnLogin);
-  m_swiftModeCheckbox->setChecked(values.swiftMode);
+void QtSettingsForm::setValue(const std::string& identifier, SettingsValue value) {
+  QWidget* widget = control(identifier);
+  if (auto* box = dynamic_cast<FormCheckBox*>(widget)) box->setChecked(std::get<bool>(value));
+  if (auto* button = dynamic_cast<FormPopUpButton*>(widget))
+    button->selectEntryWithTag(std::get<std::int64_t>(value));
 }
 
-void QtSettingsForm::setHelpButtonVisible(bool visible) {
-  m_helpButton->setVisible(visible);
+void QtSettingsForm::setVisible(const std::string& identifier, bool visible) {
+  if (QWidget* widget = control(identifier)) widget->setVisible(visible);
 }
 
 std::unique_ptr<Popover> QtSettingsForm::makePopover(std::function<void()> didClose) {
   return std::make_unique<QtPopover>(
       m_environment.display, m_environment.runLoop, &widget(),
-      [this](SettingsControl control) -> QWidget* {
-        if (control == SettingsControl::help) return m_helpButton;
-        return m_windowTintButton;
-      },
-      std::move(didClose));
+      [this](const std::string& identifier) { return control(identifier); }, std::move(didClose));
 }
 
 } // namespace orbel::qt

@@ -1,5 +1,5 @@
-// The settings window's form: puts the controls in groups on the window, names them, gives them their keys,
-// and tells the delegate what the user does. Made by QtSettingsForms.
+// The settings window's form: lays out what the core describes, in groups on the window, and passes on what
+// the user does. It knows no setting and has no texts of its own. Made by QtSettingsForms.
 #pragma once
 
 #include "backends/qt/settings/FormButton.h"
@@ -9,17 +9,17 @@
 #include "backends/qt/settings/QtManagedWindow.h"
 #include "backends/qt/settings/ViewHost.h"
 #include "platform/SettingsForm.h"
-#include "platform/TextServices.h"
 
-#include <string_view>
+#include <map>
+#include <string>
 
+class QLabel;
 class QVBoxLayout;
 
 namespace orbel::qt {
 
 struct SettingsFormEnvironment {
   DisplayServer& display;
-  const TextServices& text;
   RunLoop& runLoop;
   // Gives a window the keyboard as the user's own act; may be empty.
   std::function<void(WId)> activate;
@@ -28,55 +28,41 @@ struct SettingsFormEnvironment {
 class QtSettingsForm : public SettingsForm {
 public:
   // Everything in the environment outlives the form.
-  QtSettingsForm(const SettingsFormEnvironment& environment, SettingsFormContents contents,
-                 SettingsFormDelegate& delegate);
+  QtSettingsForm(const SettingsFormEnvironment& environment, const SettingsFormDescription& description);
   ~QtSettingsForm() override;
 
   ManagedWindow& window() override { return m_window; }
-  void setValues(const SettingsValues& values) override;
-  void setHelpButtonVisible(bool visible) override;
+  void setValue(const std::string& identifier, SettingsValue value) override;
+  void setVisible(const std::string& identifier, bool visible) override;
   std::unique_ptr<Popover> makePopover(std::function<void()> didClose) override;
 
   // The widget that stands in the window; for tests.
   QWidget& widget() { return m_window.widget(); }
 
 private:
-  using Checked = void (SettingsFormDelegate::*)(bool);
-  using Tagged = void (SettingsFormDelegate::*)(std::int64_t);
-  using Plain = void (SettingsFormDelegate::*)();
+  // Each kind of control; the identifier is that of the widget from then on.
+  QWidget* makeControl(const SettingsControl& control);
+  QWidget* make(const SettingsCheckBox& checkBox);
+  QWidget* make(const SettingsPopUpButton& popUpButton);
+  QWidget* make(const SettingsButton& button);
+  QWidget* make(const SettingsText& text);
+  QWidget* make(const HostedView& view);
 
-  QString localized(std::string_view english) const;
-  FormCheckBox* makeCheckBox(const QString& text, Checked clicked);
-  FormPopUpButton* makePopUpButton(const std::vector<SettingsChoice>& choices, const QString& name,
-                                   Tagged clicked);
-  FormButton* makeButton(FormButton::Shape shape, const QString& text, const QString& name, Plain clicked);
-  ViewHost* makeHost(HostedView& view);
-
-  void build(SettingsFormContents& contents);
-  QLayout* makeHeader(SettingsFormContents& contents);
-  QLayout* makeFooter(const SettingsFormContents& contents);
+  void build(const SettingsFormDescription& description);
+  FormCard* makeCard(const SettingsGroup& group);
+  QWidget* makeAccessory(const SettingsRow& row);
+  QLayout* makeHeader(const SettingsFormDescription& description);
+  QLayout* makeFooter(const SettingsFormDescription& description);
   void addGroup(QVBoxLayout& column, const QString& heading, FormCard& card);
-  void addKeys();
+  void addKey(const SettingsKey& key);
+  void setTabOrder(const SettingsFormDescription& description);
   void closePopovers();
-  void setTabOrder(const std::vector<QWidget*>& order);
+  // Null where there is none of that identifier.
+  QWidget* control(const std::string& identifier) const;
 
   SettingsFormEnvironment m_environment;
-  SettingsFormDelegate& m_delegate;
   QtManagedWindow m_window;
-
-  FormPopUpButton* m_gesturePopUpButton = nullptr;
-  FormPopUpButton* m_menuSizePopUpButton = nullptr;
-  FormCheckBox* m_magnifyCheckbox = nullptr;
-  FormCheckBox* m_showRunningAppsCheckbox = nullptr;
-  FormCheckBox* m_startOnLoginCheckbox = nullptr;
-  FormCheckBox* m_swiftModeCheckbox = nullptr;
-  FormButton* m_helpButton = nullptr;
-  FormButton* m_swiftModeInfoButton = nullptr;
-  FormButton* m_websiteButton = nullptr;
-  FormButton* m_quitButton = nullptr;
-  ViewHost* m_closeButton = nullptr;
-  ViewHost* m_windowTintButton = nullptr;
-  ViewHost* m_shortcutView = nullptr;
+  std::map<std::string, QWidget*> m_controls; // by identifier; owned by the window
 };
 
 } // namespace orbel::qt

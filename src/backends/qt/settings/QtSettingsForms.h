@@ -14,8 +14,8 @@ class QtSettingsForms : public SettingsForms {
 public:
   explicit QtSettingsForms(SettingsFormEnvironment environment) : m_environment(std::move(environment)) {}
 
-  std::unique_ptr<SettingsForm> load(SettingsFormContents contents, SettingsFormDelegate& delegate) override {
-    return std::make_unique<QtSettingsForm>(m_environment, std::move(contents), delegate);
+  std::unique_ptr<SettingsForm> load(SettingsFormDescription description) override {
+    return std::make_unique<QtSettingsForm>(m_environment, description);
   }
 
 private:

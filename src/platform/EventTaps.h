@@ -45,6 +45,9 @@ public:
   // any may be left out, so that a mouse with a thousand reports a second does not wake the process for each;
   // all others are told. The position is asked of the window system.
   virtual std::unique_ptr<EventTap> makeMouseMovedTap(std::function<MovementUse()> mouseMoved) = 0;
+  // Whether movements can be told at all. Where not, a mouse-moved tap can be made but is never called, and
+  // nothing enables it.
+  virtual bool tellsMovements() const = 0;
   virtual std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) = 0;
 
   // Whether the process may listen at all; asks the user for it where the desktop has a way to ask.

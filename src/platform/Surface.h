@@ -1,7 +1,8 @@
-// One borderless, translucent window on the screen, above ordinary windows and never holding the keyboard
-// focus. The backend shows what the delegate paints, on the backdrop it was asked for, and reports the
-// pointer; it decides nothing. Frames are screen points, y up, origin at the bottom-left of the primary
-// screen; points of events are the surface's own. Owned by the core's window.
+// One borderless, translucent window on the screen, above ordinary windows. A display that has to give it the
+// keyboard focus gives it back to the earlier window when the surface is ordered out. The backend shows what
+// the delegate paints, on the backdrop it was asked for, and reports the pointer; it decides nothing. Frames
+// are screen points, y up, origin at the bottom-left of the primary screen; points of events are the
+// surface's own. Owned by the core's window.
 #pragma once
 
 #include "foundation/Geometry.h"
@@ -48,8 +49,8 @@ public:
   virtual void setDelegate(SurfaceDelegate* delegate) = 0;
   virtual void setFrame(const Rect& screenFrame) = 0;
   virtual Rect frame() const = 0;
-  // Maps the surface without touching the focus; the backdrop is taken just before. Again while shown: raises
-  // it.
+  // Maps the surface; the backdrop is taken just before. The program in front stays in front for the user:
+  // it keeps the focus, or has it again after orderOut(). Again while shown: raises it.
   virtual void show() = 0;
   // Takes the surface off the screen at once; nothing while it is not shown.
   virtual void orderOut() = 0;

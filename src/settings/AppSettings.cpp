@@ -143,7 +143,8 @@ void AppSettings::startHandlers() {
                                                          [this] { postShouldShow(kShowEventShortcut); });
   m_mouseUpEventTap->setEnabled(true);
   if (gestureSettings() == static_cast<std::int64_t>(Gesture::pointerCircle)) {
-    m_mouseMovedEventTap->setEnabled(true);
+    // A display that tells no movements would only be kept awake for nothing.
+    m_mouseMovedEventTap->setEnabled(Platform::current().eventTaps.tellsMovements());
   } else {
     m_touchEventTap->setEnabled(true);
   }

@@ -78,6 +78,14 @@ TYPED_TEST_P(EventTapsContract, MovementsAreToldWhileNoButtonIsHeld) {
   EXPECT_GT(this->movements, before);
 }
 
+TYPED_TEST_P(EventTapsContract, WhetherMovementsAreToldIsKnownBeforehand) {
+  const bool tellsMovements = this->subject.taps().tellsMovements();
+  const auto moved = this->makeMouseMovedTap();
+  moved->setEnabled(true);
+  this->subject.movePointer();
+  EXPECT_EQ(this->movements > 0, tellsMovements);
+}
+
 TYPED_TEST_P(EventTapsContract, MovementsThatAreNotTakenAreAllTold) {
   this->use = EventTaps::MovementUse::ignored;
   const auto moved = this->makeMouseMovedTap();
@@ -138,7 +146,8 @@ TYPED_TEST_P(EventTapsContract, AProgramThatMayListenIsTrusted) {
 
 REGISTER_TYPED_TEST_SUITE_P(EventTapsContract, ATapIsMadeDisabledAndHearsNothingUntilItIsEnabled,
                             EveryReleaseOfThePrimaryButtonIsToldOnce, MovementsAreToldWhileNoButtonIsHeld,
-                            MovementsThatAreNotTakenAreAllTold, ADisabledTapHearsNothingAndMayBeEnabledAgain,
+                            WhetherMovementsAreToldIsKnownBeforehand, MovementsThatAreNotTakenAreAllTold,
+                            ADisabledTapHearsNothingAndMayBeEnabledAgain,
                             ADestroyedTapHearsNothingAndLeavesTheOthersAlone,
                             ATapMayBeDisabledOrDestroyedFromItsOwnCallback, AProgramThatMayListenIsTrusted);
 

@@ -153,6 +153,7 @@ public:
   std::unique_ptr<EventTap> makeMouseMovedTap(std::function<MovementUse()> moved) override {
     return makeTap({"mouseMoved", {}, std::move(moved), {}});
   }
+  bool tellsMovements() const override { return movementsAreTold; }
   std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) override {
     return makeTap({"touch", {}, {}, std::move(handlers)});
   }
@@ -172,6 +173,7 @@ public:
   // The pointer moves with no button held; what the last tap made of it.
   MovementUse mouseMoved() const {
     MovementUse use = MovementUse::ignored;
+    if (!movementsAreTold) return use;
     tell("mouseMoved", [&](const TapState& tap) { use = tap.moved(); });
     return use;
   }
@@ -188,6 +190,7 @@ public:
 
   std::vector<std::shared_ptr<TapState>> taps; // in the order of creation
   bool trusted = true;
+  bool movementsAreTold = true; // false: a display that keeps them to itself
   std::optional<std::string> unreadable;
 
 private:

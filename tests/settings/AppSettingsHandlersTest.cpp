@@ -99,6 +99,16 @@ TEST_F(AppSettingsHandlersTest, TheTouchGesturesEnableTheTouchTapAndTheCircleThe
   EXPECT_TRUE(isEnabled("mouseUp"));
 }
 
+TEST_F(AppSettingsHandlersTest, WhereNoMovementsAreToldTheCircleEnablesNoTap) {
+  m_platform.eventTaps.movementsAreTold = false;
+  startWithGesture(Gesture::pointerCircle);
+  EXPECT_FALSE(isEnabled("touch"));
+  EXPECT_FALSE(isEnabled("mouseMoved"));
+  EXPECT_TRUE(isEnabled("mouseUp"));
+  circle(0.5, 100);
+  EXPECT_TRUE(m_shows.empty());
+}
+
 TEST_F(AppSettingsHandlersTest, AnUnknownGestureEnablesTheTouchTap) {
   m_platform.preferences.setObject("gestureSettings", 6);
   settings().startHandlers();

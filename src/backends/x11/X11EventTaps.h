@@ -22,6 +22,7 @@ public:
 
   std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> mouseUp) override;
   std::unique_ptr<EventTap> makeMouseMovedTap(std::function<MovementUse()> mouseMoved) override;
+  bool tellsMovements() const override { return true; }
   // Without a source the tap does nothing and says so in the log when it is enabled.
   std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) override;
   bool isTrusted() override;

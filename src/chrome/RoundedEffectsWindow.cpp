@@ -50,6 +50,8 @@ void RoundedEffectsWindow::updateMask() {
 }
 
 void RoundedEffectsWindow::mouseDown(const MouseEvent&) {
+  m_movedByDisplay = m_window.beginInteractiveMove();
+  if (m_movedByDisplay) return;
   const auto pointer = Platform::current().windows.pointerLocation();
   if (!pointer) return;
   m_originalMouseLocation = *pointer;
@@ -58,6 +60,7 @@ void RoundedEffectsWindow::mouseDown(const MouseEvent&) {
 
 // The pointer's place on the screen and not the event's in the window, which moves along.
 void RoundedEffectsWindow::mouseDragged(const MouseEvent&) {
+  if (m_movedByDisplay) return;
   const auto pointer = Platform::current().windows.pointerLocation();
   if (!pointer) return;
   m_window.setFrameOrigin({m_originalWindowLocation.x + pointer->x - m_originalMouseLocation.x,

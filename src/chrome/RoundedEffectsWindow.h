@@ -60,6 +60,7 @@ private:
   std::shared_ptr<BezelView> m_strokeView;
   Point m_originalMouseLocation;
   Point m_originalWindowLocation;
+  bool m_movedByDisplay = false; // since the last press
   std::function<void()> m_colorSchemeChange;
 };
 

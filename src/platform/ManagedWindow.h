@@ -35,6 +35,9 @@ public:
   virtual Rect frame() const = 0;
   // Moves the window's bottom-left corner; the size is the backend's.
   virtual void setFrameOrigin(Point origin) = 0;
+  // Asked within backgroundPressed(): hands the drag that may follow to the display, which then moves the
+  // window by itself. False where the display leaves the moving to setFrameOrigin().
+  virtual bool beginInteractiveMove() = 0;
   // In the middle of the screen that the pointer is on.
   virtual void center() = 0;
   // Shows the window, in front of others and with the keyboard focus.

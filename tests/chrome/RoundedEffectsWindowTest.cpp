@@ -111,6 +111,17 @@ TEST_F(RoundedEffectsWindowTest, WhereThePointerIsUnknownItStays) {
   EXPECT_EQ(managed.screenFrame.origin, Point(310, 200));
 }
 
+TEST_F(RoundedEffectsWindowTest, WhereTheDisplayMovesItItIsLeftToTheDisplayAlone) {
+  managed.movedByDisplay = true;
+  window();
+  drag({310, 210}, {340, 230});
+  EXPECT_EQ(managed.screenFrame.origin, Point(300, 200));
+  EXPECT_EQ(managed.happened, std::vector<std::string>{"beginInteractiveMove"}) << "once a press";
+  managed.movedByDisplay = false;
+  drag({310, 210}, {340, 230});
+  EXPECT_EQ(managed.screenFrame.origin, Point(330, 220)) << "asked anew at every press";
+}
+
 TEST_F(RoundedEffectsWindowTest, OnADarkDesktopItIsDarkGlassFromTheChangeOn) {
   int told = 0;
   window().setColorSchemeChangeBlock([&] { ++told; });

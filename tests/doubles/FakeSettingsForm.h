@@ -19,6 +19,10 @@ public:
   void setDelegate(ManagedWindowDelegate* newDelegate) override { delegate = newDelegate; }
   Rect frame() const override { return screenFrame; }
   void setFrameOrigin(Point origin) override { screenFrame.origin = origin; }
+  bool beginInteractiveMove() override {
+    if (movedByDisplay) happened.emplace_back("beginInteractiveMove");
+    return movedByDisplay;
+  }
   void center() override { happened.emplace_back("center"); }
   void makeKeyAndOrderFront() override {
     happened.emplace_back("makeKeyAndOrderFront");
@@ -58,6 +62,7 @@ public:
   bool visible = false;
   bool floating = false;
   bool blur = true;
+  bool movedByDisplay = false; // what it answers to a press on its background
   ColorScheme scheme = ColorScheme::light;
   std::optional<Backdrop> backdrop;
   Rect damage;

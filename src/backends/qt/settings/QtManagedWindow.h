@@ -24,6 +24,8 @@ public:
   void setDelegate(ManagedWindowDelegate* delegate) override { m_widget.setDelegate(delegate); }
   Rect frame() const override;
   void setFrameOrigin(Point origin) override;
+  // Here the pointer's place and the window's are known: whoever asked moves the window.
+  bool beginInteractiveMove() override { return false; }
   void center() override;
   void makeKeyAndOrderFront() override;
   void close() override { m_widget.hide(); }

@@ -1,5 +1,6 @@
 #include "controllers/ItemContextMenu.h"
 
+#include "model/RepresentsRunningApplication.h"
 #include "platform/Platform.h"
 
 #include <utility>
@@ -48,6 +49,14 @@ bool ItemContextMenu::openWithTag(MenuItem& item, std::int64_t tag) {
   if (!paths || tag < 0 || tag >= static_cast<std::int64_t>(paths->size())) return false;
   item.openWithAppPath((*paths)[static_cast<std::size_t>(tag)]);
   return true;
+}
+
+MenuEntry ItemContextMenu::quitEntry(const MenuItem& item, bool toolkitAvailable,
+                                     std::function<void()> action) {
+  MenuEntry quit = entry("Quit Application", item.canQuit() && toolkitAvailable, std::move(action));
+  const auto* program = dynamic_cast<const RepresentsRunningApplication*>(&item);
+  quit.isEnabled = program && program->canAskToQuit();
+  return quit;
 }
 
 MenuEntry ItemContextMenu::entry(const std::string& englishTitle, bool shown, std::function<void()> action) {

@@ -33,6 +33,9 @@ public:
   static MenuEntry openWithEntry(const MenuItem& item, const std::function<void(std::int64_t)>& chosen);
   // Opens the item with the application of that tag. False, and nothing done, when there is none.
   static bool openWithTag(MenuItem& item, std::int64_t tag);
+  // "Quit Application": shown for an item that can quit where the companion is there, and enabled where its
+  // program can be asked to close.
+  static MenuEntry quitEntry(const MenuItem& item, bool toolkitAvailable, std::function<void()> action);
   static MenuEntry entry(const std::string& englishTitle, bool shown, std::function<void()> action);
 
 private:

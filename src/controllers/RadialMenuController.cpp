@@ -109,8 +109,8 @@ MenuEntry RadialMenuController::openWithEntry() {
 }
 
 MenuEntry RadialMenuController::quitEntry() {
-  return ItemContextMenu::entry("Quit Application", m_targetMenuItem->canQuit() && toolkitAvailable(),
-                                weakly(&RadialMenuController::quitAppClicked));
+  return ItemContextMenu::quitEntry(*m_targetMenuItem, toolkitAvailable(),
+                                    weakly(&RadialMenuController::quitAppClicked));
 }
 
 MenuEntry RadialMenuController::removeEntry() {

@@ -12,9 +12,14 @@ RunningApplicationPointer RepresentsRunningApplication::firstRepresentedApplicat
   return nullptr;
 }
 
+bool RepresentsRunningApplication::canAskToQuit() const {
+  const auto application = firstRepresentedApplication();
+  return application && application->canBeAskedToClose();
+}
+
 void RepresentsRunningApplication::quitFirstRepresentedApplication() const {
   const auto application = firstRepresentedApplication();
-  if (!application) return;
+  if (!application || !application->canBeAskedToClose()) return;
   Platform::current().workspace.openUrl(
       CompanionUrl::compose(CompanionUrl::Quit{application->processIdentifier()}));
 }

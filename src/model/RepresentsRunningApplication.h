@@ -10,12 +10,14 @@ class RepresentsRunningApplication {
 public:
   virtual ~RepresentsRunningApplication() = default;
   virtual bool representsRunningApplication(const RunningApplication& application) const = 0;
+  // Whether quitting the item would reach the application that it stands for. False also when none runs.
+  bool canAskToQuit() const;
 
 protected:
   // The first of the workspace's running applications, in its order, that this item represents; may be empty.
   RunningApplicationPointer firstRepresentedApplication() const;
   // Hands that application, and no other, to the companion that quits programs. Nothing happens when there is
-  // none.
+  // none, or when it cannot be asked to close.
   void quitFirstRepresentedApplication() const;
 };
 

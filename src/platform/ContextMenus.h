@@ -15,6 +15,7 @@ struct MenuEntry {
   std::string title; // as shown; empty for a separator
   bool isSeparator = false;
   bool isHidden = false;
+  bool isEnabled = true; // otherwise shown in grey, and nothing comes of choosing it
   std::int64_t tag = 0;
   ImagePointer image; // drawn at 16 by 16 points; may be empty
   std::function<void(const MenuEntry& entry)> action;

@@ -23,7 +23,7 @@ enum class ActivationReason {
 class RunningApplication {
 public:
   virtual ~RunningApplication() = default;
-  virtual std::int32_t processIdentifier() const = 0;
+  virtual std::int32_t processIdentifier() const = 0; // -1 when unknown
   virtual std::string localizedName() const = 0;
   // Absolute path of the desktop entry (or AppImage), else of the executable; none when unknown.
   virtual std::optional<std::string> bundlePath() const = 0;
@@ -31,6 +31,9 @@ public:
   virtual ImagePointer icon() const = 0; // may be empty
   virtual ActivationPolicy activationPolicy() const = 0;
   virtual bool isTerminated() const = 0;
+  // Whether the companion can be asked to close its windows. Not a program whose process is unknown, of
+  // another machine, or one that the display keeps to itself.
+  virtual bool canBeAskedToClose() const = 0;
   // False when there is no window to bring forward.
   virtual bool activate(ActivationReason reason) = 0;
   // The same process: process identifier and start time.

@@ -5,6 +5,7 @@
 //   bool isOpen();                          whether one is open on the screen
 //   std::vector<std::string> titles();      of the menu that is open, "-" for a separator
 //   void choose(const std::string& title);  the user does, opening submenus on the way
+//   void tryToChoose(const std::string& title);  the same with an entry that may be disabled
 //   void dismiss();                         the user closes the menu without a choice
 #pragma once
 
@@ -92,6 +93,18 @@ TYPED_TEST_P(ContextMenusContract, HiddenEntriesAreLeftOutAndSeparatorsAreNot) {
   EXPECT_EQ(this->subject.titles(), (std::vector<std::string>{"Rename", "-", "Remove"}));
 }
 
+TYPED_TEST_P(ContextMenusContract, ADisabledEntryIsShownAndCannotBeChosen) {
+  MenuEntry quit = this->entry("Quit");
+  quit.isEnabled = false;
+  this->popUp({quit, this->entry("Remove")});
+  EXPECT_EQ(this->subject.titles(), (std::vector<std::string>{"Quit", "Remove"}));
+  this->subject.tryToChoose("Quit");
+  EXPECT_TRUE(this->subject.isOpen());
+  EXPECT_EQ(this->calls, "open ");
+  this->subject.tryToChoose("Remove");
+  EXPECT_EQ(this->calls, "open close Remove0 ");
+}
+
 TYPED_TEST_P(ContextMenusContract, AMenuWithoutAVisibleEntryNeverOpens) {
   this->popUp({this->hidden("Quit"), this->separator()});
   ASSERT_TRUE(this->open);
@@ -140,7 +153,8 @@ TYPED_TEST_P(ContextMenusContract, TheDelegateMayBeEmpty) {
 
 REGISTER_TYPED_TEST_SUITE_P(ContextMenusContract, TheDelegateHearsOfOpeningAndOfClosingBeforeTheAction,
                             ADismissedMenuClosesWithoutAnAction, CancellingClosesOnceWithoutAnAction,
-                            HiddenEntriesAreLeftOutAndSeparatorsAreNot, AMenuWithoutAVisibleEntryNeverOpens,
+                            HiddenEntriesAreLeftOutAndSeparatorsAreNot,
+                            ADisabledEntryIsShownAndCannotBeChosen, AMenuWithoutAVisibleEntryNeverOpens,
                             AnEntryOfASubmenuActsLikeAnyOther, DestroyingAnOpenMenuClosesItAndCallsNothing,
                             NothingIsCalledAfterTheMenuWasDestroyedAsItCloses, AnActionMayOpenTheNextMenu,
                             TheDelegateMayBeEmpty);

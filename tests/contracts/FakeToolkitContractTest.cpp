@@ -34,6 +34,7 @@ public:
   bool isOpen() const { return m_menus.isOpen; }
   std::vector<std::string> titles() const { return m_menus.visibleTitles(); }
   void choose(const std::string& title) { EXPECT_TRUE(m_menus.choose(title)); }
+  void tryToChoose(const std::string& title) { m_menus.choose(title); }
   void dismiss() { m_menus.close(); }
 
 private:

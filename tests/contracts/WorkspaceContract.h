@@ -244,6 +244,7 @@ TYPED_TEST_P(WorkspaceContract, ARecordKnowsItsProgram) {
   EXPECT_EQ(record->bundlePath(), bundle);
   EXPECT_TRUE(record->executablePath());
   EXPECT_GT(record->processIdentifier(), 0);
+  EXPECT_TRUE(record->canBeAskedToClose());
   EXPECT_EQ(record->activationPolicy(), ActivationPolicy::regular);
   EXPECT_FALSE(record->isTerminated());
   EXPECT_TRUE(this->workspace().runsBundle(*record, bundle));

@@ -176,6 +176,15 @@ TEST_F(CollectionWindowControllerTest, QuitAndOpenWithAreOfferedAsInTheMainMenu)
   EXPECT_EQ(delegate.selections, 1);
 }
 
+TEST_F(CollectionWindowControllerTest, QuittingIsShownInGreyForAProgramThatCannotBeAsked) {
+  platform.workspace.urlHandlers["orbelmenu-toolkit"] = "/toolkit.desktop";
+  platform.workspace.launch(-1, "Mail", "/apps/mail.desktop")->closable = false;
+  make({storedCore("Mail")});
+  menu().didRightClickItem(at(0));
+  ASSERT_NE(platform.contextMenus.find("Quit Application"), nullptr);
+  EXPECT_FALSE(platform.contextMenus.find("Quit Application")->isEnabled);
+}
+
 TEST_F(CollectionWindowControllerTest, WithoutTheCompanionQuittingIsNotOffered) {
   platform.workspace.launch(7, "Mail", "/apps/mail.desktop");
   make({storedCore("Mail")});

@@ -104,5 +104,17 @@ TEST_F(ItemMenuTest, QuittingAsksTheCompanionAndKeepsTheMenuOpen) {
   EXPECT_FALSE(controller().window().isFadingOut());
 }
 
+TEST_F(ItemMenuTest, QuittingIsShownInGreyForAProgramThatCannotBeAsked) {
+  platform.workspace.launch(-1, "Remote")->closable = false;
+  shown();
+  const auto last = static_cast<std::int64_t>(controller().menuItems().size()) - 1;
+  controller().didRightClickItem(at(last));
+  ASSERT_NE(platform.contextMenus.find("Quit Application"), nullptr);
+  EXPECT_FALSE(platform.contextMenus.find("Quit Application")->isEnabled);
+  EXPECT_TRUE(platform.contextMenus.find("Keep in Orbel Menu")->isEnabled);
+  EXPECT_FALSE(platform.contextMenus.choose("Quit Application"));
+  EXPECT_TRUE(actions().empty());
+}
+
 } // namespace
 } // namespace orbel

@@ -26,6 +26,7 @@ public:
   ImagePointer icon() const override { return iconImage; }
   ActivationPolicy activationPolicy() const override { return policy; }
   bool isTerminated() const override { return terminated; }
+  bool canBeAskedToClose() const override { return closable; }
   bool activate(ActivationReason reason) override {
     activations.push_back(reason);
     return activationSucceeds && !terminated;
@@ -44,6 +45,7 @@ public:
   ActivationPolicy policy = ActivationPolicy::regular;
   bool terminated = false;
   bool activationSucceeds = true;
+  bool closable = true;
   std::vector<ActivationReason> activations;
 };
 

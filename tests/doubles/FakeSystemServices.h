@@ -244,10 +244,10 @@ public:
     return result;
   }
   const MenuEntry* find(const std::string& title) const { return find(entries, title); }
-  // False when there is no such visible entry, or it is one that only opens a submenu.
+  // False when there is no such visible entry, or it is disabled or one that only opens a submenu.
   bool choose(const std::string& title) {
     const MenuEntry* found = find(title);
-    if (!isOpen || !found || !found->submenu.empty()) return false;
+    if (!isOpen || !found || !found->isEnabled || !found->submenu.empty()) return false;
     const MenuEntry chosen = *found;
     const auto tracking = m_tracking;
     close();

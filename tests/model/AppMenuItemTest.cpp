@@ -156,6 +156,22 @@ TEST_F(AppMenuItemTest, AsksTheCompanionToQuitOnlyTheFirstOfTwoProcesses) {
   EXPECT_EQ(platform.workspace.actions, Strings{"openUrl orbelmenu-toolkit:terminate/2147483647"});
 }
 
+TEST_F(AppMenuItemTest, OnlyAProgramThatCanBeAskedToCloseIsAskedToQuit) {
+  const auto first = platform.workspace.launch(-1, "A", "", "/A.app/A");
+  platform.workspace.launch(12, "A", "", "/A.app/A");
+  first->closable = false;
+  const auto item = AppMenuItem::withPath("/A.app");
+  EXPECT_TRUE(item->canQuit());
+  EXPECT_FALSE(item->canAskToQuit());
+  item->quit();
+  EXPECT_TRUE(platform.workspace.actions.empty()) << "nor is another process in its stead";
+  first->closable = true;
+  EXPECT_TRUE(item->canAskToQuit());
+  platform.workspace.terminate(-1);
+  platform.workspace.terminate(12);
+  EXPECT_FALSE(item->canAskToQuit());
+}
+
 TEST_F(AppMenuItemTest, QuitsNothingWhenNothingMatches) {
   platform.workspace.launch(7, "Other", "", "/usr/bin/other");
   AppMenuItem::withPath("/A.app")->quit();

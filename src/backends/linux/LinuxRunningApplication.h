@@ -34,6 +34,7 @@ public:
   ImagePointer icon() const override { return m_appearance.icon; }
   ActivationPolicy activationPolicy() const override;
   bool isTerminated() const override;
+  bool canBeAskedToClose() const override { return m_process.has_value(); }
   bool activate(ActivationReason reason) override;
   bool isEqual(const RunningApplication& other) const override;
 

@@ -109,6 +109,7 @@ TEST_F(RunningApplicationListTest, GroupsWindowsWithoutAProcessByTheirClass) {
   const auto remote = list->applications().at(0);
   EXPECT_EQ(remote->processIdentifier(), -1);
   EXPECT_EQ(remote->executablePath(), std::nullopt);
+  EXPECT_FALSE(remote->canBeAskedToClose());
   EXPECT_FALSE(remote->isTerminated());
   windows.close(1);
   EXPECT_FALSE(remote->isTerminated());

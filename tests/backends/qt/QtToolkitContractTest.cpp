@@ -63,6 +63,7 @@ public:
     }
     FAIL() << "there is no entry " << title;
   }
+  void tryToChoose(const std::string& title) { choose(title); }
   static void dismiss() { QTest::keyClick(menu(), Qt::Key_Escape); }
 
 private:

@@ -76,6 +76,7 @@ void PoppedUpMenu::Tracking::fill(QMenu& filled, const std::vector<MenuEntry>& f
       fill(*submenu, entry.submenu, scale);
       action = submenu->menuAction();
     }
+    action->setEnabled(entry.isEnabled);
     action->setIcon(iconOf(entry.image, scale));
     action->setIconVisibleInMenu(true); // some desktops hide the icons of all menus
   }

@@ -145,6 +145,10 @@ bool OrbelWindow::pointerIsOver() const {
   return location && Rect({}, frame().size).contains(*location);
 }
 
+Point OrbelWindow::pointerLocationOrCenter() const {
+  return m_surface->pointerLocation().value_or(contentView().bounds().center());
+}
+
 void OrbelWindow::paint(Canvas& canvas, const Rect& dirty) {
   m_views.tree().paint(canvas, dirty);
 }

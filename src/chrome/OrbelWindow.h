@@ -52,6 +52,9 @@ public:
   // Whether the pointer is over the window's square frame, or over a pop-up that belongs to it. False when
   // unknown.
   bool pointerIsOver() const;
+  // The pointer's place in window points, which may lie outside the frame; the middle of the window when
+  // unknown.
+  Point pointerLocationOrCenter() const;
 
   // Escape while the window is shown.
   void setCancelBlock(std::function<void()> block) { m_cancelBlock = std::move(block); }

@@ -7,8 +7,9 @@
 
 namespace orbel {
 
-void ItemContextMenu::popUp(std::vector<MenuEntry> entries) {
-  m_openMenu = Platform::current().contextMenus.popUpAtPointer(std::move(entries), this);
+void ItemContextMenu::popUp(std::vector<MenuEntry> entries, const OrbelWindow& window) {
+  m_openMenu = Platform::current().contextMenus.popUp(std::move(entries), this, window.surface(),
+                                                      window.pointerLocationOrCenter());
 }
 
 void ItemContextMenu::cancelTracking() {

@@ -3,6 +3,7 @@
 // a menu controller.
 #pragma once
 
+#include "chrome/OrbelWindow.h"
 #include "foundation/Lifetime.h"
 #include "model/MenuItem.h"
 #include "platform/ContextMenus.h"
@@ -21,7 +22,8 @@ public:
   static constexpr double kClosingDelay = 0.5;
 
   bool itemMenuVisible() const { return m_itemMenuVisible; }
-  void popUp(std::vector<MenuEntry> entries);
+  // At the pointer over the window.
+  void popUp(std::vector<MenuEntry> entries, const OrbelWindow& window);
   // Closes the open menu without an action.
   void cancelTracking();
 

@@ -30,13 +30,11 @@ void OrbelWindowController::activate(const MenuItemPointer& item) {
 }
 
 void OrbelWindowController::openCollection(const std::shared_ptr<CollectionMenuItem>& collection) {
-  // In the middle of the menu where the display does not tell the pointer's place.
-  const Rect frame = window().frame();
-  const auto pointer = window().surface().pointerLocation();
+  const Point origin = window().frame().origin;
+  const Point pointer = window().pointerLocationOrCenter();
   m_collectionController = CollectionWindowController::withCollectionItem(collection);
   m_collectionController->setDelegate(self());
-  m_collectionController->showWindowAtScreenPosition(
-      pointer ? Point{frame.minX() + pointer->x, frame.minY() + pointer->y} : frame.center());
+  m_collectionController->showWindowAtScreenPosition({origin.x + pointer.x, origin.y + pointer.y});
   orbelView().closeAllTitles();
   orbelView().setEnabled(false);
 }

@@ -46,9 +46,9 @@ std::vector<MenuEntry> OrbelWindowController::itemMenuEntries() {
 void OrbelWindowController::didRightClickOutsideOfItem(ItemPath path) {
   if (closeItemMenu()) return;
   setTargetMenuItem(menuItem(path));
-  m_outsideItemMenu = Platform::current().contextMenus.popUpAtPointer(
+  m_outsideItemMenu = Platform::current().contextMenus.popUp(
       {ItemContextMenu::entry("New Collection", true, weakly(&OrbelWindowController::newCollectionClicked))},
-      nullptr);
+      nullptr, window().surface(), window().pointerLocationOrCenter());
 }
 
 void OrbelWindowController::renameCollectionClicked() {

@@ -101,7 +101,7 @@ bool RadialMenuController::closeItemMenu() {
 void RadialMenuController::didRightClickItem(ItemPath path) {
   if (closeItemMenu()) return;
   m_targetMenuItem = menuItem(path);
-  if (m_targetMenuItem && hasContextMenu(*m_targetMenuItem)) m_itemMenu.popUp(itemMenuEntries());
+  if (m_targetMenuItem && hasContextMenu(*m_targetMenuItem)) m_itemMenu.popUp(itemMenuEntries(), window());
 }
 
 MenuEntry RadialMenuController::openWithEntry() {

@@ -1,6 +1,7 @@
 // Pop-up menus of the desktop's own look, filled and opened by the menu controllers. Main thread only.
 #pragma once
 
+#include "foundation/Geometry.h"
 #include "scene/Image.h"
 
 #include <cstdint>
@@ -10,6 +11,8 @@
 #include <vector>
 
 namespace orbel {
+
+class Surface;
 
 struct MenuEntry {
   std::string title; // as shown; empty for a separator
@@ -41,11 +44,13 @@ public:
 class ContextMenus {
 public:
   virtual ~ContextMenus() = default;
-  // Pops up at the pointer, above every surface of ours, usable by keyboard; returns at once, after
-  // menuWillOpen(). The entries are copied; the delegate is borrowed, may be empty, and must live as long as
-  // the returned object. A menu without a visible entry never opens and calls nothing.
-  virtual std::unique_ptr<OpenContextMenu> popUpAtPointer(std::vector<MenuEntry> entries,
-                                                          ContextMenuDelegate* delegate) = 0;
+  // Pops up with a corner at that place of the surface, in the surface's own points, also outside its bounds;
+  // above every surface of ours, usable by keyboard. Returns at once, after menuWillOpen(). The entries are
+  // copied; the delegate is borrowed and may be empty. Delegate and surface must live as long as the returned
+  // object. A menu without a visible entry never opens and calls nothing.
+  virtual std::unique_ptr<OpenContextMenu> popUp(std::vector<MenuEntry> entries,
+                                                 ContextMenuDelegate* delegate, const Surface& surface,
+                                                 Point place) = 0;
 };
 
 } // namespace orbel

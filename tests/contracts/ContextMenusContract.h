@@ -2,7 +2,9 @@
 //
 // Subject: the menus of a program, and a user. Each action returns when all that comes of it has come.
 //   ContextMenus& menus();
+//   const Surface& surface();               its frame is (300, 400, 400, 400), and the screen holds it
 //   bool isOpen();                          whether one is open on the screen
+//   Point place();                          in screen points: where the corner of the one that is open stands
 //   std::vector<std::string> titles();      of the menu that is open, "-" for a separator
 //   void choose(const std::string& title);  the user does, opening submenus on the way
 //   void tryToChoose(const std::string& title);  the same with an entry that may be disabled
@@ -53,7 +55,7 @@ protected:
     return made;
   }
   void popUp(std::vector<MenuEntry> entries) {
-    open = subject.menus().popUpAtPointer(std::move(entries), this);
+    open = subject.menus().popUp(std::move(entries), this, subject.surface(), {100, 150});
   }
 
   Subject subject;
@@ -71,6 +73,14 @@ TYPED_TEST_P(ContextMenusContract, TheDelegateHearsOfOpeningAndOfClosingBeforeTh
   this->subject.choose("Rename");
   EXPECT_EQ(this->calls, "open close Rename7 ");
   EXPECT_FALSE(this->subject.isOpen());
+}
+
+TYPED_TEST_P(ContextMenusContract, TheMenuStandsAtItsPlaceOnTheSurface) {
+  this->popUp({this->entry("Rename")});
+  EXPECT_EQ(this->subject.place(), (Point{400, 550}));
+  this->open =
+      this->subject.menus().popUp({this->entry("Rename")}, nullptr, this->subject.surface(), {-50, 380});
+  EXPECT_EQ(this->subject.place(), (Point{250, 780})) << "also outside its bounds";
 }
 
 TYPED_TEST_P(ContextMenusContract, ADismissedMenuClosesWithoutAnAction) {
@@ -146,14 +156,14 @@ TYPED_TEST_P(ContextMenusContract, AnActionMayOpenTheNextMenu) {
 }
 
 TYPED_TEST_P(ContextMenusContract, TheDelegateMayBeEmpty) {
-  this->open = this->subject.menus().popUpAtPointer({this->entry("Rename")}, nullptr);
+  this->open = this->subject.menus().popUp({this->entry("Rename")}, nullptr, this->subject.surface(), {0, 0});
   this->subject.choose("Rename");
   EXPECT_EQ(this->calls, "Rename0 ");
 }
 
 REGISTER_TYPED_TEST_SUITE_P(ContextMenusContract, TheDelegateHearsOfOpeningAndOfClosingBeforeTheAction,
-                            ADismissedMenuClosesWithoutAnAction, CancellingClosesOnceWithoutAnAction,
-                            HiddenEntriesAreLeftOutAndSeparatorsAreNot,
+                            TheMenuStandsAtItsPlaceOnTheSurface, ADismissedMenuClosesWithoutAnAction,
+                            CancellingClosesOnceWithoutAnAction, HiddenEntriesAreLeftOutAndSeparatorsAreNot,
                             ADisabledEntryIsShownAndCannotBeChosen, AMenuWithoutAVisibleEntryNeverOpens,
                             AnEntryOfASubmenuActsLikeAnyOther, DestroyingAnOpenMenuClosesItAndCallsNothing,
                             NothingIsCalledAfterTheMenuWasDestroyedAsItCloses, AnActionMayOpenTheNextMenu,

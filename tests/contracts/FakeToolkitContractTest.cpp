@@ -4,6 +4,7 @@
 #include "tests/contracts/GraphicsContract.h"
 #include "tests/contracts/TextServicesContract.h"
 #include "tests/doubles/FakeSystemServices.h"
+#include "tests/doubles/FakeWindowSystem.h"
 
 namespace orbel::contracts {
 namespace {
@@ -30,7 +31,13 @@ INSTANTIATE_TYPED_TEST_SUITE_P(FakeGraphicsContract, GraphicsContract, FakeGraph
 
 class FakeContextMenusSubject {
 public:
+  FakeContextMenusSubject() { m_surface->setFrame({300, 400, 400, 400}); }
   ContextMenus& menus() { return m_menus; }
+  const Surface& surface() const { return *m_surface; }
+  Point place() const {
+    const Point origin = m_menus.surface->frame().origin;
+    return {origin.x + m_menus.place.x, origin.y + m_menus.place.y};
+  }
   bool isOpen() const { return m_menus.isOpen; }
   std::vector<std::string> titles() const { return m_menus.visibleTitles(); }
   void choose(const std::string& title) { EXPECT_TRUE(m_menus.choose(title)); }
@@ -38,6 +45,8 @@ public:
   void dismiss() { m_menus.close(); }
 
 private:
+  FakeWindowSystem m_windows;
+  std::unique_ptr<Surface> m_surface = m_windows.makeSurface(SurfaceLevel::menu);
   FakeContextMenus m_menus;
 };
 

@@ -176,6 +176,16 @@ TEST_F(CollectionWindowControllerTest, QuitAndOpenWithAreOfferedAsInTheMainMenu)
   EXPECT_EQ(delegate.selections, 1);
 }
 
+TEST_F(CollectionWindowControllerTest, ItsContextMenuOpensAtThePointerOnItsOwnSurface) {
+  make({storedCore("Mail")});
+  menu().showWindowAtScreenPosition({500, 500});
+  platform.windows.movePointer({510, 520});
+  menu().didRightClickItem(at(0));
+  EXPECT_EQ(platform.contextMenus.surface, &menu().window().surface());
+  const Point origin = menu().window().frame().origin;
+  EXPECT_EQ(platform.contextMenus.place, (Point{510 - origin.x, 520 - origin.y}));
+}
+
 TEST_F(CollectionWindowControllerTest, QuittingIsShownInGreyForAProgramThatCannotBeAsked) {
   platform.workspace.urlHandlers["orbelmenu-toolkit"] = "/toolkit.desktop";
   platform.workspace.launch(-1, "Mail", "/apps/mail.desktop")->closable = false;

@@ -104,6 +104,21 @@ TEST_F(ItemMenuTest, QuittingAsksTheCompanionAndKeepsTheMenuOpen) {
   EXPECT_FALSE(controller().window().isFadingOut());
 }
 
+TEST_F(ItemMenuTest, ItOpensAtThePointerOnTheMenusOwnSurface) {
+  shown();
+  platform.windows.movePointer({520, 580});
+  controller().didRightClickItem(at(1));
+  EXPECT_EQ(platform.contextMenus.surface, &controller().window().surface());
+  EXPECT_EQ(platform.contextMenus.place, (Point{220, 280}));
+}
+
+TEST_F(ItemMenuTest, WhereThePointerIsUnknownItOpensInTheMiddle) {
+  shown();
+  platform.windows.pointer.reset();
+  controller().didRightClickItem(at(1));
+  EXPECT_EQ(platform.contextMenus.place, (Point{200, 200}));
+}
+
 TEST_F(ItemMenuTest, QuittingIsShownInGreyForAProgramThatCannotBeAsked) {
   platform.workspace.launch(-1, "Remote")->closable = false;
   shown();

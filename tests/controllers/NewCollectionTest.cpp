@@ -18,6 +18,14 @@ TEST_F(NewCollectionTest, ANewCollectionStandsBeforeTheItemInWhoseDirectionTheCl
   EXPECT_EQ(storedNames(), names());
 }
 
+TEST_F(NewCollectionTest, ItsMenuOpensAtThePointerOnTheMenusSurface) {
+  shown();
+  platform.windows.movePointer({450, 510});
+  controller().didRightClickOutsideOfItem(at(0));
+  EXPECT_EQ(platform.contextMenus.surface, &controller().window().surface());
+  EXPECT_EQ(platform.contextMenus.place, (Point{150, 210}));
+}
+
 TEST_F(NewCollectionTest, ANewCollectionPastTheLastItemIsAppended) {
   store({storedCore("Finder"), storedCore("Mail")});
   shown().didRightClickOutsideOfItem(at(2));

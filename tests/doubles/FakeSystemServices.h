@@ -221,9 +221,11 @@ private:
 class FakeContextMenus : public ContextMenus {
 public:
   // A menu without a visible entry never opens.
-  std::unique_ptr<OpenContextMenu> popUpAtPointer(std::vector<MenuEntry> newEntries,
-                                                  ContextMenuDelegate* newDelegate) override {
+  std::unique_ptr<OpenContextMenu> popUp(std::vector<MenuEntry> newEntries, ContextMenuDelegate* newDelegate,
+                                         const Surface& newSurface, Point newPlace) override {
     close();
+    surface = &newSurface;
+    place = newPlace;
     m_tracking = std::make_shared<Tracking>(Tracking{newDelegate});
     entries = std::move(newEntries);
     const auto isShown = [](const MenuEntry& entry) { return !entry.isHidden && !entry.isSeparator; };
@@ -261,6 +263,8 @@ public:
   }
 
   std::vector<MenuEntry> entries;
+  const Surface* surface = nullptr; // of the newest menu; may be gone
+  Point place;                      // in the surface's points
   bool isOpen = false;
   int timesOpened = 0;
 

@@ -3,8 +3,10 @@
 #include "backends/qt/popups/QtContextMenus.h"
 
 #include "backends/qt/icons/QtIconLoader.h"
+#include "backends/qt/windows/ScreenSpace.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/desktop/harness/TestWindow.h"
+#include "tests/doubles/FakeWindowSystem.h"
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>
@@ -33,6 +35,7 @@ protected:
     m_surface.setGeometry(340, 240, 400, 400);
     m_surface.setStyleSheet("background: #30506a");
     m_surface.show();
+    m_place->setFrame(ScreenSpace::fromToolkit(m_surface.geometry()));
     ASSERT_TRUE(becomesTrue([&] { return session().windows().isViewable(windowOf(m_surface)); },
                             "the surface is shown"));
     session().input().movePointer({540, 440});
@@ -59,8 +62,8 @@ protected:
     MenuEntry openWith = entry("Open With...");
     openWith.submenu = {entry("Text Editor", "accessories-text-editor"), separator,
                         entry("Image Viewer", "image-x-generic"), entry("Terminal", "utilities-terminal")};
-    m_open =
-        m_menus.popUpAtPointer({openWith, entry("Rename Collection"), entry("Remove from Orbel Menu")}, this);
+    m_open = m_menus.popUp({openWith, entry("Rename Collection"), entry("Remove from Orbel Menu")}, this,
+                           *m_place, {200, 200});
     ASSERT_TRUE(becomesTrue([&] { return menu() && session().windows().isViewable(windowOf(*menu())); },
                             "it is open"));
   }
@@ -69,6 +72,8 @@ protected:
   }
 
   QWidget m_surface;
+  FakeWindowSystem m_windows;
+  std::unique_ptr<Surface> m_place = m_windows.makeSurface(SurfaceLevel::menu); // where the widget is
   QtIconLoader m_icons;
   PopUpRegistry m_popUps;
   QtContextMenus m_menus{m_popUps};

@@ -1,6 +1,7 @@
 #include "backends/qt/popups/QtContextMenus.h"
 
 #include "tests/backends/qt/TestDisplay.h"
+#include "tests/doubles/FakeWindowSystem.h"
 
 #include <QApplication>
 #include <QMenu>
@@ -38,7 +39,7 @@ protected:
     return made;
   }
   QMenu& popUp(std::vector<MenuEntry> entries) {
-    m_open = m_menus.popUpAtPointer(std::move(entries), this);
+    m_open = m_menus.popUp(std::move(entries), this, *m_surface, {0, 0});
     return *menu();
   }
   static QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
@@ -46,6 +47,8 @@ protected:
     QTest::mouseClick(&shown, Qt::LeftButton, {}, shown.actionGeometry(shown.actions().at(index)).center());
   }
 
+  FakeWindowSystem m_windows;
+  std::unique_ptr<Surface> m_surface = m_windows.makeSurface(SurfaceLevel::menu);
   PopUpRegistry m_popUps;
   QtContextMenus m_menus{m_popUps};
   std::unique_ptr<OpenContextMenu> m_open;

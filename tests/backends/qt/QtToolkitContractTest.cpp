@@ -3,6 +3,7 @@
 #include "backends/qt/popups/QtContextMenus.h"
 #include "backends/qt/popups/QtDialogs.h"
 #include "backends/qt/text/QtTextServices.h"
+#include "backends/qt/windows/ScreenSpace.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/backends/qt/TestPictures.h"
 #include "tests/contracts/ContextMenusContract.h"
@@ -10,6 +11,7 @@
 #include "tests/contracts/GraphicsContract.h"
 #include "tests/contracts/TextServicesContract.h"
 #include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/doubles/FakeWindowSystem.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -43,7 +45,13 @@ INSTANTIATE_TYPED_TEST_SUITE_P(QtGraphicsContract, GraphicsContract, QtGraphicsS
 
 class QtContextMenusSubject {
 public:
+  QtContextMenusSubject() { m_surface->setFrame({300, 400, 400, 400}); }
   ContextMenus& menus() { return m_menus; }
+  const Surface& surface() const { return *m_surface; }
+  static Point place() {
+    const Rect frame = ScreenSpace::fromToolkit(menu()->geometry());
+    return {frame.minX(), frame.maxY()};
+  }
   static bool isOpen() { return menu() != nullptr; }
   static std::vector<std::string> titles() {
     std::vector<std::string> all;
@@ -77,8 +85,10 @@ private:
   static void click(QMenu& shown, int index) {
     QTest::mouseClick(&shown, Qt::LeftButton, {}, shown.actionGeometry(shown.actions().at(index)).center());
   }
-  qt::PopUpRegistry m_popUps;
-  qt::QtContextMenus m_menus{m_popUps};
+  FakeWindowSystem m_windows;
+  std::unique_ptr<Surface> m_surface = m_windows.makeSurface(SurfaceLevel::menu);
+  PopUpRegistry m_popUps;
+  QtContextMenus m_menus{m_popUps};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(QtContextMenusContract, ContextMenusContract, QtContextMenusSubject);

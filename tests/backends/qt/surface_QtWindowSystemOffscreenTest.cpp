@@ -58,7 +58,7 @@ protected:
     entry.action = [this](const MenuEntry&) { ++m_actions; };
     MenuEntry withSubmenu = entry;
     withSubmenu.submenu = {entry};
-    m_open = m_menus.popUpAtPointer({withSubmenu, entry}, this);
+    m_open = m_menus.popUp({withSubmenu, entry}, this, *m_surface, {100, 100});
     ASSERT_NE(QApplication::activePopupWidget(), nullptr);
   }
   void press(Qt::MouseButton button) { QTest::mousePress(m_window, button, {}, QPoint(100, 100)); }

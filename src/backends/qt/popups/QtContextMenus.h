@@ -15,10 +15,10 @@ public:
   // The registry is borrowed and must outlive every open menu.
   explicit QtContextMenus(PopUpRegistry& popUps) : m_popUps(popUps) {}
 
-  // The delegate hears menuWillOpen from within this call. A menu without a visible entry never opens and
+  // The delegate receives menuWillOpen from within this call. A menu without a visible entry never opens and
   // calls nothing.
-  std::unique_ptr<OpenContextMenu> popUpAtPointer(std::vector<MenuEntry> entries,
-                                                  ContextMenuDelegate* delegate) override;
+  std::unique_ptr<OpenContextMenu> popUp(std::vector<MenuEntry> entries, ContextMenuDelegate* delegate,
+                                         const Surface& surface, Point place) override;
 
 private:
   PopUpRegistry& m_popUps;

@@ -90,6 +90,10 @@ QRect ScreenSpace::toToolkit(const Rect& rect) {
           rounded(rect.size.height)};
 }
 
+QPoint ScreenSpace::toToolkit(Point point) {
+  return {rounded(point.x), rounded(flip(point.y))};
+}
+
 Rect ScreenSpace::fromToolkit(const QRect& rect) {
   return {static_cast<double>(rect.x()), flip(rect.y() + rect.height()), static_cast<double>(rect.width()),
           static_cast<double>(rect.height())};

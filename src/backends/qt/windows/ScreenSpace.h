@@ -26,6 +26,7 @@ public:
   static Point toPoints(int deviceX, int deviceY);
   // The toolkit's own coordinates: points of each screen, y down, rounded to whole points.
   static QRect toToolkit(const Rect& rect);
+  static QPoint toToolkit(Point point);
   static Rect fromToolkit(const QRect& rect);
 
 private:

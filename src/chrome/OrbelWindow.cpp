@@ -185,6 +185,7 @@ ViewTreeAdapter::Window OrbelWindow::viewWindow() {
       .pointerLocation =
           [this] { return m_surface->isShown() ? m_surface->pointerLocation() : std::nullopt; },
       .backingScale = [this] { return m_surface->backingScale(); },
+      .surface = m_surface.get(),
   };
 }
 

@@ -13,6 +13,8 @@
 
 namespace orbel {
 
+class Surface; // of the platform; only handed on here
+
 // What a view tree asks of its window.
 class ViewTreeHost {
 public:
@@ -24,6 +26,9 @@ public:
   virtual double backingScale() const = 0;
   // The window's frame in screen points.
   virtual Rect screenFrame() const = 0;
+  // What the tree is painted on, for views that show something beside themselves; none in a window that is no
+  // surface.
+  virtual const Surface* hostSurface() const { return nullptr; }
 };
 
 class ViewTree {

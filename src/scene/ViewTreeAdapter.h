@@ -19,6 +19,7 @@ public:
     // Read now, in window points; none when it cannot be known.
     std::function<std::optional<Point>()> pointerLocation;
     std::function<double()> backingScale = {}; // device pixels a point; 1 without the block
+    const Surface* surface = nullptr;          // none in a window that is no surface
   };
 
   // The tree has the size of the window's frame. The run loop outlives the adapter. Reduced motion makes
@@ -35,6 +36,7 @@ private:
   std::optional<Point> pointerLocationInWindow() const override { return m_window.pointerLocation(); }
   double backingScale() const override { return m_window.backingScale ? m_window.backingScale() : 1; }
   Rect screenFrame() const override { return m_window.frame(); }
+  const Surface* hostSurface() const override { return m_window.surface; }
 
   Window m_window;
   ViewTree m_tree;

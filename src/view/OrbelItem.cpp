@@ -58,9 +58,10 @@ Bubble* OrbelItem::titlePopover() {
 }
 
 void OrbelItem::showTitle() {
-  if (!m_title || !tree()) return;
+  const Surface* const place = surface();
+  if (!m_title || !place) return;
   m_outgoingPopover.reset();
-  titlePopover()->show(anchorOnScreen());
+  titlePopover()->show(*place, anchorInWindow());
 }
 
 void OrbelItem::closeTitle() {
@@ -86,17 +87,19 @@ void OrbelItem::draw(Canvas& canvas) {
 
 void OrbelItem::presentationDidChange() {
   if (!m_titlePopover || !m_titlePopover->isShown()) return;
-  if (tree()) {
-    m_titlePopover->show(anchorOnScreen());
+  if (const Surface* const place = surface()) {
+    m_titlePopover->show(*place, anchorInWindow());
   } else {
     m_titlePopover->close();
   }
 }
 
-Rect OrbelItem::anchorOnScreen() const {
-  const Rect inWindow = superview() ? superview()->convertToWindow(presentedFrame()) : presentedFrame();
-  const Point window = tree()->host().screenFrame().origin;
-  return inWindow.offsetBy(window.x, window.y);
+const Surface* OrbelItem::surface() const {
+  return tree() ? tree()->host().hostSurface() : nullptr;
+}
+
+Rect OrbelItem::anchorInWindow() const {
+  return superview() ? superview()->convertToWindow(presentedFrame()) : presentedFrame();
 }
 
 } // namespace orbel

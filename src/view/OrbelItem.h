@@ -46,7 +46,7 @@ public:
 
   // The bubble of the title; none without a title. Made when first asked for.
   Bubble* titlePopover();
-  // Below the item as it is painted now. Does nothing without a title or outside a window; cheap when it
+  // Below the item as it is painted now. Does nothing without a title or outside a surface; cheap when it
   // shows already.
   void showTitle();
   void closeTitle();
@@ -80,7 +80,8 @@ private:
   static Rect dotFrame(double itemWidth) {
     return {itemWidth / 2 - kDotSide / 2, -kDotDrop, kDotSide, kDotSide};
   }
-  Rect anchorOnScreen() const;
+  const Surface* surface() const; // that it is painted on; none outside a window
+  Rect anchorInWindow() const;
 
   ImagePointer m_image;
   std::optional<std::string> m_title;

@@ -301,8 +301,8 @@ TYPED_TEST_P(WindowSystemContract, ABubbleIsShownUntilItIsClosedAndTakesNoInput)
   auto bubble = this->subject.windows().makeBubble("Title");
   EXPECT_FALSE(bubble->isShown());
   bubble->close();
-  bubble->show(Rect::centeredAt({480, 640}, 40));
-  bubble->show(Rect::centeredAt(this->kCenter, 60));
+  bubble->show(*surface, Rect::centeredAt({180, 240}, 40));
+  bubble->show(*surface, Rect::centeredAt({200, 200}, 60));
   EXPECT_TRUE(bubble->isShown());
   // Where the bubble hangs.
   ASSERT_TRUE(this->hears(this->delegate, {500, 550}, {200, 150}));
@@ -311,7 +311,7 @@ TYPED_TEST_P(WindowSystemContract, ABubbleIsShownUntilItIsClosedAndTakesNoInput)
   bubble->close();
   bubble->close();
   EXPECT_FALSE(bubble->isShown());
-  bubble->show(Rect::centeredAt(this->kCenter, 60));
+  bubble->show(*surface, Rect::centeredAt({200, 200}, 60));
   EXPECT_TRUE(bubble->isShown());
   bubble.reset();
 }

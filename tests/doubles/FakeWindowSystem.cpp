@@ -54,8 +54,10 @@ FakeBubble::~FakeBubble() {
   close();
 }
 
-void FakeBubble::show(const Rect& anchorOnScreen) {
-  anchor = anchorOnScreen;
+void FakeBubble::show(const Surface& newSurface, const Rect& newAnchor) {
+  const Point origin = newSurface.frame().origin;
+  surface = &newSurface;
+  anchor = newAnchor.offsetBy(origin.x, origin.y);
   if (!shown) m_owner.shownBubbles.push_back(this);
   shown = true;
 }

@@ -65,12 +65,13 @@ class FakeBubble : public Bubble {
 public:
   FakeBubble(FakeWindowSystem& owner, std::string bubbleText) : text(std::move(bubbleText)), m_owner(owner) {}
   ~FakeBubble() override;
-  void show(const Rect& anchorOnScreen) override;
+  void show(const Surface& newSurface, const Rect& newAnchor) override;
   void close() override;
   bool isShown() const override { return shown; }
 
   std::string text;
-  Rect anchor;
+  const Surface* surface = nullptr; // that it was shown on last; may be gone
+  Rect anchor;                      // in screen points
   bool shown = false;
 
 private:

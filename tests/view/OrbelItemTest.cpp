@@ -27,7 +27,7 @@ protected:
   }
 
   FakePlatform platform;
-  FakeViewTreeHost host{Rect(1000, 700, 400, 400)};
+  FakeViewTreeHost host{Rect(1000, 700, 400, 400), platform.windows};
   ViewTree tree{host, platform.runLoop, false};
 };
 
@@ -197,6 +197,7 @@ TEST_F(OrbelItemTest, ShowingTheTitlePointsTheBubbleAtTheItemOnTheScreen) {
   item->showTitle();
   ASSERT_EQ(platform.windows.shownBubbles.size(), 1u);
   EXPECT_EQ(platform.windows.shownBubbles[0]->text, "Files");
+  EXPECT_EQ(platform.windows.shownBubbles[0]->surface, host.hostSurface());
   EXPECT_EQ(platform.windows.shownBubbles[0]->anchor, Rect(1010, 720, 100, 100));
   item->closeTitle();
   EXPECT_TRUE(platform.windows.shownBubbles.empty());
@@ -210,6 +211,15 @@ TEST_F(OrbelItemTest, NoTitleIsShownOutsideAWindowOrWithoutATitle) {
   untitled->showTitle();
   EXPECT_TRUE(platform.windows.shownBubbles.empty());
   untitled->closeTitle();
+}
+
+TEST_F(OrbelItemTest, NoTitleIsShownInAWindowThatIsNoSurface) {
+  FakeViewTreeHost plain{Rect(0, 0, 400, 400)};
+  ViewTree otherTree{plain, platform.runLoop, false};
+  const auto item = std::make_shared<OrbelItem>(anIcon(), "Files");
+  otherTree.contentView().addSubview(item);
+  item->showTitle();
+  EXPECT_TRUE(platform.windows.shownBubbles.empty());
 }
 
 TEST_F(OrbelItemTest, ABubbleThatShowsIsNotClosedByAnotherTitle) {

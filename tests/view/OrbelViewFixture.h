@@ -107,7 +107,7 @@ protected:
 
   // Before the view, which goes first: closing its titles asks the platform's bubbles.
   FakePlatform platform;
-  FakeViewTreeHost host{Rect(1000, 700, 450, 460)};
+  FakeViewTreeHost host{Rect(1000, 700, 450, 460), platform.windows};
   RecordingController controller;
   bool primaryButtonIsDown = false;
   ViewTree tree{host, platform.runLoop, false};

@@ -148,7 +148,7 @@ TEST_F(BackdropOnDisplay, ASubMenuShowsTheMenuBehindItButNoTitle) {
   sub->orderOut();
   ASSERT_TRUE(showsOwnWindows(1));
   const auto bubble = system->makeBubble("Title");
-  bubble->show(squareAround(500, 400, 40));
+  bubble->show(*wholeScreen, squareAround(500, 400, 40));
   ASSERT_TRUE(showsOwnWindows(2));
   sub->show();
   bubble->close();

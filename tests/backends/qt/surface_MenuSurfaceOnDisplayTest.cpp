@@ -233,7 +233,7 @@ TEST_F(MenuSurfaceOnDisplay, LevelsHoldWhateverIsShownLast) {
   const auto sub = makeSurface(subDelegate, squareAround(600, 450, 300), SurfaceLevel::subMenu);
   const auto menu = makeSurface(delegate, squareAround(500, 400, 400));
   const auto bubble = system->makeBubble("Title");
-  bubble->show(squareAround(560, 420, 40));
+  bubble->show(*wholeScreen, squareAround(560, 420, 40));
   sub->show();
   menu->show();
   ASSERT_TRUE(showsOwnWindows(3));
@@ -285,7 +285,7 @@ TEST_F(MenuSurfaceOnDisplay, BeingCoveredAndUncoveredPaintsNothing) {
   settle();
   delegate.painted.clear();
   const auto bubble = system->makeBubble("Title");
-  bubble->show(squareAround(500, 400, 40));
+  bubble->show(*wholeScreen, squareAround(500, 400, 40));
   ASSERT_TRUE(showsOwnWindows(2));
   const auto covered = session().screen().pixel({500, 435});
   bubble->close();
@@ -315,7 +315,7 @@ TEST_F(MenuSurfaceOnDisplay, ThePointerOverABubbleCountsAsOverThePopUp) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   const auto bubble = system->makeBubble("Title");
-  bubble->show(squareAround(500, 580, 40));
+  bubble->show(*wholeScreen, squareAround(500, 580, 40));
   session().input().movePointer({500, 620});
   session().display().roundTrip();
   EXPECT_TRUE(surface->pointerIsOverOwnPopUp());

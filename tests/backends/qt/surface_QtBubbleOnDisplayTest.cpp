@@ -24,7 +24,7 @@ protected:
 TEST_F(QtBubbleOnDisplay, ItHangsBelowItsAnchor) {
   const auto bubble = system->makeBubble("Music Player");
   EXPECT_FALSE(bubble->isShown());
-  bubble->show(squareAround(500, 400, 60));
+  bubble->show(*wholeScreen, squareAround(500, 400, 60));
   EXPECT_TRUE(bubble->isShown());
   ASSERT_TRUE(showsOwnWindows(1));
   const ScreenRect window = place();
@@ -40,18 +40,18 @@ TEST_F(QtBubbleOnDisplay, ItHangsBelowItsAnchor) {
 
 TEST_F(QtBubbleOnDisplay, ClicksGoThroughIt) {
   const auto bubble = system->makeBubble("Music Player");
-  bubble->show(squareAround(500, 400, 60));
+  bubble->show(*wholeScreen, squareAround(500, 400, 60));
   ASSERT_TRUE(showsOwnWindows(1));
   EXPECT_NE(session().windows().windowAt({500, 450}), ownWindows().front());
 }
 
 TEST_F(QtBubbleOnDisplay, ItFollowsItsAnchor) {
   const auto bubble = system->makeBubble("Music Player");
-  bubble->show(squareAround(500, 400, 60));
+  bubble->show(*wholeScreen, squareAround(500, 400, 60));
   ASSERT_TRUE(showsOwnWindows(1));
   const ScreenRect before = place();
   const auto window = ownWindows().front();
-  bubble->show(squareAround(523, 391, 60));
+  bubble->show(*wholeScreen, squareAround(523, 391, 60));
   ASSERT_TRUE(movesTo(before.x + 23, before.y - 9));
   EXPECT_EQ(place().width, before.width);
   EXPECT_EQ(ownWindows().front(), window);
@@ -60,7 +60,7 @@ TEST_F(QtBubbleOnDisplay, ItFollowsItsAnchor) {
 
 TEST_F(QtBubbleOnDisplay, AtTheBottomOfTheScreenItStandsAbove) {
   const auto bubble = system->makeBubble("Music Player");
-  bubble->show(squareAround(500, 980, 60));
+  bubble->show(*wholeScreen, squareAround(500, 980, 60));
   ASSERT_TRUE(showsOwnWindows(1));
   const ScreenRect window = place();
   EXPECT_EQ(window.y + window.height - kMargin, 950);
@@ -68,7 +68,7 @@ TEST_F(QtBubbleOnDisplay, AtTheBottomOfTheScreenItStandsAbove) {
 
 TEST_F(QtBubbleOnDisplay, AtTheSideOfTheScreenItStaysOnIt) {
   const auto bubble = system->makeBubble("A rather long title of a thing");
-  bubble->show(squareAround(1270, 400, 30));
+  bubble->show(*wholeScreen, squareAround(1270, 400, 30));
   ASSERT_TRUE(showsOwnWindows(1));
   const ScreenRect window = place();
   EXPECT_LE(window.x + window.width - kMargin, desktop::VirtualDisplay::kWidth);
@@ -76,13 +76,13 @@ TEST_F(QtBubbleOnDisplay, AtTheSideOfTheScreenItStaysOnIt) {
 
 TEST_F(QtBubbleOnDisplay, OneWindowServesManyTitlesInTurn) {
   const auto first = system->makeBubble("Mail");
-  first->show(squareAround(500, 400, 60));
+  first->show(*wholeScreen, squareAround(500, 400, 60));
   ASSERT_TRUE(showsOwnWindows(1));
   const auto window = ownWindows().front();
   const int narrow = place().width;
   first->close();
   const auto second = system->makeBubble("A much longer title");
-  second->show(squareAround(600, 500, 60));
+  second->show(*wholeScreen, squareAround(600, 500, 60));
   ASSERT_TRUE(
       becomesTrue([&] { return ownWindows().size() == 1 && place().width > narrow; }, "the second is shown"));
   EXPECT_EQ(ownWindows().front(), window);
@@ -91,15 +91,29 @@ TEST_F(QtBubbleOnDisplay, OneWindowServesManyTitlesInTurn) {
 TEST_F(QtBubbleOnDisplay, TwoMayBeShownAtATime) {
   const auto first = system->makeBubble("Mail");
   const auto second = system->makeBubble("Music");
-  first->show(squareAround(300, 400, 60));
-  second->show(squareAround(600, 400, 60));
+  first->show(*wholeScreen, squareAround(300, 400, 60));
+  second->show(*wholeScreen, squareAround(600, 400, 60));
   EXPECT_TRUE(showsOwnWindows(2));
+}
+
+TEST_F(QtBubbleOnDisplay, ItsAnchorIsInThePointsOfTheSurface) {
+  RecordingDelegate delegate;
+  const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
+  const auto bubble = system->makeBubble("Music Player");
+  bubble->show(*surface, Rect::centeredAt({200, 200}, 60));
+  ASSERT_TRUE(showsOwnWindows(1));
+  EXPECT_EQ(place().y + kMargin, 430);
+  EXPECT_NEAR(place().x + place().width / 2.0, 500, 1);
+  const ScreenRect before = place();
+  surface->setFrame(squareAround(520, 390, 400));
+  bubble->show(*surface, Rect::centeredAt({200, 200}, 60));
+  EXPECT_TRUE(movesTo(before.x + 20, before.y - 10));
 }
 
 TEST_F(QtBubbleOnDisplay, AnEqualAnchorMovesNothing) {
   const auto bubble = system->makeBubble("Mail");
   const Rect anchor = squareAround(500, 400, 60);
-  bubble->show(anchor);
+  bubble->show(*wholeScreen, anchor);
   ASSERT_TRUE(showsOwnWindows(1));
   const auto window = ownWindows().front();
   // Moved away behind its back: only a bubble that is placed anew comes back.
@@ -107,16 +121,16 @@ TEST_F(QtBubbleOnDisplay, AnEqualAnchorMovesNothing) {
   xcb_configure_window(session().display().get(), window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y,
                        elsewhere);
   settle();
-  bubble->show(anchor);
+  bubble->show(*wholeScreen, anchor);
   settle();
   EXPECT_EQ(place().x, 100);
-  bubble->show(squareAround(501, 400, 60));
+  bubble->show(*wholeScreen, squareAround(501, 400, 60));
   EXPECT_TRUE(becomesTrue([&] { return place().x != 100; }, "another anchor places it"));
 }
 
 TEST_F(QtBubbleOnDisplay, ADestroyedBubbleIsClosed) {
   auto bubble = system->makeBubble("Mail");
-  bubble->show(squareAround(500, 400, 60));
+  bubble->show(*wholeScreen, squareAround(500, 400, 60));
   ASSERT_TRUE(showsOwnWindows(1));
   bubble.reset();
   EXPECT_TRUE(showsOwnWindows(0));

@@ -142,9 +142,9 @@ TEST(QtWindowSystemOffscreenTest, SurfacesAndBubblesWorkWithoutAServer) {
   surface->needsDisplay({0, 0, 10, 10});
   ASSERT_TRUE(becomesTrue([&] { return delegate.paintings == 2; }, "the damage is painted"));
   const auto bubble = system.makeBubble("Mail");
-  bubble->show({150, 150, 40, 40});
+  bubble->show(*surface, {50, 50, 40, 40});
   EXPECT_TRUE(bubble->isShown());
-  bubble->show({160, 150, 40, 40});
+  bubble->show(*surface, {60, 50, 40, 40});
   bubble->close();
   surface->orderOut();
   EXPECT_FALSE(surface->isShown());

@@ -46,7 +46,7 @@ TEST_F(QtWindowSystemOnDisplay, ADialogStandsAboveAllSurfacesAndBubbles) {
   const auto bubble = system->makeBubble("Title");
   menu->show();
   sub->show();
-  bubble->show(squareAround(520, 400, 40));
+  bubble->show(*wholeScreen, squareAround(520, 400, 40));
   ASSERT_TRUE(showsOwnWindows(3));
   const auto order = ownWindows();
 
@@ -107,7 +107,7 @@ TEST_F(QtWindowSystemOnDisplay, WhereTheManagerIgnoresTheOrderSurfacesGoOutOfSig
   const auto sub = makeSurface(subDelegate, squareAround(550, 400, 300), SurfaceLevel::subMenu);
   const auto bubble = system->makeBubble("Title");
   menu->show();
-  bubble->show(squareAround(520, 400, 40));
+  bubble->show(*wholeScreen, squareAround(520, 400, 40));
   ASSERT_TRUE(showsOwnWindows(2));
 
   QDialog dialog;

@@ -7,6 +7,7 @@
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "backends/x11/RawPointer.h"
 #include "tests/backends/qt/TestDisplay.h"
+#include "tests/doubles/FakeWindowSystem.h"
 
 #include <gtest/gtest.h>
 
@@ -131,8 +132,11 @@ private:
   std::unique_ptr<x11::Connection> m_pointerConnection;
   std::unique_ptr<x11::RawPointer> m_rawPointer;
   std::unique_ptr<x11::PassiveKeyGrabs> m_keyGrabs;
+  FakeWindowSystem m_unshown;
 
 protected:
+  // Its own points are the screen's.
+  std::unique_ptr<Surface> wholeScreen = m_unshown.makeSurface(SurfaceLevel::menu);
   std::function<void()> onDrain;
   std::unique_ptr<qtx11::X11DisplayServer> displayServer;
   std::unique_ptr<QtWindowSystem> system; // destroyed before what it uses

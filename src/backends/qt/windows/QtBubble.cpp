@@ -1,6 +1,7 @@
 #include "backends/qt/windows/QtBubble.h"
 
 #include "backends/qt/windows/QtWindowSystem.h"
+#include "platform/Surface.h"
 
 #include <utility>
 
@@ -12,7 +13,9 @@ QtBubble::~QtBubble() {
   close();
 }
 
-void QtBubble::show(const Rect& anchorOnScreen) {
+void QtBubble::show(const Surface& surface, const Rect& anchor) {
+  const Point origin = surface.frame().origin;
+  const Rect anchorOnScreen = anchor.offsetBy(origin.x, origin.y);
   if (m_window) {
     if (anchorOnScreen == m_anchor) return;
     m_anchor = anchorOnScreen;

@@ -16,14 +16,14 @@ public:
   QtBubble(QtWindowSystem& system, std::string text);
   ~QtBubble() override;
 
-  void show(const Rect& anchorOnScreen) override;
+  void show(const Surface& surface, const Rect& anchor) override;
   void close() override;
   bool isShown() const override { return static_cast<bool>(m_window); }
 
 private:
   QtWindowSystem& m_system;
   std::string m_text;
-  Rect m_anchor;
+  Rect m_anchor; // screen points
   std::unique_ptr<BubbleWindow> m_window;
 };
 

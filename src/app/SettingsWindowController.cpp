@@ -27,7 +27,7 @@ AppSettings& settings() {
 void showAlert(std::string message) {
   Alert alert;
   alert.message = std::move(message);
-  Platform::current().dialogs.runAlert(alert, {});
+  Platform::current().dialogs.runAlert(alert, nullptr, {});
 }
 } // namespace
 

@@ -56,7 +56,7 @@ void OrbelWindowController::renameCollectionClicked() {
   if (!target || !target->canRename()) return;
   setCanClose(false);
   const TextPrompt prompt{localized("Rename Collection"), localized("Rename"), target->name().value_or("")};
-  Platform::current().dialogs.runTextPrompt(prompt,
+  Platform::current().dialogs.runTextPrompt(prompt, &window().surface(),
                                             [self = self(), target](const std::optional<std::string>& text) {
                                               // The list may have been loaded anew under the prompt.
                                               const auto index = indexOfItem(self->m_menuItems, target);
@@ -73,7 +73,8 @@ void OrbelWindowController::newCollectionClicked() {
   setCanClose(false);
   const TextPrompt prompt{localized("New Collection"), localized("Create"), localized("Collection Name")};
   Platform::current().dialogs.runTextPrompt(
-      prompt, [self = self(), target = targetMenuItem()](const std::optional<std::string>& text) {
+      prompt, &window().surface(),
+      [self = self(), target = targetMenuItem()](const std::optional<std::string>& text) {
         if (text && !text->empty()) {
           // At the end where the place has no item, or has lost it since.
           const std::size_t index = indexOfItem(self->m_menuItems, target).value_or(self->m_menuItems.size());
@@ -120,7 +121,8 @@ void OrbelWindowController::keepAppClicked() {
     return living && living->shouldEnableUrl(path);
   };
   Platform::current().dialogs.runOpenPanel(
-      panel, [self = self(), target, bundle = *bundle](const std::optional<std::string>& chosen) {
+      panel, &window().surface(),
+      [self = self(), target, bundle = *bundle](const std::optional<std::string>& chosen) {
         const auto index = indexOfItem(self->m_menuItems, target);
         if (index && chosen && withTrailingSlash(*chosen) == withTrailingSlash(bundle)) {
           // Without the slash, which a desktop entry, being a file, cannot have.

@@ -232,7 +232,7 @@ void MASShortcutView::refuse(const MASShortcut& shortcut, const std::string& rea
   // The alert needs the keyboard and takes the focus from the window, which must not end the recording.
   listenToKeyboard(false);
   const auto weakView = weak_from_this();
-  Platform::current().dialogs.runAlert({reason, refusal, localized("OK"), true}, [weakView] {
+  Platform::current().dialogs.runAlert({reason, refusal, localized("OK"), true}, nullptr, [weakView] {
     const auto self = std::static_pointer_cast<MASShortcutView>(weakView.lock());
     if (!self) return;
     self->setShortcutPlaceholder({});

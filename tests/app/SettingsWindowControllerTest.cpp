@@ -433,6 +433,7 @@ TEST_F(SettingsWindowControllerTest, WithoutAPlayerTheHelpIsAStillPicture) {
 TEST_F(SettingsWindowControllerTest, SwiftModeIsExplainedInAnAlert) {
   shown().press("swiftModeInfoButton");
   ASSERT_TRUE(platform.dialogs.alert);
+  EXPECT_EQ(platform.dialogs.owner, nullptr);
   EXPECT_EQ(platform.dialogs.alert->message, kSwiftModeText);
   EXPECT_EQ(platform.dialogs.alert->button, "OK");
   platform.dialogs.closeAlert();

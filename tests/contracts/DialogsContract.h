@@ -3,6 +3,7 @@
 // Subject: the dialogs of a program, and a user. Each action is taken on the dialog in front and returns when
 // all that comes of it has come.
 //   Dialogs& dialogs();
+//   const Surface* owner();                      a surface on the screen
 //   bool isAnyOpen();
 //   void answerPrompt(const std::string& text);  types it and presses the button
 //   void cancelPrompt();
@@ -29,13 +30,13 @@ class DialogsContract : public testing::Test {
 protected:
   using Answer = std::optional<std::string>;
   void prompt(const std::string& message = "Name") {
-    subject.dialogs().runTextPrompt({message, "OK", ""},
+    subject.dialogs().runTextPrompt({message, "OK", ""}, subject.owner(),
                                     [this](Answer answer) { answers.push_back(answer); });
   }
   void openPanel(const std::string& startPath,
                  std::function<bool(const std::string&)> shouldEnable = nullptr) {
     subject.dialogs().runOpenPanel({"Title", "Message", "Choose", startPath, std::move(shouldEnable)},
-                                   [this](Answer answer) { answers.push_back(answer); });
+                                   subject.owner(), [this](Answer answer) { answers.push_back(answer); });
   }
   Subject subject;
   std::vector<Answer> answers;
@@ -63,7 +64,7 @@ TYPED_TEST_P(DialogsContract, AnEmptyTextIsAnAnswerAndACancelledPromptIsNone) {
 
 TYPED_TEST_P(DialogsContract, AnAlertTellsOnceThatItWasClosed) {
   int closed = 0;
-  this->subject.dialogs().runAlert({"Message", "Explanation", "OK", false}, [&] { ++closed; });
+  this->subject.dialogs().runAlert({"Message", "Explanation", "OK", false}, nullptr, [&] { ++closed; });
   EXPECT_EQ(closed, 0);
   EXPECT_TRUE(this->subject.isAnyOpen());
   this->subject.closeAlert();
@@ -94,10 +95,11 @@ TYPED_TEST_P(DialogsContract, AFileThatIsNotEnabledCannotBeChosen) {
 }
 
 TYPED_TEST_P(DialogsContract, AnAnswerMayAskTheNextQuestion) {
-  this->subject.dialogs().runTextPrompt({"First", "OK", ""}, [this](std::optional<std::string> answer) {
-    this->answers.push_back(answer);
-    this->prompt("Second");
-  });
+  this->subject.dialogs().runTextPrompt({"First", "OK", ""}, this->subject.owner(),
+                                        [this](std::optional<std::string> answer) {
+                                          this->answers.push_back(answer);
+                                          this->prompt("Second");
+                                        });
   this->subject.answerPrompt("one");
   EXPECT_TRUE(this->subject.isAnyOpen());
   this->subject.answerPrompt("two");
@@ -115,9 +117,9 @@ TYPED_TEST_P(DialogsContract, ADialogThatComesWhileAnotherIsUpIsAnsweredFirstAnd
 }
 
 TYPED_TEST_P(DialogsContract, NobodyNeedsToWaitForTheAnswer) {
-  this->subject.dialogs().runAlert({"Message", "", "OK", true}, nullptr);
+  this->subject.dialogs().runAlert({"Message", "", "OK", true}, this->subject.owner(), nullptr);
   this->subject.closeAlert();
-  this->subject.dialogs().runTextPrompt({"Name", "OK", ""}, nullptr);
+  this->subject.dialogs().runTextPrompt({"Name", "OK", ""}, nullptr, nullptr);
   this->subject.answerPrompt("text");
   EXPECT_FALSE(this->subject.isAnyOpen());
 }

@@ -55,6 +55,7 @@ INSTANTIATE_TYPED_TEST_SUITE_P(FakeContextMenusContract, ContextMenusContract, F
 class FakeDialogsSubject {
 public:
   Dialogs& dialogs() { return m_dialogs; }
+  const Surface* owner() const { return m_surface.get(); }
   bool isAnyOpen() const { return m_dialogs.prompt || m_dialogs.alert || m_dialogs.panel; }
   void answerPrompt(const std::string& text) { m_dialogs.answerPrompt(text); }
   void cancelPrompt() { m_dialogs.answerPrompt(std::nullopt); }
@@ -64,6 +65,8 @@ public:
   void cancelPanel() { m_dialogs.answerPanel(std::nullopt); }
 
 private:
+  FakeWindowSystem m_windows;
+  std::unique_ptr<Surface> m_surface = m_windows.makeSurface(SurfaceLevel::menu);
   FakeDialogs m_dialogs;
 };
 

@@ -85,6 +85,7 @@ protected:
     shown();
     ASSERT_TRUE(choose(1, "Keep in Orbel Menu"));
     ASSERT_TRUE(platform.dialogs.panel);
+    EXPECT_EQ(platform.dialogs.owner, &controller().window().surface());
   }
 };
 

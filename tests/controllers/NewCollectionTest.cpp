@@ -11,6 +11,7 @@ TEST_F(NewCollectionTest, ANewCollectionStandsBeforeTheItemInWhoseDirectionTheCl
   EXPECT_EQ(platform.contextMenus.visibleTitles(), Names{"New Collection"});
   platform.contextMenus.choose("New Collection");
   ASSERT_TRUE(platform.dialogs.prompt);
+  EXPECT_EQ(platform.dialogs.owner, &controller().window().surface());
   EXPECT_EQ(platform.dialogs.prompt->button, "Create");
   EXPECT_EQ(platform.dialogs.prompt->placeholder, "Collection Name");
   platform.dialogs.answerPrompt("Work");

@@ -17,6 +17,7 @@ TEST_F(RenameCollectionTest, AsksWithTheOldNameAsPlaceholderAndSavesTheNewOne) {
   ASSERT_TRUE(platform.dialogs.prompt);
   EXPECT_EQ(platform.dialogs.prompt->message, "Rename Collection");
   EXPECT_EQ(platform.dialogs.prompt->button, "Rename");
+  EXPECT_EQ(platform.dialogs.owner, &controller().window().surface());
   EXPECT_EQ(platform.dialogs.prompt->placeholder, "Work");
   platform.dialogs.answerPrompt("Arbeit");
   EXPECT_EQ(names(), Names{"Arbeit"});

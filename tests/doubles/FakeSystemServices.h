@@ -305,17 +305,20 @@ private:
 // Keeps the dialogs that are up; the test answers the newest of a kind.
 class FakeDialogs : public Dialogs {
 public:
-  void runTextPrompt(const TextPrompt& newPrompt,
+  void runTextPrompt(const TextPrompt& newPrompt, const Surface* newOwner,
                      std::function<void(std::optional<std::string>)> done) override {
+    owner = newOwner;
     m_prompts.emplace_back(newPrompt, std::move(done));
     prompt = newPrompt;
   }
-  void runAlert(const Alert& newAlert, std::function<void()> done) override {
+  void runAlert(const Alert& newAlert, const Surface* newOwner, std::function<void()> done) override {
+    owner = newOwner;
     m_alerts.emplace_back(newAlert, std::move(done));
     alert = newAlert;
   }
-  void runOpenPanel(const OpenPanel& newPanel,
+  void runOpenPanel(const OpenPanel& newPanel, const Surface* newOwner,
                     std::function<void(std::optional<std::string>)> done) override {
+    owner = newOwner;
     m_panels.emplace_back(newPanel, std::move(done));
     panel = newPanel;
   }
@@ -336,6 +339,7 @@ public:
   std::optional<TextPrompt> prompt;
   std::optional<Alert> alert;
   std::optional<OpenPanel> panel;
+  const Surface* owner = nullptr; // of the dialog that was asked for last; may be gone
 
 private:
   template <class Request, class Done>

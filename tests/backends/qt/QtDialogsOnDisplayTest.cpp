@@ -66,7 +66,7 @@ protected:
     session().screen().save(name, {place->x - 30, place->y - 50, place->width + 60, place->height + 90});
   }
   void ask() {
-    m_dialogs.runTextPrompt({"Rename Collection", "Rename", "Games"},
+    m_dialogs.runTextPrompt({"Rename Collection", "Rename", "Games"}, nullptr,
                             [this](std::optional<std::string> text) {
                               ++m_answers;
                               m_answer = std::move(text);
@@ -86,7 +86,7 @@ protected:
          .prompt = "Allow",
          .startPath = allowed,
          .shouldEnable = [allowed](const std::string& path) { return path == allowed; }},
-        [this](std::optional<std::string> path) {
+        nullptr, [this](std::optional<std::string> path) {
           ++m_answers;
           m_answer = std::move(path);
         });
@@ -155,7 +155,7 @@ TEST_F(QtDialogsOnDisplay, AlertTakesTheFocusAndEndsOnReturn) {
                   "changed in the Keyboard & Mouse panel in System Preferences.",
        .informativeText = "The key combination ⌃⌥Space cannot be used",
        .isCritical = true},
-      [&] { ++answers; });
+      nullptr, [&] { ++answers; });
   ASSERT_TRUE(dialogHasFocus());
   savePicture("alert");
   session().input().typeKey(XK_Return);

@@ -42,7 +42,7 @@ protected:
     return false;
   }
   void ask(const TextPrompt& prompt = {"Rename Collection", "Rename", "Games"}) {
-    m_dialogs->runTextPrompt(prompt, [this](std::optional<std::string> text) {
+    m_dialogs->runTextPrompt(prompt, nullptr, [this](std::optional<std::string> text) {
       ++m_answers;
       m_answer = std::move(text);
       m_events += "answer ";
@@ -72,7 +72,7 @@ protected:
          .prompt = "Allow",
          .startPath = startPath,
          .shouldEnable = [allowed](const std::string& path) { return path == allowed.string(); }},
-        [this](std::optional<std::string> path) {
+        nullptr, [this](std::optional<std::string> path) {
           ++m_answers;
           m_answer = std::move(path);
         });
@@ -169,7 +169,7 @@ TEST_F(QtDialogsTest, AlertShowsItsTextsAndAnswersOnceToReturnOrEscape) {
   for (const auto key : {Qt::Key_Return, Qt::Key_Escape}) {
     int answers = 0;
     m_dialogs->runAlert(
-        {.message = "It cannot be used.", .informativeText = "The reason.", .isCritical = true},
+        {.message = "It cannot be used.", .informativeText = "The reason.", .isCritical = true}, nullptr,
         [&] { ++answers; });
     EXPECT_TRUE(shows("It cannot be used."));
     EXPECT_TRUE(shows("The reason."));
@@ -181,7 +181,7 @@ TEST_F(QtDialogsTest, AlertShowsItsTextsAndAnswersOnceToReturnOrEscape) {
 }
 
 TEST_F(QtDialogsTest, AlertStaysOnTheScreenHoweverLongItsText) {
-  m_dialogs->runAlert({.message = std::string(100000, 'm'), .informativeText = "x"}, nullptr);
+  m_dialogs->runAlert({.message = std::string(100000, 'm'), .informativeText = "x"}, nullptr, nullptr);
   EXPECT_LT(shownDialog()->width(), 600);
   QTest::keyClick(shownDialog(), Qt::Key_Return);
   EXPECT_EQ(shownDialog(), nullptr);
@@ -198,7 +198,7 @@ TEST_F(QtDialogsTest, TellsTheWindowSystemAndGivesTheFocusBackBeforeItAnswers) {
 TEST_F(QtDialogsTest, KeepsTheFocusUntilTheLastOfSeveralHasClosed) {
   ask();
   const WId first = shownDialog()->winId();
-  m_dialogs->runAlert(alert("On top"), nullptr);
+  m_dialogs->runAlert(alert("On top"), nullptr, nullptr);
   EXPECT_EQ(m_events, "take front front ");
   QTest::keyClick(shownDialog(), Qt::Key_Return);
   EXPECT_EQ(m_events, "take front front front ");
@@ -208,7 +208,7 @@ TEST_F(QtDialogsTest, KeepsTheFocusUntilTheLastOfSeveralHasClosed) {
 }
 
 TEST_F(QtDialogsTest, MayGoFromWithinAnAnswer) {
-  m_dialogs->runAlert(alert("First"), [this] { m_dialogs.reset(); });
+  m_dialogs->runAlert(alert("First"), nullptr, [this] { m_dialogs.reset(); });
   QTest::keyClick(shownDialog(), Qt::Key_Return);
   EXPECT_EQ(m_dialogs, nullptr);
 }
@@ -308,7 +308,7 @@ TEST_F(QtDialogsTest, OpenPanelAnswersWithNothingWhenItIsCancelled) {
 }
 
 TEST_F(QtDialogsTest, OpenPanelOpensAlsoWithAStartThatIsNotThereAndWithoutATest) {
-  m_dialogs->runOpenPanel(panel("/no/such/file/", "Allow"), nullptr);
+  m_dialogs->runOpenPanel(panel("/no/such/file/", "Allow"), nullptr, nullptr);
   ASSERT_NE(shownDialog(), nullptr);
   shownDialog()->reject();
   EXPECT_EQ(shownDialog(), nullptr);
@@ -326,7 +326,7 @@ TEST_F(QtDialogsTest, OpenPanelFindsAStartInsideAHiddenFolderAndWithASlashAtItsE
 TEST_F(QtDialogsTest, OpenPanelSpeaksTheUsersLanguage) {
   const QtTextServices german(QLocale("de_DE"));
   QtDialogs dialogs(m_popUps, german, {});
-  dialogs.runOpenPanel(panel("", "Erlauben"), nullptr);
+  dialogs.runOpenPanel(panel("", "Erlauben"), nullptr, nullptr);
   EXPECT_NE(button("Abbrechen"), nullptr);
   EXPECT_TRUE(shows("Dateiname:"));
 }

@@ -100,6 +100,7 @@ public:
     EXPECT_TRUE(becomesTrue([] { return shownDialog() == nullptr; }, "all dialogs are closed"));
   }
   Dialogs& dialogs() { return *m_dialogs; }
+  const Surface* owner() const { return m_surface.get(); }
   static bool isAnyOpen() { return shownDialog() != nullptr; }
   static void answerPrompt(const std::string& text) {
     auto* line = shownDialog()->findChild<QLineEdit*>();
@@ -127,10 +128,11 @@ private:
   static QDialog* shownDialog() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
   static void press(Qt::Key key) { QTest::keyClick(shownDialog(), key); }
 
-  qt::PopUpRegistry m_popUps;
-  qt::QtTextServices m_text{QLocale("en_US")};
-  std::unique_ptr<qt::QtDialogs> m_dialogs =
-      std::make_unique<qt::QtDialogs>(m_popUps, m_text, qt::DialogHooks());
+  FakeWindowSystem m_windows;
+  std::unique_ptr<Surface> m_surface = m_windows.makeSurface(SurfaceLevel::menu);
+  PopUpRegistry m_popUps;
+  QtTextServices m_text{QLocale("en_US")};
+  std::unique_ptr<QtDialogs> m_dialogs = std::make_unique<QtDialogs>(m_popUps, m_text, DialogHooks());
   desktop::TemporaryDirectory m_folder{"orbel-dialogs"};
 };
 

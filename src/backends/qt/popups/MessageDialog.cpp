@@ -3,7 +3,6 @@
 #include "backends/qt/icons/PictureReader.h"
 #include "backends/qt/resources/OwnResources.h"
 
-#include <QCursor>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QImage>
@@ -114,7 +113,7 @@ QPixmap MessageDialog::criticalPicture() {
 void MessageDialog::showEvent(QShowEvent* event) {
   if (!event->spontaneous()) {
     adjustSize();
-    const QScreen* screen = QGuiApplication::screenAt(QCursor::pos());
+    const QScreen* screen = QGuiApplication::screenAt(m_place);
     if (!screen) screen = QGuiApplication::primaryScreen();
     QRect placed = geometry();
     placed.moveCenter(screen->availableGeometry().center());

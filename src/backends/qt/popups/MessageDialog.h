@@ -5,6 +5,7 @@
 
 #include <QDialog>
 #include <QPixmap>
+#include <QPoint>
 #include <QString>
 
 class QVBoxLayout;
@@ -23,6 +24,9 @@ public:
 
   explicit MessageDialog(const Contents& contents);
 
+  // The screen that it appears on is the one with that place, in Qt's coordinates. Before it is shown.
+  void appearOnScreenAt(QPoint place) { m_place = place; }
+
   // The program's own picture, and the desktop's for something that went wrong.
   static QPixmap programPicture();
   static QPixmap criticalPicture();
@@ -30,13 +34,14 @@ public:
 protected:
   // Below the texts, left aligned; the dialog grows to fit.
   void addControl(QWidget* control);
-  // Sized, and placed in the middle of the screen that the user is at.
+  // Sized, and placed in the middle of its screen.
   void showEvent(QShowEvent* event) override;
 
 private:
   void addText(const QString& text);
 
   QVBoxLayout* m_texts = nullptr;
+  QPoint m_place;
 };
 
 } // namespace orbel::qt

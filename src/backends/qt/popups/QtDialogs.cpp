@@ -3,8 +3,11 @@
 #include "backends/qt/popups/MessageDialog.h"
 #include "backends/qt/popups/OpenPanelDialog.h"
 #include "backends/qt/popups/TextPromptDialog.h"
+#include "backends/qt/windows/ScreenSpace.h"
+#include "platform/Surface.h"
 
 #include <QApplication>
+#include <QCursor>
 #include <QFile>
 
 #include <algorithm>
@@ -19,6 +22,14 @@ bool floatingWindowIsShown() {
     return window->isVisible() && window->windowFlags().testFlag(Qt::WindowStaysOnTopHint);
   });
 }
+
+// On Qt's screen.
+QPoint placeOfUser(const Surface* owner) {
+  if (!owner) return QCursor::pos();
+  const Rect frame = owner->frame();
+  const Point place = owner->pointerLocation().value_or(Rect({}, frame.size).center());
+  return ScreenSpace::toToolkit(Point{frame.minX() + place.x, frame.minY() + place.y});
+}
 } // namespace
 
 QtDialogs::QtDialogs(PopUpRegistry& popUps, const TextServices& text, DialogHooks hooks)
@@ -29,9 +40,10 @@ QtDialogs::~QtDialogs() {
     running.dialog->disconnect();
 }
 
-void QtDialogs::runTextPrompt(const TextPrompt& prompt,
+void QtDialogs::runTextPrompt(const TextPrompt& prompt, const Surface* owner,
                               std::function<void(std::optional<std::string>)> done) {
   auto dialog = std::make_unique<TextPromptDialog>(prompt);
+  dialog->appearOnScreenAt(placeOfUser(owner));
   const auto& line = *dialog;
   run(std::move(dialog), [&line, done = std::move(done)](Outcome outcome) -> std::function<void()> {
     std::optional<std::string> text;
@@ -42,17 +54,20 @@ void QtDialogs::runTextPrompt(const TextPrompt& prompt,
   });
 }
 
-void QtDialogs::runAlert(const Alert& alert, std::function<void()> done) {
+void QtDialogs::runAlert(const Alert& alert, const Surface* owner, std::function<void()> done) {
   const auto localized = m_text.localized(alert.button);
-  run(std::make_unique<MessageDialog>(MessageDialog::Contents{
-          .picture = alert.isCritical ? MessageDialog::criticalPicture() : MessageDialog::programPicture(),
-          .message = QString::fromStdString(alert.message),
-          .explanation = QString::fromStdString(alert.informativeText),
-          .button = QString::fromStdString(localized)}),
-      [done = std::move(done)](Outcome) { return done ? done : [] {}; });
+  auto dialog = std::make_unique<MessageDialog>(MessageDialog::Contents{
+      .picture = alert.isCritical ? MessageDialog::criticalPicture() : MessageDialog::programPicture(),
+      .message = QString::fromStdString(alert.message),
+      .explanation = QString::fromStdString(alert.informativeText),
+      .button = QString::fromStdString(localized)});
+  dialog->appearOnScreenAt(placeOfUser(owner));
+  run(std::move(dialog), [done = std::move(done)](Outcome) { return done ? done : [] {}; });
 }
 
-void QtDialogs::runOpenPanel(const OpenPanel& panel, std::function<void(std::optional<std::string>)> done) {
+// The window manager places it, as every window that has not asked for a place.
+void QtDialogs::runOpenPanel(const OpenPanel& panel, const Surface*,
+                             std::function<void(std::optional<std::string>)> done) {
   auto dialog = std::make_unique<OpenPanelDialog>(panel, m_text);
   const auto& files = *dialog;
   run(std::move(dialog), [&files, done = std::move(done)](Outcome outcome) -> std::function<void()> {

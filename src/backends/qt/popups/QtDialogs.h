@@ -41,10 +41,12 @@ public:
   QtDialogs& operator=(const QtDialogs&) = delete;
 
   // Line breaks in what was typed come back as spaces.
-  void runTextPrompt(const TextPrompt& prompt, std::function<void(std::optional<std::string>)> done) override;
-  void runAlert(const Alert& alert, std::function<void()> done) override;
+  void runTextPrompt(const TextPrompt& prompt, const Surface* owner,
+                     std::function<void(std::optional<std::string>)> done) override;
+  void runAlert(const Alert& alert, const Surface* owner, std::function<void()> done) override;
   // Folders can be walked through whether or not they can be chosen.
-  void runOpenPanel(const OpenPanel& panel, std::function<void(std::optional<std::string>)> done) override;
+  void runOpenPanel(const OpenPanel& panel, const Surface* owner,
+                    std::function<void(std::optional<std::string>)> done) override;
 
 private:
   enum class Outcome { accepted, cancelled };

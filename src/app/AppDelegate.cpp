@@ -63,6 +63,7 @@ void AppDelegate::showSettingsAtFirstLaunch() {
 
 void AppDelegate::applicationWillTerminate() {
   m_observations.clear();
+  withdrawSummons();
   if (const auto controller = std::exchange(m_windowController, nullptr)) {
     // Ends a fade that is under way, whose completion would keep the controller and its window alive.
     controller->window().setAlphaValue(0);
@@ -96,29 +97,49 @@ void AppDelegate::showMenuAtPointer() {
 }
 
 void AppDelegate::hideMenu() {
+  withdrawSummons();
   if (m_windowController && m_windowController->windowVisible()) m_windowController->hideWindow(true, true);
 }
 
 void AppDelegate::summon(bool fromKeyboard) {
-  Platform::current().windows.locatePointer(
-      [this, fromKeyboard](Point pointer) { showMenu(pointer, fromKeyboard); });
+  withdrawSummons();
+  m_summons.emplace(Summons{fromKeyboard, false, {}});
+  m_pointerRequest =
+      Platform::current().windows.locatePointer([this](Point pointer) { pointerLocated(pointer); });
 }
 
-void AppDelegate::showMenu(Point pointer, bool fromKeyboard) {
+void AppDelegate::withdrawSummons() {
+  m_pointerRequest.reset();
+  m_summons.reset();
+}
+
+void AppDelegate::pointerLocated(Point pointer) {
+  if (!m_summons) return;
+  if (!std::exchange(m_summons->isAnswered, true)) {
+    const auto menu = showMenu(pointer, m_summons->fromKeyboard);
+    if (m_summons) m_summons->menu = menu;
+  } else if (const auto menu = m_summons->menu.lock()) {
+    menu->moveWindowToScreenPosition(pointer);
+  }
+}
+
+std::shared_ptr<OrbelWindowController> AppDelegate::showMenu(Point pointer, bool fromKeyboard) {
   const bool pointerInsideVisibleMenu = m_windowController && m_windowController->windowVisible() &&
                                         m_windowController->window().frame().contains(pointer);
   if (!pointerInsideVisibleMenu) {
     if (!m_windowController) m_windowController = OrbelWindowController::create();
     m_windowController->showWindowAtScreenPosition(pointer);
-  } else if (fromKeyboard) {
-    // The shortcut toggles the menu; a gesture over the open menu does nothing.
-    m_windowController->hideWindow(true);
+    return m_windowController;
   }
+  // The shortcut toggles the menu; a gesture over the open menu does nothing.
+  if (fromKeyboard) m_windowController->hideWindow(true);
+  return nullptr;
 }
 
 void AppDelegate::orbelMenuShouldHide() {
   if (m_windowController && !m_windowController->mouseHoveringOverMenu() &&
       m_windowController->windowVisible()) {
+    withdrawSummons();
     m_windowController->hideWindow(true, true);
   }
 }

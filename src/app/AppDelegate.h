@@ -10,6 +10,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -42,8 +43,9 @@ public:
   void openSettings();
 
   // Observers of the notifications of these names, from launch to termination. A trigger asks for the menu:
-  // it comes to the pointer. With the pointer inside the visible menu, a request by keyboard hides it and one
-  // by gesture does nothing.
+  // it comes to the pointer, as soon as the display tells where that is. With the pointer inside the visible
+  // menu, a request by keyboard hides it and one by gesture does nothing. A request that still waits for the
+  // pointer gives way to a newer one, and to a hide.
   void orbelMenuShouldShow(const Notification& notification);
   // A button was released somewhere. Hides menu and collection and gives the earlier program back, unless the
   // pointer is over them or the menu is not yet half visible.
@@ -71,7 +73,17 @@ private:
   void observeNotifications();
   void showSettingsAtFirstLaunch();
   void summon(bool fromKeyboard);
-  void showMenu(Point pointer, bool fromKeyboard);
+  void withdrawSummons();
+  void pointerLocated(Point pointer);
+  // The menu that is shown now because of the summons; empty where it was hidden or left alone.
+  std::shared_ptr<OrbelWindowController> showMenu(Point pointer, bool fromKeyboard);
+
+  // The newest request for the menu, which may wait for the pointer's place.
+  struct Summons {
+    bool fromKeyboard = false;
+    bool isAnswered = false;
+    std::weak_ptr<OrbelWindowController> menu; // follows a correction of the place
+  };
 
   std::function<void()> m_terminate;
   std::string m_touchpadAccessCommand;
@@ -79,6 +91,8 @@ private:
   std::shared_ptr<SettingsWindowController> m_settingsWindowController;
   std::unique_ptr<StatusItem> m_statusItem;
   std::vector<Registration> m_observations;
+  std::optional<Summons> m_summons;
+  Registration m_pointerRequest; // of the summons
 };
 
 } // namespace orbel

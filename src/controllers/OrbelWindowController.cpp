@@ -55,6 +55,13 @@ void OrbelWindowController::fadedIn() {
   m_menuShownTimestamp = Platform::current().runLoop.clock().now();
 }
 
+void OrbelWindowController::moveWindowToScreenPosition(Point point) {
+  if (!window().isShown() || window().isFadingOut()) return;
+  setWindowFrame(point, window().frame().size.width);
+  // The pointer is at another place of the view now.
+  orbelView().reloadData();
+}
+
 void OrbelWindowController::hideWindow(bool activateLastApp, bool force) {
   if (!canClose()) return;
   if (m_collectionController) {

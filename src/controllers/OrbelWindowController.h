@@ -50,6 +50,9 @@ public:
   bool windowVisible() const override { return window().alphaValue() > 0.5; }
 
   void showWindowAtScreenPosition(Point point) override;
+  // The display knows only now where the pointer is: the menu that was shown elsewhere comes to it. Nothing
+  // happens while it is hidden or fades out.
+  void moveWindowToScreenPosition(Point point);
   void hideWindow(bool activateLastApp) { hideWindow(activateLastApp, false); }
   // Force also closes an open collection's menu, without which nothing hides.
   void hideWindow(bool activateLastApp, bool force);

@@ -2,6 +2,7 @@
 // all that it makes. Main thread only.
 #pragma once
 
+#include "foundation/Registration.h"
 #include "platform/Bubble.h"
 #include "platform/Surface.h"
 
@@ -20,9 +21,12 @@ public:
   // Costs nothing until it is shown. Never empty. For the titles of items.
   virtual std::unique_ptr<Bubble> makeBubble(const std::string& text) = 0;
 
-  // Hands the global pointer position, in screen points, to the block, at once or later: some displays tell
-  // it only after a surface of ours has met the pointer. Used for summoning alone.
-  virtual void locatePointer(std::function<void(Point)> block) = 0;
+  // Hands the pointer's place, in screen points, to the block: within this call where the display knows it,
+  // else when a surface of ours has met the pointer, or never. A display that would keep the user waiting may
+  // guess first and call the block once more when it knows better, but not after a button was pressed on a
+  // surface of ours. Nothing is called once the registration has ended, which may happen within the block; it
+  // is empty where nothing is left to be told. Used for summoning alone.
+  virtual Registration locatePointer(std::function<void(Point)> block) = 0;
   // In screen points, asked of the display now; none where the display does not tell. For the recogniser of
   // pointer circles, and for the settings window, which is dragged by its background.
   virtual std::optional<Point> pointerLocation() const = 0;

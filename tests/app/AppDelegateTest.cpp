@@ -209,6 +209,138 @@ TEST_F(AppDelegateTest, WhereTheDisplayTellsThePointerLaterTheMenuComesThen) {
   EXPECT_EQ(menuFrame(), Rect(400, 400, 400, 400));
 }
 
+TEST_F(AppDelegateTest, OfSeveralSummonsThatWaitForThePointerTheLastOneShowsTheMenu) {
+  start();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  pressShortcut();
+  platform.windows.movePointer({600, 600});
+  settle();
+  EXPECT_TRUE(menuShown()) << "it is not toggled away by the answer to the other";
+  EXPECT_EQ(platform.windows.surfaces[0]->timesShown, 1);
+}
+
+TEST_F(AppDelegateTest, WhereTheDisplayNeverTellsThePointerNothingIsShownAndTheNextSummonsCounts) {
+  start();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  settle();
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+  platform.windows.pointer = Point{600, 600};
+  pressShortcut();
+  settle();
+  EXPECT_EQ(menuFrame(), Rect(400, 400, 400, 400));
+}
+
+TEST_F(AppDelegateTest, AGuessOfThePointersPlaceIsCorrectedOnce) {
+  start();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  platform.windows.guessPointer({640, 512});
+  settle();
+  EXPECT_EQ(menuFrame(), Rect(440, 312, 400, 400));
+  platform.windows.movePointer({500, 500});
+  EXPECT_EQ(menuFrame(), Rect(300, 300, 400, 400));
+  EXPECT_EQ(platform.windows.surfaces[0]->timesShown, 1);
+  platform.windows.movePointer({600, 600});
+  EXPECT_EQ(menuFrame(), Rect(300, 300, 400, 400));
+}
+
+TEST_F(AppDelegateTest, AMenuThatWasPressedStaysWhereItIs) {
+  start();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  platform.windows.guessPointer({640, 512});
+  settle();
+  platform.windows.press(PointerButton::primary);
+  platform.windows.movePointer({500, 500});
+  EXPECT_EQ(menuFrame(), Rect(440, 312, 400, 400));
+}
+
+TEST_F(AppDelegateTest, ACorrectionBringsNoMenuBackThatWasHiddenMeanwhile) {
+  start();
+  for (const bool byEscape : {true, false}) {
+    platform.windows.pointer = std::nullopt;
+    pressShortcut();
+    platform.windows.guessPointer({640, 512});
+    settle();
+    ASSERT_TRUE(menuShown());
+    if (byEscape) platform.windows.pressEscape();
+    if (!byEscape) delegate.hideMenu();
+    platform.windows.movePointer({500, 500});
+    EXPECT_EQ(menuFrame(), Rect(440, 312, 400, 400)) << "while it fades out";
+    settle();
+    EXPECT_TRUE(platform.windows.surfaces.empty());
+  }
+}
+
+TEST_F(AppDelegateTest, ACorrectionOfASummonsThatHidTheMenuShowsNothing) {
+  start();
+  pressShortcut();
+  settle();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  platform.windows.guessPointer({500, 500});
+  platform.windows.movePointer({1000, 700});
+  EXPECT_EQ(menuFrame(), Rect(300, 300, 400, 400));
+  settle();
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+}
+
+TEST_F(AppDelegateTest, ACorrectionOfAGestureThatLeftTheMenuAloneDoesSoToo) {
+  start();
+  pressShortcut();
+  settle();
+  platform.windows.pointer = std::nullopt;
+  gesture();
+  platform.windows.guessPointer({500, 500});
+  platform.windows.movePointer({1000, 700});
+  settle();
+  EXPECT_EQ(menuFrame(), Rect(300, 300, 400, 400));
+}
+
+TEST_F(AppDelegateTest, AHideWithdrawsTheSummonsThatWaits) {
+  start();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  delegate.hideMenu();
+  platform.windows.movePointer({600, 600});
+  EXPECT_EQ(delegate.windowController(), nullptr);
+}
+
+TEST_F(AppDelegateTest, AClickElsewhereThatHidesTheMenuWithdrawsTheSummonsThatWouldMoveIt) {
+  start();
+  pressShortcut();
+  settle();
+  platform.windows.movePointer({10, 10});
+  platform.windows.pointer = std::nullopt;
+  gesture();
+  releaseButton();
+  platform.windows.movePointer({1000, 700});
+  settle();
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+}
+
+TEST_F(AppDelegateTest, AReleaseDoesNotWithdrawASummonsWhileNoMenuIsVisible) {
+  start();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  releaseButton();
+  platform.windows.movePointer({600, 600});
+  settle();
+  EXPECT_TRUE(menuShown());
+}
+
+TEST_F(AppDelegateTest, AfterTheEndNoSummonsIsAnsweredAnyMore) {
+  start();
+  platform.windows.pointer = std::nullopt;
+  pressShortcut();
+  delegate.applicationWillTerminate();
+  platform.windows.movePointer({600, 600});
+  EXPECT_EQ(delegate.windowController(), nullptr);
+  EXPECT_TRUE(platform.windows.surfaces.empty());
+}
+
 TEST_F(AppDelegateTest, TheSettingsWindowsControllerIsMadeAtTheStartAndItsWindowLater) {
   EXPECT_EQ(delegate.settingsWindowController(), nullptr);
   start();

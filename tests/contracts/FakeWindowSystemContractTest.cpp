@@ -7,7 +7,7 @@ namespace {
 class FakeWindowSystemSubject {
 public:
   FakeWindowSystemSubject() { m_windows.movePointer({1270, 14}); }
-  WindowSystem& windows() { return m_windows; }
+  FakeWindowSystem& windows() { return m_windows; }
   bool waitFor(const std::function<bool()>& condition) {
     settle();
     return condition();
@@ -26,6 +26,22 @@ private:
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(FakeWindowSystemContract, WindowSystemContract, FakeWindowSystemSubject);
+
+// A display that learns of the pointer with its first movement over a surface, and guesses until then.
+class FakeLatePointerSubject : public FakeWindowSystemSubject {
+public:
+  FakeLatePointerSubject() { windows().pointer.reset(); }
+  bool waitFor(const std::function<bool()>& condition) {
+    settle();
+    return condition();
+  }
+  void settle() {
+    FakeWindowSystemSubject::settle();
+    if (!windows().pointer) windows().guessPointer({640, 512});
+  }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeLatePointerContract, WindowSystemContract, FakeLatePointerSubject);
 
 } // namespace
 } // namespace orbel::contracts

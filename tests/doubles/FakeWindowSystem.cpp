@@ -92,10 +92,33 @@ void FakeWindowSystem::pressEscape() const {
   if (!m_stack.empty() && m_stack.back()->delegate) m_stack.back()->delegate->cancelRequested();
 }
 
+Registration FakeWindowSystem::locatePointer(std::function<void(Point)> block) {
+  if (pointer) {
+    block(*pointer);
+    return {};
+  }
+  m_pointerRequests.push_back(std::make_shared<PointerRequest>(PointerRequest{std::move(block)}));
+  return Registration([request = m_pointerRequests.back()] { request->block = nullptr; });
+}
+
+void FakeWindowSystem::tellPointer(Point screenPoint) {
+  const auto requests = m_pointerRequests;
+  for (const auto& request : requests) {
+    const auto block = request->block; // a copy, because the request may end within
+    request->isAnswered = true;
+    if (block) block(screenPoint);
+  }
+}
+
+void FakeWindowSystem::guessPointer(Point screenPoint) {
+  std::erase_if(m_pointerRequests, [](const auto& request) { return request->isAnswered; });
+  tellPointer(screenPoint);
+}
+
 void FakeWindowSystem::movePointer(Point screenPoint, std::uint64_t modifierFlags) {
   pointer = screenPoint;
-  for (const auto& block : std::exchange(m_waitingForPointer, {}))
-    block(screenPoint);
+  tellPointer(screenPoint);
+  m_pointerRequests.clear(); // known for good
   FakeSurface* target = m_pressed ? m_pressed : surfaceUnderPointer();
   tellExits(target, modifierFlags);
   if (!target || !target->delegate) return;
@@ -117,6 +140,8 @@ void FakeWindowSystem::tellExits(const FakeSurface* held, std::uint64_t modifier
 
 void FakeWindowSystem::press(PointerButton button, std::uint64_t modifierFlags) {
   if (button == PointerButton::primary) primaryButtonIsDown = true;
+  // What was a guess stays one.
+  std::erase_if(m_pointerRequests, [](const auto& request) { return request->isAnswered; });
   FakeSurface* target = surfaceUnderPointer();
   if (!target || !target->delegate) return;
   m_pressed = target;

@@ -88,17 +88,15 @@ public:
   std::unique_ptr<Bubble> makeBubble(const std::string& text) override {
     return std::make_unique<FakeBubble>(*this, text);
   }
-  void locatePointer(std::function<void(Point)> block) override {
-    if (pointer) {
-      block(*pointer);
-    } else {
-      m_waitingForPointer.push_back(std::move(block)); // told at the next movement
-    }
-  }
+  // Where the pointer is unknown the answer comes with guessPointer() or with the next movement.
+  Registration locatePointer(std::function<void(Point)> block) override;
   std::optional<Point> pointerLocation() const override { return pointer; }
   bool prefersReducedMotion() const override { return reducedMotion; }
   void beep() override { ++beeps; }
 
+  // Answers whoever waits for the pointer, as a display that cannot wait for it any longer. The next movement
+  // corrects the answer, unless a button is pressed before.
+  void guessPointer(Point screenPoint);
   // Moves the pointer and tells every shown surface that it meets or leaves, as a display would.
   void movePointer(Point screenPoint, std::uint64_t modifierFlags = 0);
   void press(PointerButton button, std::uint64_t modifierFlags = 0);
@@ -126,6 +124,11 @@ public:
   std::vector<FakeBubble*> shownBubbles;
 
 private:
+  struct PointerRequest {
+    std::function<void(Point)> block; // empty once the request has ended
+    bool isAnswered = false;
+  };
+  void tellPointer(Point screenPoint);
   // To all that the pointer has entered and is no longer in the square of.
   void tellExits(const FakeSurface* held, std::uint64_t modifierFlags);
   void raise(FakeSurface& surface);
@@ -134,7 +137,7 @@ private:
   std::vector<FakeSurface*> m_stack; // what is shown, from bottom to top
   FakeSurface* m_pressed = nullptr;
   std::vector<FakeSurface*> m_entered;
-  std::vector<std::function<void(Point)>> m_waitingForPointer;
+  std::vector<std::shared_ptr<PointerRequest>> m_pointerRequests;
   friend class FakeSurface;
 };
 

@@ -49,7 +49,7 @@ public:
   ContextMenus& menus() { return m_menus; }
   const Surface& surface() const { return *m_surface; }
   static Point place() {
-    const Rect frame = ScreenSpace::fromToolkit(menu()->geometry());
+    const Rect frame = qt::ScreenSpace::fromToolkit(menu()->geometry());
     return {frame.minX(), frame.maxY()};
   }
   static bool isOpen() { return menu() != nullptr; }
@@ -87,8 +87,8 @@ private:
   }
   FakeWindowSystem m_windows;
   std::unique_ptr<Surface> m_surface = m_windows.makeSurface(SurfaceLevel::menu);
-  PopUpRegistry m_popUps;
-  QtContextMenus m_menus{m_popUps};
+  qt::PopUpRegistry m_popUps;
+  qt::QtContextMenus m_menus{m_popUps};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(QtContextMenusContract, ContextMenusContract, QtContextMenusSubject);
@@ -130,9 +130,10 @@ private:
 
   FakeWindowSystem m_windows;
   std::unique_ptr<Surface> m_surface = m_windows.makeSurface(SurfaceLevel::menu);
-  PopUpRegistry m_popUps;
-  QtTextServices m_text{QLocale("en_US")};
-  std::unique_ptr<QtDialogs> m_dialogs = std::make_unique<QtDialogs>(m_popUps, m_text, DialogHooks());
+  qt::PopUpRegistry m_popUps;
+  qt::QtTextServices m_text{QLocale("en_US")};
+  std::unique_ptr<qt::QtDialogs> m_dialogs =
+      std::make_unique<qt::QtDialogs>(m_popUps, m_text, qt::DialogHooks());
   desktop::TemporaryDirectory m_folder{"orbel-dialogs"};
 };
 

@@ -13,7 +13,6 @@
 #include <map>
 #include <string>
 
-class QLabel;
 class QVBoxLayout;
 
 namespace orbel::qt {

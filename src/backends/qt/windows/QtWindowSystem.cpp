@@ -68,8 +68,9 @@ std::unique_ptr<Bubble> QtWindowSystem::makeBubble(const std::string& text) {
   return std::make_unique<QtBubble>(*this, text);
 }
 
-void QtWindowSystem::locatePointer(std::function<void(Point)> block) {
+Registration QtWindowSystem::locatePointer(std::function<void(Point)> block) {
   if (const auto location = pointerLocation()) block(*location);
+  return {};
 }
 
 std::optional<Point> QtWindowSystem::pointerLocation() const {

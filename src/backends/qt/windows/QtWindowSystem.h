@@ -36,7 +36,7 @@ public:
 
   std::unique_ptr<Surface> makeSurface(SurfaceLevel level) override;
   std::unique_ptr<Bubble> makeBubble(const std::string& text) override;
-  void locatePointer(std::function<void(Point)> block) override;
+  Registration locatePointer(std::function<void(Point)> block) override;
   std::optional<Point> pointerLocation() const override;
   bool prefersReducedMotion() const override;
   void beep() override;

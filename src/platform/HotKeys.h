@@ -4,10 +4,12 @@
 #pragma once
 
 #include "foundation/Registration.h"
+#include "foundation/Result.h"
 
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <string>
 
 namespace orbel {
 
@@ -18,20 +20,39 @@ struct HotKeyIdentity {
   friend bool operator==(const HotKeyIdentity&, const HotKeyIdentity&) = default;
 };
 
+// How a registered combination stands with the desktop.
+struct HotKeyStatus {
+  enum class State {
+    pending,        // the desktop has yet to answer
+    bound,          // presses of the combination are told
+    boundByDesktop, // the desktop or its user has chosen the keys: presses of those are told
+  };
+  State state = State::pending;
+  std::string combination = {}; // as the desktop writes the keys it has chosen; empty where it does not say
+};
+
+// A failure is a refusal: another program holds the combination, the keyboard has no such key, or the user
+// has said no.
+using HotKeyAnswer = Result<HotKeyStatus>;
+
 class HotKeys {
 public:
   using Handler = std::function<void(HotKeyIdentity)>;
+  using AnswerBlock = std::function<void(const HotKeyAnswer&)>;
   virtual ~HotKeys() = default;
 
   // One process-wide handler for every press, called on the main thread; none while the registration is dead.
   // Empty when it cannot be installed, as while another one is.
   virtual Registration installHandler(Handler handler) = 0;
-  // Empty when another program holds the combination, or the keyboard has no such key (both logged). Of
-  // several registrations of one combination each hears of a press. All may end within the handler.
-  virtual Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
-                                      HotKeyIdentity identity) = 0;
-  // Whether another program holds the combination; found out by trying, without keeping it.
-  virtual bool isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) = 0;
+  // The block, which may be empty, is called within this call by a desktop that answers at once, else later,
+  // and again whenever the answer changes; never once the registration is dead. A refusal is the last answer
+  // and leaves nothing registered; after one within this call the registration is empty. Of several
+  // registrations of one combination each receives a press. All may end within the handler and the block.
+  virtual Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity,
+                                      AnswerBlock answered) = 0;
+  // Whether another program holds the combination; found out without keeping it. None where the desktop does
+  // not tell.
+  virtual std::optional<bool> isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) = 0;
 };
 
 } // namespace orbel

@@ -6,6 +6,8 @@
 #pragma once
 
 #include "foundation/PropertyList.h"
+#include "foundation/Registration.h"
+#include "platform/HotKeys.h"
 #include "scene/Event.h"
 #include "shortcut/KeyNames.h"
 #include "shortcut/ShortcutMenuItem.h"
@@ -80,7 +82,7 @@ public:
   using MonitorToken = std::shared_ptr<const std::string>;
 
   // Runs the handler on every press, whichever program is in front. Empty when the combination has a monitor
-  // already (the first one wins) or the system refuses it.
+  // already (the first one wins) or the system refuses it. A system that refuses later ends the monitor then.
   static MonitorToken addGlobalHotkeyMonitorWithShortcut(const MASShortcut& shortcut, Handler handler);
   static void removeGlobalHotkeyMonitor(const MonitorToken& token);
 
@@ -95,6 +97,12 @@ public:
   // Stores what data() or dataOfNothing() gave; a binding of the key follows at once. The shortcut that is
   // stored already is tried again where the system refused it: the program that held it may have ended.
   static void storeGlobalShortcut(PropertyList::Data data, const std::string& userDefaultsKey);
+
+  // How the hot key of a bound key stands with the desktop. None while the key is not bound or no shortcut is
+  // stored under it.
+  static std::optional<HotKeyAnswer> hotKeyAnswer(const std::string& userDefaultsKey);
+  // Calls the block after any such answer may have changed.
+  static Registration observeHotKeyAnswers(std::function<void()> block);
 
   using UserDefaultsHotKeys = std::map<std::string, std::unique_ptr<MASShortcutUserDefaultsHotKey>>;
   static const UserDefaultsHotKeys& registeredUserDefaultsHotKeys();

@@ -46,7 +46,8 @@ bool collides(const ShortcutMenuItem& item, std::string_view keyEquivalent, std:
 
 bool MASShortcut::isTaken(std::string* error) const {
   const Platform& platform = Platform::current();
-  if (platform.hotKeys.isTakenByAnotherProgram(m_keyCode, carbonFlags())) {
+  // Where the desktop does not tell, registering it will.
+  if (platform.hotKeys.isTakenByAnotherProgram(m_keyCode, carbonFlags()).value_or(false)) {
     fail(error, platform.text.localized(kTakenBySystem));
     return true;
   }

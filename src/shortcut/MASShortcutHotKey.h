@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/Registration.h"
+#include "platform/HotKeys.h"
 #include "shortcut/MASShortcut.h"
 
 #include <cstdint>
@@ -13,9 +14,11 @@ namespace orbel {
 class MASShortcutHotKey {
 public:
   // Registers at once; empty when the system refuses the combination or no handler of presses can be
-  // installed.
+  // installed. The block receives every answer of the system, those of this call included; after a later
+  // refusal nothing is registered any more. It may destroy the object.
   static std::unique_ptr<MASShortcutHotKey> withShortcut(const MASShortcut& shortcut,
-                                                         MASShortcut::Handler handler);
+                                                         MASShortcut::Handler handler,
+                                                         HotKeys::AnswerBlock answered = nullptr);
   ~MASShortcutHotKey();
   MASShortcutHotKey(const MASShortcutHotKey&) = delete;
   MASShortcutHotKey& operator=(const MASShortcutHotKey&) = delete;
@@ -30,11 +33,13 @@ public:
   void uninstallExisitingHotKey();
 
 private:
-  MASShortcutHotKey(const MASShortcut& shortcut, MASShortcut::Handler handler);
+  MASShortcutHotKey(const MASShortcut& shortcut, MASShortcut::Handler handler, HotKeys::AnswerBlock answered);
   bool install();
+  void systemAnswered(const HotKeyAnswer& answer);
 
   MASShortcut m_shortcut;
   MASShortcut::Handler m_handler;
+  HotKeys::AnswerBlock m_answered;
   std::uint32_t m_carbonHotKeyID = 0;
   Registration m_carbonHotKey;
 };

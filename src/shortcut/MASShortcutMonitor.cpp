@@ -1,5 +1,6 @@
 #include "shortcut/MASShortcutMonitor.h"
 
+#include "foundation/Log.h"
 #include "foundation/SharedObjects.h"
 #include "platform/Platform.h"
 
@@ -11,10 +12,17 @@ MASShortcutMonitor& MASShortcutMonitor::shared() {
   return SharedObjects::current().get<MASShortcutMonitor>();
 }
 
-MASShortcut::MonitorToken MASShortcutMonitor::add(const MASShortcut& shortcut, MASShortcut::Handler handler) {
+MASShortcut::MonitorToken MASShortcutMonitor::add(const MASShortcut& shortcut, MASShortcut::Handler handler,
+                                                  HotKeys::AnswerBlock answered) {
   std::string text = shortcut.description();
-  if (m_monitors.contains(text)) return nullptr;
-  auto hotKey = MASShortcutHotKey::withShortcut(shortcut, std::move(handler));
+  if (m_monitors.contains(text)) {
+    if (answered) answered(Failure{text + " is registered already"});
+    return nullptr;
+  }
+  auto hotKey = MASShortcutHotKey::withShortcut(
+      shortcut, std::move(handler), [this, text, answered = std::move(answered)](const HotKeyAnswer& answer) {
+        hotKeyAnswered(text, answer, answered);
+      });
   if (!hotKey) {
     removeEventHandlerIfUnused();
     return nullptr;
@@ -30,6 +38,20 @@ void MASShortcutMonitor::remove(const MASShortcut::MonitorToken& token) {
   const std::string text = *token;
   m_monitors.erase(text);
   removeEventHandlerIfUnused();
+}
+
+void MASShortcutMonitor::hotKeyAnswered(const std::string& text, const HotKeyAnswer& answer,
+                                        const HotKeys::AnswerBlock& answered) {
+  if (!answer) Log::warning(answer.cause());
+  // An answer within add() comes before the monitor is in the table.
+  const auto monitor = m_monitors.find(text);
+  const bool isLate = monitor != m_monitors.end();
+  if (isLate && !answer) {
+    m_monitors.erase(monitor);
+    removeEventHandlerIfUnused();
+  }
+  if (answered) answered(answer);
+  if (isLate) answersDidChange();
 }
 
 bool MASShortcutMonitor::installEventHandler() {

@@ -2,15 +2,18 @@
 // numbering. Behind the static operations of MASShortcut, which are what other modules call.
 #pragma once
 
+#include "foundation/Observers.h"
 #include "foundation/Registration.h"
 #include "platform/HotKeys.h"
 #include "shortcut/MASShortcut.h"
 #include "shortcut/MASShortcutHotKey.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace orbel {
 
@@ -21,7 +24,10 @@ public:
 
   static MASShortcutMonitor& shared();
 
-  MASShortcut::MonitorToken add(const MASShortcut& shortcut, MASShortcut::Handler handler);
+  // The block, which may be empty, receives every answer to the registration, those of this call included. A
+  // refusal that comes later ends the monitor, as if it had never been added.
+  MASShortcut::MonitorToken add(const MASShortcut& shortcut, MASShortcut::Handler handler,
+                                HotKeys::AnswerBlock answered = nullptr);
   void remove(const MASShortcut::MonitorToken& token);
 
   // Installed with the first hot key, gone with the last. False when the system refuses it.
@@ -29,17 +35,24 @@ public:
   // Every registration has a number of its own, also one that fails; the first is 1.
   std::uint32_t nextHotKeyID() { return ++m_lastHotKeyID; }
 
+  // Behind MASShortcut::observeHotKeyAnswers().
+  Registration observeAnswers(std::function<void()> block) { return m_answerObservers.add(std::move(block)); }
+  void answersDidChange() const { m_answerObservers.notify(); }
+
 private:
   struct Entry {
     MASShortcut::MonitorToken token;
     std::unique_ptr<MASShortcutHotKey> hotKey;
   };
+  void hotKeyAnswered(const std::string& text, const HotKeyAnswer& answer,
+                      const HotKeys::AnswerBlock& answered);
   void dispatch(HotKeyIdentity identity) const;
   void removeEventHandlerIfUnused();
 
   std::map<std::string, Entry> m_monitors;
   std::uint32_t m_lastHotKeyID = 0;
   Registration m_eventHandler;
+  Observers<> m_answerObservers;
 };
 
 } // namespace orbel

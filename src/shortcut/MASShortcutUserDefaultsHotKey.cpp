@@ -43,31 +43,47 @@ void MASShortcutUserDefaultsHotKey::storeDidChange() {
   if (storedValue(m_userDefaultsKey) == m_installedValue) return;
   MASShortcut::removeGlobalHotkeyMonitor(m_monitor.lock());
   installHotKeyFromUserDefaults();
+  MASShortcutMonitor::shared().answersDidChange();
 }
 
 void MASShortcutUserDefaultsHotKey::retry() {
-  if (!monitor()) installHotKeyFromUserDefaults();
+  if (monitor()) return;
+  installHotKeyFromUserDefaults();
+  MASShortcutMonitor::shared().answersDidChange();
 }
 
 void MASShortcutUserDefaultsHotKey::installHotKeyFromUserDefaults() {
   m_monitor.reset();
+  m_answer.reset();
   m_installedValue = storedValue(m_userDefaultsKey);
   if (!m_installedValue) return;
   const PropertyList::Data* const data = m_installedValue->data();
   if (!data)
     Log::warning("what is stored under \"" + m_userDefaultsKey + "\" is no data and so no keyboard shortcut");
   if (const auto shortcut = MASShortcut::shortcutWithData(data)) {
-    m_monitor = MASShortcut::addGlobalHotkeyMonitorWithShortcut(*shortcut, m_handler);
+    m_answer = HotKeyStatus{}; // pending, unless the answer comes within the call
+    m_monitor = MASShortcutMonitor::shared().add(*shortcut, m_handler,
+                                                 [this](const HotKeyAnswer& answer) { m_answer = answer; });
   }
 }
 
 void MASShortcut::registerGlobalShortcutWithUserDefaultsKey(const std::string& key, Handler handler) {
   auto binding = std::make_unique<MASShortcutUserDefaultsHotKey>(key, std::move(handler));
   bindings().insert_or_assign(key, std::move(binding));
+  MASShortcutMonitor::shared().answersDidChange();
 }
 
 void MASShortcut::unregisterGlobalShortcutWithUserDefaultsKey(const std::string& key) {
-  bindings().erase(key);
+  if (bindings().erase(key) > 0) MASShortcutMonitor::shared().answersDidChange();
+}
+
+std::optional<HotKeyAnswer> MASShortcut::hotKeyAnswer(const std::string& userDefaultsKey) {
+  const auto binding = bindings().find(userDefaultsKey);
+  return binding == bindings().end() ? std::nullopt : binding->second->answer();
+}
+
+Registration MASShortcut::observeHotKeyAnswers(std::function<void()> block) {
+  return MASShortcutMonitor::shared().observeAnswers(std::move(block));
 }
 
 void MASShortcut::setGlobalShortcut(const std::optional<MASShortcut>& shortcut,

@@ -4,6 +4,7 @@
 
 #include "foundation/PropertyList.h"
 #include "foundation/Registration.h"
+#include "platform/HotKeys.h"
 #include "shortcut/MASShortcut.h"
 
 #include <memory>
@@ -24,6 +25,8 @@ public:
   const MASShortcut::Handler& handler() const { return m_handler; }
   // Empty while nothing is registered.
   MASShortcut::MonitorToken monitor() const { return m_monitor.lock(); }
+  // What the desktop has answered so far; none while no shortcut is stored.
+  const std::optional<HotKeyAnswer>& answer() const { return m_answer; }
   // Tries once more to register what is stored. Nothing happens while it is registered.
   void retry();
 
@@ -35,6 +38,7 @@ private:
   MASShortcut::Handler m_handler;
   // What was under the key when the hot key was last installed: the store announces changes of any key.
   std::optional<PropertyList> m_installedValue;
+  std::optional<HotKeyAnswer> m_answer;
   std::weak_ptr<const std::string> m_monitor;
   Registration m_storeObservation;
 };

@@ -9,7 +9,8 @@ namespace {
 
 class FakeHotKeysSubject {
 public:
-  HotKeys& hotKeys() { return m_hotKeys; }
+  FakeHotKeys& hotKeys() { return m_hotKeys; }
+  void settle() { m_hotKeys.answerAll(); }
   void typeSpace(std::uint32_t modifiers) { m_hotKeys.press(kSpace, modifiers); }
   bool otherProgramGrabsSpace(std::uint32_t modifiers) {
     for (const auto& entry : m_hotKeys.registered())
@@ -23,6 +24,17 @@ private:
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(FakeHotKeysContract, HotKeysContract, FakeHotKeysSubject);
+
+// A desktop that takes its time, and keeps to itself what others hold.
+class FakeLateHotKeysSubject : public FakeHotKeysSubject {
+public:
+  FakeLateHotKeysSubject() {
+    hotKeys().answersLater = true;
+    hotKeys().tellsWhatIsTaken = false;
+  }
+};
+
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeLateHotKeysContract, HotKeysContract, FakeLateHotKeysSubject);
 
 class FakeEventTapsSubject {
 public:

@@ -72,6 +72,8 @@ public:
     std::uint64_t keyCode;
     std::uint32_t modifiers;
     HotKeyIdentity identity;
+    AnswerBlock answered = nullptr;
+    bool isBound = false;
   };
   Registration installHandler(Handler newHandler) override {
     if (!installSucceeds || *m_handler) return {};
@@ -79,21 +81,32 @@ public:
     *m_handler = std::move(newHandler);
     return Registration([handler = m_handler] { *handler = nullptr; });
   }
-  Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
-                              HotKeyIdentity identity) override {
+  Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity,
+                              AnswerBlock answered) override {
     asked.push_back({keyCode, modifiers, identity});
-    if (takenByOthers.contains({keyCode, modifiers}) || keyCode > kHighestKeyCode) {
-      Log::warning("no hot key for the key code " + std::to_string(keyCode));
-      return {};
-    }
-    auto entry = std::make_shared<Entry>(Entry{keyCode, modifiers, identity});
+    auto entry = std::make_shared<Entry>(Entry{keyCode, modifiers, identity, std::move(answered)});
     m_entries->push_back(entry);
+    if (!answersLater && !answer(entry, usualAnswer(*entry))) return {};
     return Registration([entry, entries = std::weak_ptr(m_entries)] {
       if (const auto list = entries.lock()) std::erase(*list, entry);
     });
   }
-  bool isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) override {
+  std::optional<bool> isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) override {
+    if (!tellsWhatIsTaken) return std::nullopt;
     return takenByOthers.contains({keyCode, modifiers});
+  }
+
+  // Gives everything that waits the answer that it would have had at once.
+  void answerAll() {
+    const auto entries = *m_entries;
+    for (const auto& entry : entries)
+      if (isLiving(entry) && !entry->isBound) answer(entry, usualAnswer(*entry));
+  }
+  // Gives the registrations of a combination this answer, the first or another one.
+  void answer(std::uint64_t keyCode, std::uint32_t modifiers, const HotKeyAnswer& given) {
+    const auto entries = *m_entries;
+    for (const auto& entry : entries)
+      if (isLiving(entry) && entry->keyCode == keyCode && entry->modifiers == modifiers) answer(entry, given);
   }
 
   bool handlerInstalled() const { return static_cast<bool>(*m_handler); }
@@ -106,12 +119,12 @@ public:
   void deliver(HotKeyIdentity identity) const {
     if (const Handler handler = *m_handler) handler(identity);
   }
-  // Presses a combination: all who registered it hear of it; nothing happens when nobody did.
+  // Presses a combination: all for whom it is bound receive it.
   void press(std::uint64_t keyCode, std::uint32_t modifiers) const {
     const auto entries = *m_entries;
     for (const auto& entry : entries) {
-      const bool isLiving = std::find(m_entries->begin(), m_entries->end(), entry) != m_entries->end();
-      if (isLiving && entry->keyCode == keyCode && entry->modifiers == modifiers) deliver(entry->identity);
+      const bool isMeant = entry->isBound && entry->keyCode == keyCode && entry->modifiers == modifiers;
+      if (isMeant && isLiving(entry)) deliver(entry->identity);
     }
   }
 
@@ -119,8 +132,27 @@ public:
   int handlerInstallations = 0;
   std::set<std::pair<std::uint64_t, std::uint32_t>> takenByOthers;
   std::vector<Entry> asked; // every registration that was tried, also the refused ones
+  bool answersLater = false;
+  bool tellsWhatIsTaken = true;
 
 private:
+  using EntryPointer = std::shared_ptr<Entry>;
+  bool isLiving(const EntryPointer& entry) const {
+    return std::find(m_entries->begin(), m_entries->end(), entry) != m_entries->end();
+  }
+  HotKeyAnswer usualAnswer(const Entry& entry) const {
+    if (takenByOthers.contains({entry.keyCode, entry.modifiers}) || entry.keyCode > kHighestKeyCode)
+      return Failure{"no hot key for the key code " + std::to_string(entry.keyCode)};
+    return HotKeyStatus{HotKeyStatus::State::bound};
+  }
+  // Whether it was no refusal.
+  bool answer(const EntryPointer& entry, const HotKeyAnswer& given) {
+    entry->isBound = given && given->state != HotKeyStatus::State::pending;
+    if (!given) std::erase(*m_entries, entry);
+    if (const auto answered = entry->answered) answered(given);
+    return given.succeeded();
+  }
+
   std::shared_ptr<Handler> m_handler = std::make_shared<Handler>();
   std::shared_ptr<std::vector<std::shared_ptr<Entry>>> m_entries =
       std::make_shared<std::vector<std::shared_ptr<Entry>>>();

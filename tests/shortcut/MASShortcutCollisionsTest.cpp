@@ -39,6 +39,13 @@ TEST_F(MASShortcutCollisionsTest, ACombinationOfAnotherProgramIsTakenWithTheSyst
   EXPECT_TRUE(MASShortcut(kLetterA, kCommandFlag).isTaken());
 }
 
+TEST_F(MASShortcutCollisionsTest, WhereTheSystemDoesNotTellACombinationIsNotTaken) {
+  m_platform.hotKeys.takenByOthers.insert({kLetterA, kCarbonCommand});
+  m_platform.hotKeys.tellsWhatIsTaken = false;
+  EXPECT_FALSE(MASShortcut(kLetterA, kCommandFlag).isTaken(&m_error));
+  EXPECT_EQ(m_error, "untouched");
+}
+
 TEST_F(MASShortcutCollisionsTest, TheSystemsCombinationMustHaveTheSameKeyAndTheSameModifiers) {
   m_platform.hotKeys.takenByOthers.insert({kLetterA, kCarbonCommand});
   EXPECT_FALSE(MASShortcut(kLetterA, kCommandFlag | kShiftFlag).isTaken());

@@ -4,6 +4,9 @@
 
 #include <gtest/gtest.h>
 
+#include <string>
+#include <vector>
+
 namespace orbel {
 namespace {
 
@@ -50,6 +53,31 @@ TEST_F(MASShortcutHotKeyTest, IsNotMadeWhenNoHandlerOfPressesCanBeInstalled) {
   const auto next = MASShortcutHotKey::withShortcut(kShortcut, [] {});
   ASSERT_TRUE(next);
   EXPECT_EQ(next->carbonHotKeyID(), 1u) << "a failure before the registration spends no number";
+}
+
+TEST_F(MASShortcutHotKeyTest, IsMadeBeforeTheSystemHasAnswered) {
+  m_platform.hotKeys.answersLater = true;
+  std::vector<std::string> causes;
+  const auto hotKey = MASShortcutHotKey::withShortcut(
+      kShortcut, [] {}, [&](const HotKeyAnswer& answer) { causes.push_back(answer.cause()); });
+  ASSERT_TRUE(hotKey);
+  EXPECT_TRUE(hotKey->isInstalled());
+  EXPECT_TRUE(causes.empty());
+  m_platform.hotKeys.answerAll();
+  EXPECT_EQ(causes, std::vector<std::string>{""});
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(), Failure{"the user said no"});
+  EXPECT_EQ(causes, (std::vector<std::string>{"", "the user said no"}));
+  EXPECT_FALSE(hotKey->isInstalled());
+}
+
+TEST_F(MASShortcutHotKeyTest, MayBeDestroyedByWhoeverReceivesARefusal) {
+  m_platform.hotKeys.answersLater = true;
+  std::unique_ptr<MASShortcutHotKey> hotKey;
+  hotKey = MASShortcutHotKey::withShortcut(
+      kShortcut, [] {}, [&](const HotKeyAnswer&) { hotKey.reset(); });
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(), Failure{"taken"});
+  EXPECT_FALSE(hotKey);
+  EXPECT_TRUE(m_platform.hotKeys.registered().empty());
 }
 
 TEST_F(MASShortcutHotKeyTest, GivesTheCombinationBackWhenUninstalledAndWhenDestroyed) {

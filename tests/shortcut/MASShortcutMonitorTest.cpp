@@ -79,6 +79,46 @@ TEST_F(MASShortcutMonitorTest, ARefusedShortcutHasNoMonitorAndLeavesNoHandlerBeh
   EXPECT_TRUE(m_platform.hotKeys.handlerInstalled());
 }
 
+TEST_F(MASShortcutMonitorTest, AShortcutThatIsNotAnsweredYetHasAMonitorAlready) {
+  m_platform.hotKeys.answersLater = true;
+  EXPECT_TRUE(add(kShortcut));
+  EXPECT_FALSE(add(kShortcut)) << "the first wins also before its answer";
+  m_platform.hotKeys.answerAll();
+  press(kShortcut);
+  EXPECT_EQ(m_presses, 1);
+}
+
+TEST_F(MASShortcutMonitorTest, ALaterRefusalHasTheEffectOfAnImmediateOne) {
+  m_platform.hotKeys.answersLater = true;
+  const std::weak_ptr<const std::string> refused = add(kShortcut);
+  const auto other = add(kOther);
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(), Failure{"the user said no"});
+  EXPECT_TRUE(refused.expired());
+  EXPECT_EQ(m_platform.logged, std::vector<std::string>{"the user said no"});
+  EXPECT_EQ(m_platform.hotKeys.registered().size(), 1u);
+  EXPECT_TRUE(m_platform.hotKeys.handlerInstalled());
+  m_platform.hotKeys.answer(kOther.carbonKeyCode(), kOther.carbonFlags(), Failure{"nor this"});
+  EXPECT_FALSE(m_platform.hotKeys.handlerInstalled());
+  EXPECT_TRUE(add(kShortcut)) << "it may be tried again";
+}
+
+TEST_F(MASShortcutMonitorTest, AShortcutThatTheDesktopTakesAwayLaterEndsToo) {
+  ASSERT_TRUE(add(kShortcut));
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(), Failure{"taken away"});
+  press(kShortcut);
+  EXPECT_EQ(m_presses, 0);
+  EXPECT_TRUE(add(kShortcut));
+}
+
+TEST_F(MASShortcutMonitorTest, AShortcutThatTheDesktopHasChosenRunsItsHandler) {
+  m_platform.hotKeys.answersLater = true;
+  add(kShortcut);
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(),
+                            HotKeyStatus{HotKeyStatus::State::boundByDesktop, "Super+F1"});
+  m_platform.hotKeys.deliver({MASShortcutMonitor::kSignature, 1});
+  EXPECT_EQ(m_presses, 1);
+}
+
 TEST_F(MASShortcutMonitorTest, ARemovedMonitorGivesItsCombinationBack) {
   const auto token = add(kShortcut);
   MASShortcut::removeGlobalHotkeyMonitor(token);

@@ -145,6 +145,94 @@ TEST_F(MASShortcutUserDefaultsHotKeyTest, ARefusedShortcutIsAskedForOnceWhenItRe
   EXPECT_EQ(m_platform.logged.size(), 1u);
 }
 
+TEST_F(MASShortcutUserDefaultsHotKeyTest, TheAnswerToTheStoredShortcutIsKnown) {
+  EXPECT_FALSE(MASShortcut::hotKeyAnswer(kKey)) << "not bound";
+  bind();
+  EXPECT_FALSE(MASShortcut::hotKeyAnswer(kKey)) << "nothing stored";
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  ASSERT_TRUE(MASShortcut::hotKeyAnswer(kKey));
+  EXPECT_EQ(MASShortcut::hotKeyAnswer(kKey)->value().state, HotKeyStatus::State::bound);
+  m_platform.hotKeys.takenByOthers.insert({kOther.carbonKeyCode(), kOther.carbonFlags()});
+  MASShortcut::setGlobalShortcut(kOther, kKey);
+  ASSERT_TRUE(MASShortcut::hotKeyAnswer(kKey));
+  EXPECT_FALSE(MASShortcut::hotKeyAnswer(kKey)->cause().empty());
+  m_platform.preferences.setObject(kKey, MASShortcut::dataOfNothing());
+  EXPECT_FALSE(MASShortcut::hotKeyAnswer(kKey));
+}
+
+TEST_F(MASShortcutUserDefaultsHotKeyTest, ALaterRefusalLeavesTheBindingWithoutAMonitorAndMayBeTriedAgain) {
+  m_platform.hotKeys.answersLater = true;
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  bind();
+  EXPECT_TRUE(binding().monitor());
+  EXPECT_EQ(MASShortcut::hotKeyAnswer(kKey)->value().state, HotKeyStatus::State::pending);
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(), Failure{"the user said no"});
+  EXPECT_FALSE(binding().monitor());
+  EXPECT_EQ(MASShortcut::hotKeyAnswer(kKey)->cause(), "the user said no");
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  EXPECT_EQ(MASShortcut::hotKeyAnswer(kKey)->value().state, HotKeyStatus::State::pending);
+  m_platform.hotKeys.answerAll();
+  press(kShortcut);
+  EXPECT_EQ(m_presses, 1);
+}
+
+TEST_F(MASShortcutUserDefaultsHotKeyTest, WhatTheDesktopHasChosenIsKnownInItsOwnWords) {
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  bind();
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(),
+                            HotKeyStatus{HotKeyStatus::State::boundByDesktop, "Super+F1"});
+  const auto answer = MASShortcut::hotKeyAnswer(kKey);
+  ASSERT_TRUE(answer && *answer);
+  EXPECT_EQ(answer->value().state, HotKeyStatus::State::boundByDesktop);
+  EXPECT_EQ(answer->value().combination, "Super+F1");
+  EXPECT_TRUE(binding().monitor());
+}
+
+TEST_F(MASShortcutUserDefaultsHotKeyTest, AnAnswerToAShortcutThatWasReplacedMeanwhileIsNotTaken) {
+  m_platform.hotKeys.answersLater = true;
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  bind();
+  MASShortcut::setGlobalShortcut(kOther, kKey);
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(), Failure{"taken"});
+  EXPECT_EQ(MASShortcut::hotKeyAnswer(kKey)->value().state, HotKeyStatus::State::pending);
+  EXPECT_TRUE(binding().monitor());
+}
+
+TEST_F(MASShortcutUserDefaultsHotKeyTest, OfASecondBindingOfTheShortcutTheAnswerSaysWhyItHasNoMonitor) {
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  MASShortcut::setGlobalShortcut(kShortcut, "Second");
+  bind();
+  bind("Second");
+  EXPECT_EQ(MASShortcut::hotKeyAnswer("Second")->cause(), kShortcut.description() + " is registered already");
+  EXPECT_TRUE(m_platform.logged.empty());
+}
+
+TEST_F(MASShortcutUserDefaultsHotKeyTest, ObserversAreNotifiedOfEveryChangeOfAnAnswer) {
+  using State = HotKeyStatus::State;
+  m_platform.hotKeys.answersLater = true;
+  std::vector<std::string> seen;
+  auto observer = MASShortcut::observeHotKeyAnswers([&] {
+    const auto answer = MASShortcut::hotKeyAnswer(kKey);
+    if (!answer) {
+      seen.emplace_back("none");
+    } else if (!*answer) {
+      seen.emplace_back("refused");
+    } else {
+      seen.emplace_back(answer->value().state == State::pending ? "pending" : "bound");
+    }
+  });
+  bind();
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  m_platform.hotKeys.answerAll();
+  m_platform.hotKeys.answer(kShortcut.carbonKeyCode(), kShortcut.carbonFlags(), Failure{"taken"});
+  MASShortcut::setGlobalShortcut(kShortcut, kKey);
+  MASShortcut::unregisterGlobalShortcutWithUserDefaultsKey(kKey);
+  EXPECT_EQ(seen, (std::vector<std::string>{"none", "pending", "bound", "refused", "pending", "none"}));
+  observer.reset();
+  bind();
+  EXPECT_EQ(seen.size(), 6u);
+}
+
 TEST_F(MASShortcutUserDefaultsHotKeyTest, UnregisteringEndsTheBindingAndItsHotKey) {
   MASShortcut::setGlobalShortcut(kShortcut, kKey);
   bind();

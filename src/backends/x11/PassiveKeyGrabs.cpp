@@ -37,16 +37,10 @@ PassiveKeyGrabs::~PassiveKeyGrabs() {
   m_connection.flush();
 }
 
-Registration PassiveKeyGrabs::grab(KeyCombination combination, std::function<void()> pressed) {
+Result<Registration> PassiveKeyGrabs::grab(KeyCombination combination, std::function<void()> pressed) {
   auto grabs = grabsFor(combination);
-  if (grabs.empty()) {
-    Log::warning("the keyboard has no " + describe(combination));
-    return {};
-  }
-  if (!take(grabs)) {
-    Log::warning("another program holds " + describe(combination));
-    return {};
-  }
+  if (grabs.empty()) return Failure{"the keyboard has no " + describe(combination)};
+  if (!take(grabs)) return Failure{"another program holds " + describe(combination)};
   auto entry = std::make_shared<Entry>(Entry{combination, std::move(pressed), std::move(grabs)});
   m_entries.push_back(entry);
   return Registration([this, life = m_lifetime.watch(), entry] {
@@ -54,13 +48,11 @@ Registration PassiveKeyGrabs::grab(KeyCombination combination, std::function<voi
   });
 }
 
-Registration PassiveKeyGrabs::grabIfFree(KeyCombination combination, std::function<void()> pressed) {
-  Registration registration = grab(combination, std::move(pressed));
-  if (registration && isHeldByExtension(grabsFor(combination))) {
-    Log::warning("another program holds " + describe(combination) + " by the input extension");
-    return {};
-  }
-  return registration;
+Result<Registration> PassiveKeyGrabs::grabIfFree(KeyCombination combination, std::function<void()> pressed) {
+  auto grabbed = grab(combination, std::move(pressed));
+  if (grabbed && isHeldByExtension(grabsFor(combination)))
+    return Failure{"another program holds " + describe(combination) + " by the input extension"};
+  return grabbed;
 }
 
 bool PassiveKeyGrabs::isHeldByAnother(KeyCombination combination) {

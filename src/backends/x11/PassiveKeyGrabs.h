@@ -10,6 +10,7 @@
 #include "backends/x11/XkbEvents.h"
 #include "foundation/Lifetime.h"
 #include "foundation/Registration.h"
+#include "foundation/Result.h"
 
 #include <bitset>
 #include <cstdint>
@@ -37,12 +38,12 @@ public:
   PassiveKeyGrabs(const PassiveKeyGrabs&) = delete;
   PassiveKeyGrabs& operator=(const PassiveKeyGrabs&) = delete;
 
-  // Empty, and logged, when another program holds the combination or the keyboard has no such key. A grab of
-  // the input extension is no hindrance: this one goes ahead of it for as long as it lasts.
-  Registration grab(KeyCombination combination, std::function<void()> pressed);
+  // Fails when another program holds the combination or the keyboard has no such key. A grab of the input
+  // extension is no hindrance: this one goes ahead of it for as long as it lasts.
+  Result<Registration> grab(KeyCombination combination, std::function<void()> pressed);
   // As grab(), but refused also where another program holds the combination by the input extension: its own
   // shortcut would be silenced.
-  Registration grabIfFree(KeyCombination combination, std::function<void()> pressed);
+  Result<Registration> grabIfFree(KeyCombination combination, std::function<void()> pressed);
   // Whether grabIfFree() would be refused for that; found out by trying. What we hold ourselves is not held
   // by another.
   bool isHeldByAnother(KeyCombination combination);

@@ -21,19 +21,26 @@ Registration X11HotKeys::installHandler(Handler handler) {
 }
 
 Registration X11HotKeys::registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers,
-                                        HotKeyIdentity identity) {
+                                        HotKeyIdentity identity, AnswerBlock answered) {
+  auto grabbed = grab(keyCode, modifiers, identity);
+  const HotKeyAnswer answer =
+      grabbed ? HotKeyAnswer(HotKeyStatus{HotKeyStatus::State::bound}) : HotKeyAnswer(grabbed.failure());
+  if (answered) answered(answer);
+  return std::move(grabbed).valueOr(Registration());
+}
+
+Result<Registration> X11HotKeys::grab(std::uint64_t keyCode, std::uint32_t modifiers,
+                                      HotKeyIdentity identity) {
   const auto evdevCode = common::VirtualKeyCodes::evdevCode(keyCode);
-  if (!evdevCode) {
-    Log::warning("no keyboard here has the key with the virtual key code " + std::to_string(keyCode));
-    return {};
-  }
+  if (!evdevCode)
+    return Failure{"no keyboard here has the key with the virtual key code " + std::to_string(keyCode)};
   return m_grabs.grabIfFree({*evdevCode, modifiers}, [handler = m_handler, identity] {
     // A copy: the handler may end its own installation.
     if (const Handler current = *handler) current(identity);
   });
 }
 
-bool X11HotKeys::isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) {
+std::optional<bool> X11HotKeys::isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) {
   const auto evdevCode = common::VirtualKeyCodes::evdevCode(keyCode);
   return evdevCode && m_grabs.isHeldByAnother({*evdevCode, modifiers});
 }

@@ -31,6 +31,12 @@ public:
 class X11HotKeysSubject {
 public:
   HotKeys& hotKeys() { return m_hotKeys; }
+  void settle() {
+    m_server.driver().sync();
+    m_connection->drain();
+    test::iterateWhatIsPending();
+    m_connection->drain();
+  }
   void typeSpace(std::uint32_t modifiers) {
     std::vector<std::uint16_t> keys;
     for (const auto& [bit, key] :
@@ -52,12 +58,6 @@ public:
   }
 
 private:
-  void settle() {
-    m_server.driver().sync();
-    m_connection->drain();
-    test::iterateWhatIsPending();
-    m_connection->drain();
-  }
   OwnServer m_server;
   std::unique_ptr<x11::Connection> m_connection = m_server.connect();
   x11::PassiveKeyGrabs m_grabs{*m_connection};

@@ -255,7 +255,7 @@ TEST_F(X11KeyRecorderTest, TheKeyThatEndsARecordingDoesNotActUntilItIsPressedAga
   m_recording = m_recorder->record({[&](const KeyEvent& event) {
                                       if (event.keyCode != kSpace) return true;
                                       // As the settings do: the new combination is held at once.
-                                      hotKey = m_grabs->grab({KEY_SPACE, kOptionBit}, [&] { ++presses; });
+                                      hotKey = *m_grabs->grab({KEY_SPACE, kOptionBit}, [&] { ++presses; });
                                       m_recording.reset();
                                       return true;
                                     },
@@ -282,7 +282,7 @@ TEST_F(X11KeyRecorderTest, TheKeyThatEndsARecordingDoesNotActUntilItIsPressedAga
 
 TEST_F(X11KeyRecorderTest, AHotKeyOfOursThatIsHeldGivesWay) {
   int presses = 0;
-  const auto hotKey = m_grabs->grab({KEY_SPACE, kOptionBit}, [&] { ++presses; });
+  const auto hotKey = *m_grabs->grab({KEY_SPACE, kOptionBit}, [&] { ++presses; });
   driver().pressKey(KEY_LEFTALT);
   driver().pressKey(KEY_SPACE);
   settle();

@@ -300,6 +300,17 @@ TEST_F(CollectionWindowControllerTest, ARegularProgramThatComesOrGoesUpdatesTheD
   EXPECT_FALSE(dot());
 }
 
+TEST_F(CollectionWindowControllerTest, TheListOfProgramsMayArriveWhileItIsOpen) {
+  platform.workspace.tellsRunningApplications = false;
+  platform.workspace.launch(7, "Mail");
+  make({storedCore("Mail")});
+  show();
+  const auto dot = [&] { return menu().orbelView().sections().item({0, 0})->highlighted(); };
+  EXPECT_FALSE(dot());
+  platform.workspace.tellRunningApplications();
+  EXPECT_TRUE(dot());
+}
+
 TEST_F(CollectionWindowControllerTest, AProgramWithoutAnOrdinaryWindowThatComesOrGoesChangesNothing) {
   make({storedCore("Mail")});
   show();

@@ -217,6 +217,54 @@ TEST_F(OrbelWindowControllerTest, APinnedProgramThatStartsOrEndsWhileTheMenuIsOp
   EXPECT_FALSE(dot());
 }
 
+TEST_F(OrbelWindowControllerTest, WhereTheDisplayTellsNoProgramsTheMenuHasTheUsersItemsAlone) {
+  platform.workspace.tellsRunningApplications = false;
+  platform.workspace.frontmost = platform.workspace.launch(7, "Editor", "/apps/editor.desktop");
+  store({storedApp("/apps/editor.desktop", "Editor"), storedCore("Mail")});
+  shown();
+  EXPECT_EQ(names(), (Names{"Editor", "Mail"}));
+  EXPECT_EQ(dots(), (std::vector{false, false}));
+  EXPECT_EQ(controller().lastFrontmostApp(), nullptr);
+  controller().hideWindow(true);
+  fadeOut();
+  EXPECT_FALSE(surface().shown);
+}
+
+TEST_F(OrbelWindowControllerTest, TheListOfProgramsMayArriveWhileTheMenuIsOpen) {
+  platform.workspace.tellsRunningApplications = false;
+  platform.workspace.launch(7, "Editor", "/apps/editor.desktop");
+  platform.workspace.launch(8, "Terminal", "/apps/terminal.desktop");
+  store({storedApp("/apps/editor.desktop", "Editor"), storedCore("Mail")});
+  shown();
+  platform.workspace.tellRunningApplications();
+  EXPECT_EQ(names(), (Names{"Editor", "Mail", "Terminal"}));
+  EXPECT_EQ(controller().orbelView().numberOfItemsInSection(0), 3);
+  EXPECT_TRUE(controller().orbelView().sections().item(at(0))->highlighted());
+  EXPECT_EQ(storedNames(), (Names{"Editor", "Mail"}));
+}
+
+TEST_F(OrbelWindowControllerTest, AMenuThatIsToldWhereThePointerIsComesToItAsLongAsItIsShown) {
+  controller().moveWindowToScreenPosition({700, 700});
+  EXPECT_NE(controller().window().frame().center(), (Point{700, 700})) << "it is not shown yet";
+  shown();
+  controller().moveWindowToScreenPosition({700, 700});
+  EXPECT_EQ(controller().window().frame(), Rect(500, 500, 400, 400));
+  EXPECT_EQ(surface().timesShown, 1);
+  controller().hideWindow(false);
+  controller().moveWindowToScreenPosition({500, 500});
+  EXPECT_EQ(controller().window().frame(), Rect(500, 500, 400, 400));
+}
+
+TEST_F(OrbelWindowControllerTest, AMenuThatComesToThePointerIsLaidOutForIt) {
+  store({storedCore("Mail"), storedCore("Safari")});
+  shown();
+  platform.windows.movePointer({500, 630});
+  const auto isMagnified = [&] { return controller().orbelView().relativeSize(at(0)) != 1; };
+  ASSERT_TRUE(isMagnified());
+  controller().moveWindowToScreenPosition({500, 630});
+  EXPECT_FALSE(isMagnified()) << "it is in the middle now";
+}
+
 TEST_F(OrbelWindowControllerTest, AProgramWithoutAnOrdinaryWindowNeverAppears) {
   store({storedCore("Mail")});
   const auto applet = platform.workspace.launch(7, "Applet");

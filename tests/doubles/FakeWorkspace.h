@@ -16,10 +16,13 @@ namespace orbel {
 class FakeWorkspace : public Workspace {
 public:
   std::vector<RunningApplicationPointer> runningApplications() const override {
+    if (!tellsRunningApplications) return {};
     return {running.begin(), running.end()};
   }
   Registration observeRunningApplications(std::function<void()> block) override;
-  RunningApplicationPointer frontmostApplication() override { return frontmost; }
+  RunningApplicationPointer frontmostApplication() override {
+    return tellsRunningApplications ? frontmost : nullptr;
+  }
   bool runsBundle(const RunningApplication& application, const std::string& bundlePath) const override;
   bool playsRole(const RunningApplication& application, const std::string& name) const override;
   bool launchApplication(const std::string& nameOrPath) override;
@@ -52,10 +55,16 @@ public:
   // The file gets another path in the same folder; bookmarks of it are stale from then on.
   void move(const std::string& from, const std::string& to);
   void notifyRunningApplications() const;
+  // The display tells at last what runs.
+  void tellRunningApplications() {
+    tellsRunningApplications = true;
+    notifyRunningApplications();
+  }
   std::size_t observerCount() const { return m_observers.size(); }
 
   std::vector<std::shared_ptr<FakeRunningApplication>> running;
   RunningApplicationPointer frontmost;
+  bool tellsRunningApplications = true; // false: neither which programs run nor which is in front
   // One line an action: "launch NAME", "launchPath PATH", "openFile PATH", "openWith PATH | APP", "openUrl
   // URL", "showFolder PATH".
   std::vector<std::string> actions;

@@ -1,5 +1,7 @@
 // The ordinary windows on the screen and who owns them, as the workspace needs them to know which programs
-// run. Implemented by the display server's backend; the workspace matches windows to programs.
+// run. Implemented by the display server's backend; the workspace matches windows to programs. A display that
+// tells its windows later has an empty list until then, and one that tells none has an empty list for good;
+// each arrival is a change. Programs without a process are told apart by their names.
 #pragma once
 
 #include "foundation/Registration.h"
@@ -33,11 +35,12 @@ public:
   // After windows came, went, or changed what identifies them. Several changes at once are one call.
   virtual Registration observeChanges(std::function<void()> block) = 0;
 
+  // None while nothing is active, or while the display does not tell.
   virtual std::optional<std::uint64_t> activeWindow() const = 0;
-  // At the user's own wish (brings it to the front whatever was in front).
+  // At the user's own wish (brings it to the front whatever was in front). False where that cannot be asked.
   virtual bool activate(std::uint64_t window) = 0;
   // Gives the focus back to a window that was active when `summon` was taken, unless the user has clicked
-  // another window since or it is active anyway.
+  // another window since or it is active anyway. A display that does so by itself does nothing here.
   virtual bool restore(std::uint64_t window, std::uint64_t summon) = 0;
   // A mark for restore(): this moment, in the order of the user's clicks.
   virtual std::uint64_t summonMark() = 0;

@@ -99,6 +99,21 @@ TEST_F(RunningApplicationListTest, KeepsTheRecordOfAProcessAndTellsOnlyOfRealCha
   EXPECT_TRUE(list->applications().empty());
 }
 
+TEST_F(RunningApplicationListTest, AListOfWindowsThatArrivesLaterIsOneChange) {
+  const Program a(folder + "/a");
+  int calls = 0;
+  const auto observer = list->observeChanges([&] { ++calls; });
+  EXPECT_TRUE(list->applications().empty());
+  EXPECT_EQ(list->frontmost(), nullptr);
+  for (auto told : {window(1, a.processIdentifier(), "A"), window(2, std::nullopt, "B")}) {
+    told.isNormal = true;
+    windows.list.push_back(told);
+  }
+  windows.changed();
+  EXPECT_EQ(calls, 1);
+  EXPECT_EQ(list->applications().size(), 2u);
+}
+
 TEST_F(RunningApplicationListTest, GroupsWindowsWithoutAProcessByTheirClass) {
   windows.open(window(1, std::nullopt, "Remote"));
   windows.open(window(2, std::nullopt, "Remote"));

@@ -1,10 +1,10 @@
 // Key combinations grabbed system-wide. Key codes are the stored virtual key codes; modifiers are the bits of
-// the hot-key interface: Command 256, Shift 512, Option 2048, Control 4096. Called by the shortcut module
-// alone.
+// HotKeyModifier. Called by the shortcut module alone.
 #pragma once
 
 #include "foundation/Registration.h"
 #include "foundation/Result.h"
+#include "platform/HotKeyModifier.h"
 
 #include <cstdint>
 #include <functional>

@@ -25,6 +25,10 @@ struct MouseEvent {
   bool primaryButtonIsDown = false;
 };
 
+// The virtual key code of a key that no shortcut can name, and of a shortcut without a key. Not ours to
+// choose: MASShortcut::keyCode() is known to give the largest signed number there.
+constexpr std::uint64_t kNoKeyCode = 0x7FFFFFFFFFFFFFFF;
+
 struct KeyEvent {
   std::uint64_t keyCode = 0; // virtual key code, the numbering in which shortcuts are stored
   std::uint64_t modifierFlags = 0;

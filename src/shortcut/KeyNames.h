@@ -8,9 +8,6 @@
 
 namespace orbel {
 
-// The largest signed 64-bit value stands for "no key".
-constexpr std::uint64_t kNoKeyCode = 0x7FFFFFFFFFFFFFFF;
-
 constexpr std::uint64_t kSpaceKeyCode = 49;
 constexpr std::uint64_t kDeleteKeyCode = 51;
 constexpr std::uint64_t kEscapeKeyCode = 53;

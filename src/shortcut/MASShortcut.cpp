@@ -14,7 +14,8 @@ namespace {
 constexpr const char* kArchivedClass = "MASShortcut";
 constexpr const char* kKeyCodeField = "KeyCode";
 constexpr const char* kModifierFlagsField = "ModifierFlags";
-constexpr std::int64_t kArchivedNoKey = -1;
+constexpr std::int64_t kArchivedNoKey = -1; // where a key code stands in a stored shortcut
+constexpr std::uint64_t kKeyCodeBitsOfEvent = 0xFFFF;
 
 struct Modifier {
   std::uint64_t flag;
@@ -23,10 +24,10 @@ struct Modifier {
 };
 // In the order in which menus show the glyphs.
 constexpr std::array kModifiers = {
-    Modifier{kControlFlag, 4096, "\u2303"},
-    Modifier{kOptionFlag, 2048, "\u2325"},
-    Modifier{kShiftFlag, 512, "\u21E7"},
-    Modifier{kCommandFlag, 256, "\u2318"},
+    Modifier{kControlFlag, kHotKeyControl, "\u2303"},
+    Modifier{kOptionFlag, kHotKeyOption, "\u2325"},
+    Modifier{kShiftFlag, kHotKeyShift, "\u21E7"},
+    Modifier{kCommandFlag, kHotKeyCommand, "\u2318"},
 };
 
 // F1 as a menu's key equivalent; the other function keys follow.
@@ -60,7 +61,7 @@ MASShortcut MASShortcut::shortcutWithKeyCode(std::uint64_t keyCode, std::uint64_
 }
 
 MASShortcut MASShortcut::shortcutWithEvent(const KeyEvent& event) {
-  return {event.keyCode & 0xFFFF, event.modifierFlags};
+  return {event.keyCode & kKeyCodeBitsOfEvent, event.modifierFlags};
 }
 
 std::optional<MASShortcut> MASShortcut::shortcutWithData(const PropertyList::Data* data) {

@@ -26,7 +26,7 @@ protected:
   ~AppDelegateTest() override { delegate.applicationWillTerminate(); }
 
   void start() { delegate.applicationDidFinishLaunching(); }
-  void pressShortcut() { platform.hotKeys.press(49, 4096 | 2048); }
+  void pressShortcut() { platform.hotKeys.press(kSpaceKeyCode, kHotKeyControl | kHotKeyOption); }
   void gesture() {
     NotificationCenter::defaultCenter().post(kOrbelMenuShouldShowNotification, nullptr,
                                              {{kShowEventType, kShowEventTrackpad}});

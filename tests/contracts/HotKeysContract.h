@@ -10,6 +10,7 @@
 #pragma once
 
 #include "platform/HotKeys.h"
+#include "scene/Event.h"
 #include "tests/contracts/LoggedLines.h"
 
 #include <gtest/gtest.h>
@@ -23,11 +24,11 @@ template <class Subject>
 class HotKeysContract : public testing::Test {
 protected:
   static constexpr std::uint64_t kSpace = 49;
-  static constexpr std::uint64_t kNoKey = 0x7FFFFFFFFFFFFFFF;
-  static constexpr std::uint32_t kCommand = 256;
-  static constexpr std::uint32_t kShift = 512;
-  static constexpr std::uint32_t kOption = 2048;
-  static constexpr std::uint32_t kControl = 4096;
+  static constexpr std::uint64_t kNoKey = kNoKeyCode;
+  static constexpr std::uint32_t kCommand = kHotKeyCommand;
+  static constexpr std::uint32_t kShift = kHotKeyShift;
+  static constexpr std::uint32_t kOption = kHotKeyOption;
+  static constexpr std::uint32_t kControl = kHotKeyControl;
   using Numbers = std::vector<std::uint32_t>;
 
   HotKeys& hotKeys() { return subject.hotKeys(); }

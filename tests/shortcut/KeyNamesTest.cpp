@@ -1,5 +1,7 @@
 #include "shortcut/KeyNames.h"
 
+#include "scene/Event.h"
+
 #include <gtest/gtest.h>
 
 #include <array>

@@ -11,7 +11,6 @@ namespace {
 
 constexpr std::uint64_t kLetterA = 0;
 constexpr std::uint64_t kLetterQ = 12;
-constexpr std::uint32_t kCarbonCommand = 256;
 constexpr std::uint64_t kCapsLock = 0x10000;
 
 class MASShortcutCollisionsTest : public testing::Test {
@@ -30,7 +29,7 @@ TEST_F(MASShortcutCollisionsTest, AFreeCombinationIsNotTakenAndLeavesTheErrorAlo
 }
 
 TEST_F(MASShortcutCollisionsTest, ACombinationOfAnotherProgramIsTakenWithTheSystemsReason) {
-  m_platform.hotKeys.takenByOthers.insert({kLetterA, kCarbonCommand});
+  m_platform.hotKeys.takenByOthers.insert({kLetterA, kHotKeyCommand});
   EXPECT_TRUE(MASShortcut(kLetterA, kCommandFlag).isTaken(&m_error));
   EXPECT_EQ(m_error,
             "This combination cannot be used because it is already used by a system-wide keyboard shortcut.\n"
@@ -47,7 +46,7 @@ TEST_F(MASShortcutCollisionsTest, WhereTheSystemDoesNotTellACombinationIsNotTake
 }
 
 TEST_F(MASShortcutCollisionsTest, TheSystemsCombinationMustHaveTheSameKeyAndTheSameModifiers) {
-  m_platform.hotKeys.takenByOthers.insert({kLetterA, kCarbonCommand});
+  m_platform.hotKeys.takenByOthers.insert({kLetterA, kHotKeyCommand});
   EXPECT_FALSE(MASShortcut(kLetterA, kCommandFlag | kShiftFlag).isTaken());
   EXPECT_FALSE(MASShortcut(kLetterQ, kCommandFlag).isTaken());
 }
@@ -63,7 +62,7 @@ TEST_F(MASShortcutCollisionsTest, ACombinationOfTheProgramsMenuIsTakenWithTheIte
 
 TEST_F(MASShortcutCollisionsTest, TheSystemIsAskedBeforeTheMenu) {
   MASShortcut::setMainMenu({{"Quit", "q", kCommandFlag, {}}});
-  m_platform.hotKeys.takenByOthers.insert({kLetterQ, kCarbonCommand});
+  m_platform.hotKeys.takenByOthers.insert({kLetterQ, kHotKeyCommand});
   EXPECT_TRUE(MASShortcut(kLetterQ, kCommandFlag).isTaken(&m_error));
   EXPECT_NE(m_error.find("system-wide"), std::string::npos);
 }

@@ -1,6 +1,7 @@
 #include "backends/x11/ModifierMap.h"
 
 #include "backends/x11/Connection.h"
+#include "platform/HotKeyModifier.h"
 #include "scene/Event.h"
 
 #include <algorithm>
@@ -11,11 +12,6 @@
 namespace orbel::x11 {
 
 namespace {
-
-constexpr std::uint32_t kCommandBit = 256;
-constexpr std::uint32_t kShiftBit = 512;
-constexpr std::uint32_t kOptionBit = 2048;
-constexpr std::uint32_t kControlBit = 4096;
 
 constexpr std::size_t kFirstFreeModifier = 3; // Mod1; before it stand Shift, Lock and Control
 constexpr std::size_t kModifierCount = 8;
@@ -86,10 +82,10 @@ ModifierMap ModifierMap::current(Connection& connection) {
 
 std::uint16_t ModifierMap::maskForModifiers(std::uint32_t modifiers) const {
   unsigned mask = 0;
-  if (modifiers & kCommandBit) mask |= m_command;
-  if (modifiers & kShiftBit) mask |= XCB_MOD_MASK_SHIFT;
-  if (modifiers & kOptionBit) mask |= m_option;
-  if (modifiers & kControlBit) mask |= XCB_MOD_MASK_CONTROL;
+  if (modifiers & kHotKeyCommand) mask |= m_command;
+  if (modifiers & kHotKeyShift) mask |= XCB_MOD_MASK_SHIFT;
+  if (modifiers & kHotKeyOption) mask |= m_option;
+  if (modifiers & kHotKeyControl) mask |= XCB_MOD_MASK_CONTROL;
   return static_cast<std::uint16_t>(mask);
 }
 

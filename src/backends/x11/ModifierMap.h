@@ -15,7 +15,7 @@ public:
   // Two round trips.
   static ModifierMap current(Connection& connection);
 
-  // The bits of the hot-key interface (Command 256, Shift 512, Option 2048, Control 4096) as X modifier bits.
+  // The bits of HotKeyModifier as X modifier bits.
   std::uint16_t maskForModifiers(std::uint32_t modifiers) const;
   // The modifiers with every state of Caps Lock and Num Lock, each once.
   std::vector<std::uint16_t> lockVariants(std::uint16_t modifierMask) const;

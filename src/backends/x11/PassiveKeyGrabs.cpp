@@ -1,8 +1,10 @@
 #include "backends/x11/PassiveKeyGrabs.h"
 
+#include "backends/common/VirtualKeyCodes.h"
 #include "backends/x11/Connection.h"
 #include "backends/x11/XcbEvent.h"
 #include "foundation/Log.h"
+#include "platform/HotKeyModifier.h"
 
 #include <algorithm>
 #include <string>
@@ -11,14 +13,12 @@ namespace orbel::x11 {
 
 namespace {
 
-constexpr unsigned kXKeyCodeOffset = 8; // of an X key code from the kernel's
-
 std::string describe(KeyCombination combination) {
   std::string text;
-  if (combination.modifiers & 4096) text += "Control+";
-  if (combination.modifiers & 2048) text += "Alt+";
-  if (combination.modifiers & 512) text += "Shift+";
-  if (combination.modifiers & 256) text += "Super+";
+  if (combination.modifiers & kHotKeyControl) text += "Control+";
+  if (combination.modifiers & kHotKeyOption) text += "Alt+";
+  if (combination.modifiers & kHotKeyShift) text += "Shift+";
+  if (combination.modifiers & kHotKeyCommand) text += "Super+";
   return text + "key " + std::to_string(combination.evdevCode);
 }
 
@@ -78,7 +78,7 @@ void PassiveKeyGrabs::remove(const std::shared_ptr<Entry>& entry) {
 }
 
 std::vector<PassiveKeyGrabs::Grab> PassiveKeyGrabs::grabsFor(KeyCombination combination) const {
-  const unsigned keyCode = combination.evdevCode + kXKeyCodeOffset;
+  const unsigned keyCode = combination.evdevCode + VirtualKeyCodes::kXKeyCodeOffset;
   if (keyCode < m_connection.setup().min_keycode || keyCode > m_connection.setup().max_keycode) return {};
   std::vector<Grab> grabs;
   for (const std::uint16_t mask :

@@ -28,7 +28,7 @@ class Connection;
 
 struct KeyCombination {
   std::uint16_t evdevCode = 0;
-  std::uint32_t modifiers = 0; // bits of the hot-key interface
+  std::uint32_t modifiers = 0; // bits of HotKeyModifier
 };
 
 class PassiveKeyGrabs {

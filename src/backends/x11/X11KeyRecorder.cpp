@@ -6,7 +6,6 @@
 #include "foundation/Log.h"
 
 #include <cstddef>
-#include <limits>
 #include <string>
 #include <utility>
 
@@ -14,14 +13,11 @@ namespace orbel::x11 {
 
 namespace {
 
-constexpr unsigned kXKeyCodeOffset = 8; // of an X key code from the kernel's
-
 // A key that no shortcut can name still has to be told, as one without text.
-constexpr std::uint64_t kNoKeyCode = std::numeric_limits<std::int64_t>::max();
-
 std::uint64_t virtualKeyCode(xcb_keycode_t keyCode) {
-  if (keyCode < kXKeyCodeOffset) return kNoKeyCode;
-  return common::VirtualKeyCodes::virtualKeyCode(static_cast<std::uint16_t>(keyCode - kXKeyCodeOffset))
+  constexpr auto kOffset = common::VirtualKeyCodes::kXKeyCodeOffset;
+  if (keyCode < kOffset) return kNoKeyCode;
+  return common::VirtualKeyCodes::virtualKeyCode(static_cast<std::uint16_t>(keyCode - kOffset))
       .value_or(kNoKeyCode);
 }
 

@@ -1,5 +1,7 @@
 #include "backends/common/VirtualKeyCodes.h"
 
+#include "scene/Event.h"
+
 #include <gtest/gtest.h>
 #include <linux/input-event-codes.h>
 #include <set>
@@ -51,11 +53,11 @@ TEST(VirtualKeyCodesTest, EveryKeyGoesThereAndBackAndNoTwoAreTheSame) {
 }
 
 TEST(VirtualKeyCodesTest, CodesWithoutAKeyGiveNone) {
-  EXPECT_FALSE(common::VirtualKeyCodes::evdevCode(52));
-  EXPECT_FALSE(common::VirtualKeyCodes::evdevCode(127));
-  EXPECT_FALSE(common::VirtualKeyCodes::evdevCode(0x7FFFFFFFFFFFFFFF));
-  EXPECT_FALSE(common::VirtualKeyCodes::evdevCode((std::uint64_t{1} << 16) + 49));
-  EXPECT_FALSE(common::VirtualKeyCodes::virtualKeyCode(KEY_SYSRQ));
+  EXPECT_FALSE(VirtualKeyCodes::evdevCode(52));
+  EXPECT_FALSE(VirtualKeyCodes::evdevCode(127));
+  EXPECT_FALSE(VirtualKeyCodes::evdevCode(kNoKeyCode));
+  EXPECT_FALSE(VirtualKeyCodes::evdevCode((std::uint64_t{1} << 16) + 49));
+  EXPECT_FALSE(VirtualKeyCodes::virtualKeyCode(KEY_SYSRQ));
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "tests/backends/x11/support/KeyboardGroup.h"
 #include "tests/backends/x11/support/X11Test.h"
+#include "scene/Event.h"
 
 #include <linux/input-event-codes.h>
 
@@ -11,10 +12,10 @@ namespace {
 
 constexpr std::uint64_t kSpace = 49;
 constexpr std::uint64_t kKeyM = 46;
-constexpr std::uint32_t kCommand = 256;
-constexpr std::uint32_t kShift = 512;
-constexpr std::uint32_t kOption = 2048;
-constexpr std::uint32_t kControl = 4096;
+constexpr std::uint32_t kCommand = kHotKeyCommand;
+constexpr std::uint32_t kShift = kHotKeyShift;
+constexpr std::uint32_t kOption = kHotKeyOption;
+constexpr std::uint32_t kControl = kHotKeyControl;
 
 class X11HotKeysTest : public X11Test {
 protected:
@@ -202,7 +203,7 @@ TEST_F(X11HotKeysTest, ReplacingARegistrationByTheSameCombinationKeepsIt) {
 TEST_F(X11HotKeysTest, AKeyThatNoKeyboardHasIsRefused) {
   EXPECT_FALSE(registerKey(52, kOption, {0, 1}));
   EXPECT_NE(m_refusal.find("virtual key code 52"), std::string::npos);
-  EXPECT_FALSE(registerKey(0x7FFFFFFFFFFFFFFF, kOption, {0, 1}));
+  EXPECT_FALSE(registerKey(kNoKeyCode, kOption, {0, 1}));
   EXPECT_EQ(m_hotKeys->isTakenByAnotherProgram(52, kOption), false);
 }
 

@@ -3,6 +3,7 @@
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "tests/backends/x11/support/KeyboardGroup.h"
 #include "tests/backends/x11/support/X11Test.h"
+#include "platform/HotKeyModifier.h"
 
 #include <algorithm>
 #include <linux/input-event-codes.h>
@@ -17,8 +18,6 @@ constexpr std::uint64_t kLetterZ = 6;
 constexpr std::uint64_t kOne = 18;
 constexpr std::uint64_t kSpace = 49;
 constexpr std::uint64_t kRightOption = 61;
-constexpr std::uint32_t kOptionBit = 2048;
-constexpr std::uint32_t kControlBit = 4096;
 
 class FakeFocusedWindow : public x11::FocusedWindow {
 public:
@@ -196,7 +195,7 @@ TEST_F(X11KeyRecorderTest, AKeyThatNoShortcutCanNameIsToldAsOneWithoutANumber) {
   startRecording();
   driver().tapKey(KEY_PLAYPAUSE);
   settle();
-  EXPECT_EQ(m_told, Told({key(0x7FFFFFFFFFFFFFFF)}));
+  EXPECT_EQ(m_told, Told({key(kNoKeyCode)}));
 }
 
 TEST_F(X11KeyRecorderTest, AHeldKeyIsToldOnce) {
@@ -233,7 +232,7 @@ TEST_F(X11KeyRecorderTest, AKeyHeldFromBeforeIsNotTold) {
 
 TEST_F(X11KeyRecorderTest, OurOwnAndOtherProgramsCombinationsAreToldAndDoNotAct) {
   int ownPresses = 0;
-  const auto own = m_grabs->grab({KEY_SPACE, kOptionBit | kControlBit}, [&] { ++ownPresses; });
+  const auto own = m_grabs->grab({KEY_SPACE, kHotKeyOption | kHotKeyControl}, [&] { ++ownPresses; });
   ASSERT_TRUE(driver().grabKey(KEY_A, XCB_MOD_MASK_CONTROL));
   m_endsAt = kLetterZ;
   startRecording();
@@ -255,7 +254,7 @@ TEST_F(X11KeyRecorderTest, TheKeyThatEndsARecordingDoesNotActUntilItIsPressedAga
   m_recording = m_recorder->record({[&](const KeyEvent& event) {
                                       if (event.keyCode != kSpace) return true;
                                       // As the settings do: the new combination is held at once.
-                                      hotKey = *m_grabs->grab({KEY_SPACE, kOptionBit}, [&] { ++presses; });
+                                      hotKey = *m_grabs->grab({KEY_SPACE, kHotKeyOption}, [&] { ++presses; });
                                       m_recording.reset();
                                       return true;
                                     },
@@ -282,7 +281,7 @@ TEST_F(X11KeyRecorderTest, TheKeyThatEndsARecordingDoesNotActUntilItIsPressedAga
 
 TEST_F(X11KeyRecorderTest, AHotKeyOfOursThatIsHeldGivesWay) {
   int presses = 0;
-  const auto hotKey = *m_grabs->grab({KEY_SPACE, kOptionBit}, [&] { ++presses; });
+  const auto hotKey = *m_grabs->grab({KEY_SPACE, kHotKeyOption}, [&] { ++presses; });
   driver().pressKey(KEY_LEFTALT);
   driver().pressKey(KEY_SPACE);
   settle();
@@ -478,8 +477,8 @@ TEST_F(X11KeyRecorderTest, TheKeyboardIsFreeWhenTheRecorderEndsInTheMiddle) {
 TEST_F(X11KeyRecorderTest, WhetherACombinationIsTakenCanBeAskedWhileItRecords) {
   startRecording();
   ASSERT_TRUE(driver().grabKey(KEY_A, XCB_MOD_MASK_CONTROL));
-  EXPECT_TRUE(m_grabs->isHeldByAnother({KEY_A, kControlBit}));
-  EXPECT_FALSE(m_grabs->isHeldByAnother({KEY_A, kOptionBit}));
+  EXPECT_TRUE(m_grabs->isHeldByAnother({KEY_A, kHotKeyControl}));
+  EXPECT_FALSE(m_grabs->isHeldByAnother({KEY_A, kHotKeyOption}));
 }
 
 } // namespace

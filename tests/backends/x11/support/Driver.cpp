@@ -1,5 +1,7 @@
 #include "tests/backends/x11/support/Driver.h"
 
+#include "backends/common/VirtualKeyCodes.h"
+
 #include <algorithm>
 #include <stdexcept>
 #include <xcb/xinput.h>
@@ -8,9 +10,8 @@
 namespace orbel::test {
 
 namespace {
-constexpr int kXKeyCodeOffset = 8;
 std::uint8_t keyCode(std::uint16_t evdevCode) {
-  return static_cast<std::uint8_t>(evdevCode + kXKeyCodeOffset);
+  return static_cast<std::uint8_t>(evdevCode + VirtualKeyCodes::kXKeyCodeOffset);
 }
 } // namespace
 

@@ -6,11 +6,14 @@
 // - bool where the question itself is yes or no ("is it shown?");
 // - an empty Registration where an observer is not needed because there is nothing to observe.
 // Whoever shows a failure to the user or decides what to do about it logs it; a backend that has answered
-// with a Result does not log the same cause again.
+// with a Result does not log the same cause again. Log::warningIfFailed does it in one line. A caller for
+// whom a failure changes nothing and is logged elsewhere casts the answer to void.
 #pragma once
 
+#include <concepts>
 #include <optional>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <variant>
 
@@ -27,6 +30,12 @@ public:
   // NOLINTBEGIN(google-explicit-constructor): a function returns either of the two as it is.
   Result(Value value) : m_content(std::move(value)) {}
   Result(Failure failure) : m_content(std::move(failure)) {}
+  // Also what converts to a value: a derived pointer, std::nullopt, a literal.
+  template <class Other>
+  requires(!std::same_as<std::remove_cvref_t<Other>, Result> &&
+           !std::same_as<std::remove_cvref_t<Other>, Failure> && std::convertible_to<Other, Value>)
+      Result(Other&& value)
+      : m_content(std::in_place_index<0>, std::forward<Other>(value)) {}
   // NOLINTEND(google-explicit-constructor)
 
   bool succeeded() const { return m_content.index() == 0; }

@@ -1,7 +1,10 @@
 #include "foundation/Result.h"
 
+#include "foundation/Log.h"
+
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <string>
 
 using namespace orbel;
@@ -47,6 +50,34 @@ TEST(ResultTest, HandsAFailureOnAsAnotherAnswer) {
 TEST(ResultTest, TellsAnEmptyTextFromAFailure) {
   const Result<std::string> empty = std::string();
   EXPECT_TRUE(empty);
+}
+
+TEST(ResultTest, IsMadeOfWhatConvertsToItsValue) {
+  struct Shape {
+    virtual ~Shape() = default;
+  };
+  struct Disc : Shape {};
+  const auto disc = []() -> Result<std::unique_ptr<Shape>> { return std::make_unique<Disc>(); }();
+  ASSERT_TRUE(disc);
+  EXPECT_NE(dynamic_cast<Disc*>(disc->get()), nullptr);
+  const auto nothing = []() -> Result<std::optional<int>> { return std::nullopt; }();
+  ASSERT_TRUE(nothing) << "to find nothing is no failure";
+  EXPECT_FALSE(*nothing);
+  const auto text = []() -> Result<std::string> { return "text"; }();
+  EXPECT_EQ(*text, "text");
+}
+
+TEST(ResultTest, IsLoggedOnlyAfterAFailure) {
+  std::string logged;
+  const auto earlier = Log::setSink([&](Log::Severity severity, const std::string& line) {
+    logged += (severity == Log::Severity::warning ? "warning: " : "other: ") + line + "\n";
+  });
+  Log::warningIfFailed(half(6));
+  Log::warningIfFailed(checkEven(2));
+  Log::warningIfFailed(half(7));
+  Log::warningIfFailed(checkEven(9));
+  Log::setSink(earlier);
+  EXPECT_EQ(logged, "warning: 7 is odd\nwarning: 9 is odd\n");
 }
 
 TEST(ResultTest, YieldsAValueThatCanOnlyBeMoved) {

@@ -67,12 +67,13 @@ public:
   static bool allowsAnyHotkeyWithOptionModifier();
   static void setAllowsAnyHotkeyWithOptionModifier(bool allows);
 
-  // Whether another program or an item of the program's own menu uses it already. The error, when wanted, is
-  // set to the localized reason and left alone when the answer is no.
-  bool isTaken(std::string* error = nullptr) const;
-  // Whether an item of the menu, submenus first, has that key equivalent (lower case) with these modifiers.
-  static bool isKeyEquivalentTakenInMenu(std::string_view keyEquivalent, std::uint64_t flags,
-                                         const ShortcutMenu& menu, std::string* error = nullptr);
+  // Whether another program or an item of the program's own menu uses it already, by the localized reason for
+  // that: none when it is free.
+  std::optional<std::string> isTaken() const;
+  // The same for a menu alone: whether one of its items, submenus first, has that key equivalent (lower case)
+  // with these modifiers.
+  static std::optional<std::string> isKeyEquivalentTakenInMenu(std::string_view keyEquivalent,
+                                                               std::uint64_t flags, const ShortcutMenu& menu);
   // The program's own menu, which isTaken() searches; empty until the program has one. Process-wide.
   static const ShortcutMenu& mainMenu();
   static void setMainMenu(ShortcutMenu menu);

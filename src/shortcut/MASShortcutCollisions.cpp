@@ -24,10 +24,6 @@ ShortcutMenu& programMenu() {
   return SharedObjects::current().get<ProgramMenu>().entries;
 }
 
-void fail(std::string* error, std::string reason) {
-  if (error) *error = std::move(reason);
-}
-
 std::string takenBy(const ShortcutMenuItem& item) {
   std::string reason = Platform::current().text.localized(kTakenByMenuItem);
   if (const auto place = reason.find(kPlaceholder); place != std::string::npos) {
@@ -44,26 +40,22 @@ bool collides(const ShortcutMenuItem& item, std::string_view keyEquivalent, std:
 }
 } // namespace
 
-bool MASShortcut::isTaken(std::string* error) const {
+std::optional<std::string> MASShortcut::isTaken() const {
   const Platform& platform = Platform::current();
   // Where the desktop does not tell, registering it will.
-  if (platform.hotKeys.isTakenByAnotherProgram(m_keyCode, carbonFlags()).value_or(false)) {
-    fail(error, platform.text.localized(kTakenBySystem));
-    return true;
-  }
-  return isKeyEquivalentTakenInMenu(keyCodeStringForKeyEquivalent(), m_modifierFlags, mainMenu(), error);
+  if (platform.hotKeys.isTakenByAnotherProgram(m_keyCode, carbonFlags()).value_or(false))
+    return platform.text.localized(kTakenBySystem);
+  return isKeyEquivalentTakenInMenu(keyCodeStringForKeyEquivalent(), m_modifierFlags, mainMenu());
 }
 
-bool MASShortcut::isKeyEquivalentTakenInMenu(std::string_view keyEquivalent, std::uint64_t flags,
-                                             const ShortcutMenu& menu, std::string* error) {
+std::optional<std::string> MASShortcut::isKeyEquivalentTakenInMenu(std::string_view keyEquivalent,
+                                                                   std::uint64_t flags,
+                                                                   const ShortcutMenu& menu) {
   for (const ShortcutMenuItem& item : menu) {
-    if (isKeyEquivalentTakenInMenu(keyEquivalent, flags, item.submenu, error)) return true;
-    if (collides(item, keyEquivalent, flags)) {
-      fail(error, takenBy(item));
-      return true;
-    }
+    if (auto reason = isKeyEquivalentTakenInMenu(keyEquivalent, flags, item.submenu)) return reason;
+    if (collides(item, keyEquivalent, flags)) return takenBy(item);
   }
-  return false;
+  return std::nullopt;
 }
 
 const ShortcutMenu& MASShortcut::mainMenu() {

@@ -213,9 +213,8 @@ bool MASShortcutView::keyPressed(const KeyEvent& event) {
     Platform::current().windows.beep();
     return true;
   }
-  std::string reason;
-  if (shortcut.isTaken(&reason)) {
-    refuse(shortcut, reason);
+  if (const auto reason = shortcut.isTaken()) {
+    refuse(shortcut, *reason);
     return true;
   }
   setShortcutValue(shortcut);

@@ -35,21 +35,16 @@ double Touchpad::Axis::normalized(int value) const {
   return std::clamp((value - minimum) / range, 0.0, 1.0);
 }
 
-std::shared_ptr<Touchpad> Touchpad::open(const TouchpadDevice& device, std::int32_t number, Handlers handlers,
-                                         std::string& cause) {
+Result<std::shared_ptr<Touchpad>> Touchpad::open(const TouchpadDevice& device, std::int32_t number,
+                                                 Handlers handlers) {
   const int descriptor = ::open(device.node.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-  if (descriptor < 0) {
-    cause = std::strerror(errno);
-    return nullptr;
-  }
+  if (descriptor < 0) return Failure{std::strerror(errno)};
   libevdev* kernelDevice = libevdev_new();
   libevdev_set_device_log_function(kernelDevice, logMessage, LIBEVDEV_LOG_ERROR, nullptr);
   std::shared_ptr<Touchpad> touchpad(new Touchpad(descriptor, kernelDevice, number, std::move(handlers)));
-  if (const int status = libevdev_set_fd(kernelDevice, descriptor); status < 0) {
-    cause = std::strerror(-status);
-    return nullptr;
-  }
-  if (!touchpad->readAxes(cause)) return nullptr;
+  if (const int status = libevdev_set_fd(kernelDevice, descriptor); status < 0)
+    return Failure{std::strerror(-status)};
+  if (const auto axes = touchpad->readAxes(); !axes) return axes.failure();
   touchpad->m_systemPath = device.systemPath;
   touchpad->m_watch = std::make_unique<DescriptorWatch>(
       descriptor, [pad = touchpad.get()](auto state) { return pad->readEvents(state); });
@@ -65,25 +60,20 @@ Touchpad::~Touchpad() {
   ::close(m_descriptor);
 }
 
-bool Touchpad::readAxes(std::string& cause) {
+Result<> Touchpad::readAxes() {
   const input_absinfo* x = libevdev_get_abs_info(m_device, ABS_MT_POSITION_X);
   const input_absinfo* y = libevdev_get_abs_info(m_device, ABS_MT_POSITION_Y);
   m_slotCount = libevdev_get_num_slots(m_device);
-  if (!x || !y || m_slotCount <= 0) {
-    cause = "it does not tell where each finger is";
-    return false;
-  }
-  if (x->maximum <= x->minimum || y->maximum <= y->minimum) {
-    cause = "it does not tell how large it is";
-    return false;
-  }
+  if (!x || !y || m_slotCount <= 0) return Failure{"it does not tell where each finger is"};
+  if (x->maximum <= x->minimum || y->maximum <= y->minimum)
+    return Failure{"it does not tell how large it is"};
   m_x = {static_cast<double>(x->minimum), static_cast<double>(x->maximum) - x->minimum};
   m_y = {static_cast<double>(y->minimum), static_cast<double>(y->maximum) - y->minimum};
   if (const input_absinfo* distance = libevdev_get_abs_info(m_device, ABS_MT_DISTANCE))
     m_nearestDistance = distance->minimum;
   m_touches.reserve(static_cast<std::size_t>(m_slotCount));
   m_reported.reserve(static_cast<std::size_t>(m_slotCount));
-  return true;
+  return {};
 }
 
 DescriptorWatch::Rest Touchpad::readEvents(DescriptorWatch::State state) {

@@ -6,6 +6,7 @@
 
 #include "backends/evdev/DescriptorWatch.h"
 #include "backends/evdev/TouchpadDevice.h"
+#include "foundation/Result.h"
 #include "platform/EventTaps.h"
 
 #include <cstdint>
@@ -28,10 +29,10 @@ public:
     std::function<void()> vanished;
   };
 
-  // Opens and reads it from then on. `number` tells its fingers from those of every other touchpad. Empty
-  // when it cannot be read or is none that tells of single fingers; `cause` says why.
-  static std::shared_ptr<Touchpad> open(const TouchpadDevice& device, std::int32_t number, Handlers handlers,
-                                        std::string& cause);
+  // Opens and reads it from then on. `number` tells its fingers from those of every other touchpad. Fails
+  // when it cannot be read or is none that tells of single fingers.
+  static Result<std::shared_ptr<Touchpad>> open(const TouchpadDevice& device, std::int32_t number,
+                                                Handlers handlers);
   ~Touchpad();
   Touchpad(const Touchpad&) = delete;
   Touchpad& operator=(const Touchpad&) = delete;
@@ -52,7 +53,7 @@ private:
   };
 
   Touchpad(int descriptor, libevdev* device, std::int32_t number, Handlers handlers);
-  bool readAxes(std::string& cause);
+  Result<> readAxes();
   DescriptorWatch::Rest readEvents(DescriptorWatch::State state);
   void report();
   bool isFinger(unsigned slot) const;

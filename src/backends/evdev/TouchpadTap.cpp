@@ -46,12 +46,12 @@ void TouchpadTap::open(const TouchpadDevice& device) {
     if (isPinching && isEnabled()) m_handlers.magnified();
   };
   const auto vanished = [this, path = device.systemPath] { remove(path); };
-  std::string cause;
-  auto touchpad = Touchpad::open(device, ++m_lastNumber, {changed, vanished}, cause);
-  if (!touchpad) {
-    Log::warning(description(device) + " gives no gestures: " + cause);
+  auto opened = Touchpad::open(device, ++m_lastNumber, {changed, vanished});
+  if (!opened) {
+    Log::warning(description(device) + " gives no gestures: " + opened.cause());
     return;
   }
+  auto touchpad = *std::move(opened);
   if (touchpad->slotCount() < kFingersOfGestures)
     Log::warning(description(device) + " tells only " + std::to_string(touchpad->slotCount()) +
                  " fingers apart; gestures of three and four do nothing on it");

@@ -79,7 +79,7 @@ void AppDelegate::makeTrustedIfNeccessary() {
   EventTaps& eventTaps = Platform::current().eventTaps;
   if (eventTaps.isTrusted()) return;
   Log::warning("we're not trusted");
-  if (eventTaps.unreadableTouchpad()) TouchpadAccessNotice::deliverOnce(m_touchpadAccessCommand);
+  if (!eventTaps.checkTouchpadAccess()) TouchpadAccessNotice::deliverOnce(m_touchpadAccessCommand);
 }
 
 void AppDelegate::openSettings() {

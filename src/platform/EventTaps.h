@@ -3,12 +3,11 @@
 #pragma once
 
 #include "foundation/Geometry.h"
+#include "foundation/Result.h"
 
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <optional>
-#include <string>
 #include <vector>
 
 namespace orbel {
@@ -52,9 +51,9 @@ public:
 
   // Whether the process may listen at all; asks the user for it where the desktop has a way to ask.
   virtual bool isTrusted() = 0;
-  // A touchpad that is there and that the process may not read, named with the cause; empty when all may be
-  // read. Its fingers are not told until the user grants access.
-  virtual std::optional<std::string> unreadableTouchpad() { return std::nullopt; }
+  // Fails when there is a touchpad that the process may not read; the cause names it. Its fingers are not
+  // reported until the user grants access.
+  virtual Result<> checkTouchpadAccess() { return {}; }
 };
 
 } // namespace orbel

@@ -488,7 +488,7 @@ TEST_F(AppDelegateTest, MissingTrustWithoutATouchpadIsOnlyLogged) {
 
 TEST_F(AppDelegateTest, AnUnreadableTouchpadIsToldWithTheCommandThatGrantsAccess) {
   platform.eventTaps.trusted = false;
-  platform.eventTaps.unreadable = "Touchpad: permission denied";
+  platform.eventTaps.touchpadAccess = Failure{"Touchpad: permission denied"};
   platform.text.translations["Orbel Menu may not read the touchpad"] = "Titel";
   start();
   ASSERT_EQ(platform.userNotifications.delivered.size(), 1u);
@@ -498,7 +498,7 @@ TEST_F(AppDelegateTest, AnUnreadableTouchpadIsToldWithTheCommandThatGrantsAccess
 
 TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {
   platform.eventTaps.trusted = false;
-  platform.eventTaps.unreadable = "Touchpad: permission denied";
+  platform.eventTaps.touchpadAccess = Failure{"Touchpad: permission denied"};
   start();
   platform.userNotifications.answer(true);
   AppDelegate second([] {}, kAccessCommand);
@@ -509,7 +509,7 @@ TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {
 
 TEST_F(AppDelegateTest, AMessageThatNobodyShowedIsTriedAgainAtTheNextStart) {
   platform.eventTaps.trusted = false;
-  platform.eventTaps.unreadable = "Touchpad: permission denied";
+  platform.eventTaps.touchpadAccess = Failure{"Touchpad: permission denied"};
   start();
   platform.userNotifications.answer(false);
   AppDelegate second([] {}, kAccessCommand);

@@ -190,7 +190,7 @@ public:
     return makeTap({"touch", {}, {}, std::move(handlers)});
   }
   bool isTrusted() override { return trusted; }
-  std::optional<std::string> unreadableTouchpad() override { return unreadable; }
+  Result<> checkTouchpadAccess() override { return touchpadAccess; }
   bool isEnabled(const std::string& kind) const {
     for (const auto& tap : taps) {
       if (tap->alive && tap->kind == kind) return tap->enabled;
@@ -223,7 +223,7 @@ public:
   std::vector<std::shared_ptr<TapState>> taps; // in the order of creation
   bool trusted = true;
   bool movementsAreTold = true; // false: a display that keeps them to itself
-  std::optional<std::string> unreadable;
+  Result<> touchpadAccess;
 
 private:
   class FakeTap : public EventTap {

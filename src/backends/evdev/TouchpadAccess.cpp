@@ -25,14 +25,14 @@ std::string shellWord(const std::string& text) {
 }
 } // namespace
 
-std::optional<std::string> TouchpadAccess::unreadable() {
+Result<> TouchpadAccess::check() {
   for (const TouchpadDevice& device : TouchpadWatch::present()) {
     // Opened as the tap would: access control lists and sandboxes count, too.
     const int descriptor = open(device.node.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC);
-    if (descriptor < 0) return description(device) + ": " + std::strerror(errno);
+    if (descriptor < 0) return Failure{description(device) + ": " + std::strerror(errno)};
     close(descriptor);
   }
-  return std::nullopt;
+  return {};
 }
 
 std::string TouchpadAccess::grantingCommand(const std::string& executable) {

@@ -44,14 +44,14 @@ std::unique_ptr<EventTap> X11EventTaps::makeTouchTap(TouchHandlers handlers) {
 }
 
 bool X11EventTaps::isTrusted() {
-  const auto touchpad = unreadableTouchpad();
-  if (touchpad) Log::warning("may not read " + *touchpad);
+  const auto access = checkTouchpadAccess();
+  if (!access) Log::warning("may not read " + access.cause());
   // Every client of an X server may listen to raw input.
-  return m_pointer.isAvailable() && !touchpad;
+  return m_pointer.isAvailable() && access;
 }
 
-std::optional<std::string> X11EventTaps::unreadableTouchpad() {
-  return m_touches.unreadableTouchpad ? m_touches.unreadableTouchpad() : std::nullopt;
+Result<> X11EventTaps::checkTouchpadAccess() {
+  return m_touches.checkAccess ? m_touches.checkAccess() : Result<>();
 }
 
 void X11EventTaps::drain() {

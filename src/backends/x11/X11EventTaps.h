@@ -12,7 +12,7 @@ class RawPointer;
 // Where touches come from. Either block may be empty.
 struct TouchSource {
   std::function<std::unique_ptr<EventTap>(TouchHandlers)> makeTap;
-  std::function<std::optional<std::string>()> unreadableTouchpad; // as the event taps tell it
+  std::function<Result<>()> checkAccess; // as the event taps'
 };
 
 class X11EventTaps : public EventTaps {
@@ -26,7 +26,7 @@ public:
   // Without a source the tap does nothing and says so in the log when it is enabled.
   std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) override;
   bool isTrusted() override;
-  std::optional<std::string> unreadableTouchpad() override;
+  Result<> checkTouchpadAccess() override;
 
   // Lets the taps handle what happened before this call. A window of ours calls it before it acts on a
   // release.

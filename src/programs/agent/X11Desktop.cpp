@@ -15,7 +15,7 @@ x11::TouchSource touchpads() {
   return {
       .makeTap =
           [](TouchHandlers handlers) { return std::make_unique<evdev::TouchpadTap>(std::move(handlers)); },
-      .unreadableTouchpad = evdev::TouchpadAccess::unreadable,
+      .checkAccess = evdev::TouchpadAccess::check,
   };
 }
 } // namespace

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/Registration.h"
+#include "foundation/Result.h"
 #include "scene/Event.h"
 
 #include <functional>
@@ -20,9 +21,9 @@ public:
   };
   virtual ~KeyRecorder() = default;
 
-  // Listens while the registration lives, which may end from within a handler. One recording at a time. Empty
-  // when the keyboard cannot be taken (logged).
-  virtual Registration record(Handlers handlers) = 0;
+  // Listens while the registration lives, which may end from within a handler. One recording at a time. Fails
+  // when the keyboard cannot be taken.
+  virtual Result<Registration> record(Handlers handlers) = 0;
 };
 
 } // namespace orbel

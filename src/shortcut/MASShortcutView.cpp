@@ -174,16 +174,16 @@ void MASShortcutView::listenToKeyboard(bool listens) {
   }
   const auto weakView = weak_from_this();
   const auto view = [weakView] { return std::static_pointer_cast<MASShortcutView>(weakView.lock()); };
-  m_keyboard = m_keyRecorder.record({[view](const KeyEvent& event) {
-                                       const auto self = view();
-                                       return self && self->keyPressed(event);
-                                     },
-                                     [view] {
-                                       if (const auto self = view()) self->setRecording(false);
-                                     }});
-  if (m_keyboard) return;
-  Log::warning("no shortcut can be recorded: the keyboard cannot be taken");
-  setRecording(false);
+  auto keyboard = m_keyRecorder.record({[view](const KeyEvent& event) {
+                                          const auto self = view();
+                                          return self && self->keyPressed(event);
+                                        },
+                                        [view] {
+                                          if (const auto self = view()) self->setRecording(false);
+                                        }});
+  if (!keyboard) Log::warning("no shortcut can be recorded: " + keyboard.cause());
+  m_keyboard = std::move(keyboard).valueOr({});
+  if (!m_keyboard) setRecording(false);
 }
 
 bool MASShortcutView::keyPressed(const KeyEvent& event) {

@@ -13,8 +13,8 @@ class FakeKeyRecorder : public KeyRecorder {
 public:
   enum class Delivery { nobody, swallowed, passedOn };
 
-  Registration record(Handlers handlers) override {
-    if (!recordSucceeds) return {};
+  Result<Registration> record(Handlers handlers) override {
+    if (!recordSucceeds) return Failure{"the keyboard is held"};
     ++recordings;
     auto entry = std::make_shared<Handlers>(std::move(handlers));
     *m_current = entry;

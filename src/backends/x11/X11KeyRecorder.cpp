@@ -47,8 +47,10 @@ X11KeyRecorder::~X11KeyRecorder() {
   m_connection.flush();
 }
 
-Registration X11KeyRecorder::record(Handlers handlers) {
-  if (m_keyboard != Keyboard::ours && !takeKeyboard()) return {};
+Result<Registration> X11KeyRecorder::record(Handlers handlers) {
+  if (m_keyboard != Keyboard::ours) {
+    if (const auto taken = takeKeyboard(); !taken) return taken.failure();
+  }
   const auto recording = std::make_shared<Handlers>(std::move(handlers));
   m_recording = recording;
   m_endingKey = 0;
@@ -68,11 +70,11 @@ void X11KeyRecorder::end(const std::shared_ptr<Handlers>& recording) {
   if (!m_isTelling) releaseKeyboard();
 }
 
-bool X11KeyRecorder::takeKeyboard() {
+Result<> X11KeyRecorder::takeKeyboard() {
   const xcb_window_t focused = m_focusedWindow.current();
   // On the focused window the grab is no change of the focus in the eyes of its toolkit.
   xcb_grab_status_t status = focused == XCB_NONE ? XCB_GRAB_STATUS_NOT_VIEWABLE : grabOn(focused);
-  if (status == XCB_GRAB_STATUS_ALREADY_GRABBED && m_keyboard == Keyboard::awaited) return true;
+  if (status == XCB_GRAB_STATUS_ALREADY_GRABBED && m_keyboard == Keyboard::awaited) return {};
   if (status == XCB_GRAB_STATUS_ALREADY_GRABBED) {
     m_keyboard = Keyboard::awaited;
     // The window gets the focus back when a grab elsewhere ends.
@@ -81,7 +83,7 @@ bool X11KeyRecorder::takeKeyboard() {
     status = grabOn(focused);
     if (status == XCB_GRAB_STATUS_ALREADY_GRABBED) {
       Log::warning("another program holds the keyboard; the shortcut is recorded once it lets go");
-      return true;
+      return {};
     }
   }
   xcb_window_t window = focused;
@@ -92,11 +94,10 @@ bool X11KeyRecorder::takeKeyboard() {
   }
   if (status == XCB_GRAB_STATUS_SUCCESS) {
     keyboardTaken(window);
-    return true;
+    return {};
   }
-  Log::warning("the keyboard cannot be taken: " + describe(status));
   releaseKeyboard();
-  return false;
+  return Failure{"the keyboard cannot be taken: " + describe(status)};
 }
 
 xcb_grab_status_t X11KeyRecorder::grabOn(xcb_window_t window) {
@@ -180,8 +181,11 @@ void X11KeyRecorder::handleEvent(const xcb_generic_event_t& event) {
 }
 
 void X11KeyRecorder::handleFocusIn(const xcb_focus_in_event_t& focusIn) {
-  if (m_keyboard == Keyboard::awaited && focusIn.mode == XCB_NOTIFY_MODE_UNGRAB && !takeKeyboard())
-    tellFocusLoss();
+  if (m_keyboard != Keyboard::awaited || focusIn.mode != XCB_NOTIFY_MODE_UNGRAB) return;
+  const auto taken = takeKeyboard();
+  if (taken) return;
+  Log::warning(taken.cause());
+  tellFocusLoss();
 }
 
 void X11KeyRecorder::handleFocusOut(const xcb_focus_out_event_t& focusOut) {

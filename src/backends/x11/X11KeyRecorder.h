@@ -31,7 +31,7 @@ public:
   // for it to let go (logged); without a focused window nobody would tell, so then it fails. A key that is
   // held when the recording starts is told only when it is pressed again. The key that ends a recording stays
   // ours until it is released or the window loses the focus, so that its repetitions reach nobody.
-  Registration record(Handlers handlers) override;
+  Result<Registration> record(Handlers handlers) override;
 
 private:
   enum class Keyboard { free, awaited, ours };
@@ -45,7 +45,7 @@ private:
   void handleModifiers(const XkbEvents::ModifierChange& change);
   void passOn(const xcb_key_press_event_t& press);
 
-  bool takeKeyboard(); // whether it is ours, or will be
+  Result<> takeKeyboard(); // it is ours, or will be
   xcb_grab_status_t grabOn(xcb_window_t window);
   void watchFocusOf(xcb_window_t window);
   void keyboardTaken(xcb_window_t window);

@@ -1,5 +1,6 @@
 #include "app/TouchpadAccessNotice.h"
 
+#include "foundation/Log.h"
 #include "platform/Platform.h"
 #include "settings/SettingsKeys.h"
 
@@ -17,8 +18,9 @@ void TouchpadAccessNotice::deliverOnce(const std::string& command) {
   if (const auto place = text.find(kPlaceholder); place != std::string::npos)
     text.replace(place, kPlaceholder.size(), command);
   platform.userNotifications.deliver(
-      {platform.text.localized("Orbel Menu may not read the touchpad"), text}, [](bool isTaken) {
-        if (!isTaken) return;
+      {platform.text.localized("Orbel Menu may not read the touchpad"), text}, [](const Result<>& taken) {
+        Log::warningIfFailed(taken);
+        if (!taken) return;
         Platform::current().preferences.setObject(kToldOfTouchpadAccessKey, true);
       });
 }

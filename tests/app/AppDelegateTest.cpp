@@ -500,7 +500,7 @@ TEST_F(AppDelegateTest, TheUserIsToldOfTheTouchpadOnceEver) {
   platform.eventTaps.trusted = false;
   platform.eventTaps.touchpadAccess = Failure{"Touchpad: permission denied"};
   start();
-  platform.userNotifications.answer(true);
+  platform.userNotifications.answer({});
   AppDelegate second([] {}, kAccessCommand);
   second.applicationDidFinishLaunching();
   EXPECT_EQ(platform.userNotifications.delivered.size(), 1u);
@@ -511,7 +511,9 @@ TEST_F(AppDelegateTest, AMessageThatNobodyShowedIsTriedAgainAtTheNextStart) {
   platform.eventTaps.trusted = false;
   platform.eventTaps.touchpadAccess = Failure{"Touchpad: permission denied"};
   start();
-  platform.userNotifications.answer(false);
+  platform.logged.clear();
+  platform.userNotifications.answer(Failure{"nobody shows messages"});
+  EXPECT_EQ(platform.logged, std::vector<std::string>{"nobody shows messages"});
   AppDelegate second([] {}, kAccessCommand);
   second.applicationDidFinishLaunching();
   EXPECT_EQ(platform.userNotifications.delivered.size(), 2u);

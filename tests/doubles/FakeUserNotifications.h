@@ -11,18 +11,18 @@ namespace orbel {
 
 class FakeUserNotifications : public UserNotifications {
 public:
-  void deliver(const UserNotification& notification, std::function<void(bool)> done) override {
+  void deliver(const UserNotification& notification, std::function<void(const Result<>&)> done) override {
     delivered.push_back(notification);
     m_done = std::move(done);
   }
-  void answer(bool isTaken) {
-    if (const auto done = std::exchange(m_done, nullptr)) done(isTaken);
+  void answer(const Result<>& taken) {
+    if (const auto done = std::exchange(m_done, nullptr)) done(taken);
   }
 
   std::vector<UserNotification> delivered;
 
 private:
-  std::function<void(bool)> m_done;
+  std::function<void(const Result<>&)> m_done;
 };
 
 } // namespace orbel

@@ -1,7 +1,5 @@
 #include "backends/qt/session/DesktopNotifications.h"
 
-#include "foundation/Log.h"
-
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
 #include <QDBusPendingReply>
@@ -20,17 +18,20 @@ constexpr auto kIcon = "org.orbelmenu.OrbelMenu";
 constexpr uint kReplacesNone = 0;
 constexpr int kServersOwnTime = -1;
 
-void tell(const std::function<void(bool)>& done, bool isTaken) {
-  if (done) done(isTaken);
+using Done = std::function<void(const Result<>& taken)>;
+
+void tell(const Done& done, const Result<>& taken) {
+  if (done) done(taken);
 }
 } // namespace
 
 DesktopNotifications::DesktopNotifications(QDBusConnection bus) : m_bus(std::move(bus)) {}
 
-void DesktopNotifications::deliver(const UserNotification& notification, std::function<void(bool)> done) {
+void DesktopNotifications::deliver(const UserNotification& notification, Done done) {
   if (!m_bus.isConnected()) {
-    Log::warning("There is no session bus to show a notification by: " + notification.text);
-    QTimer::singleShot(0, &m_pending, [done = std::move(done)] { tell(done, false); });
+    Failure failure{"There is no session bus to show a notification by: " + notification.text};
+    QTimer::singleShot(0, &m_pending,
+                       [done = std::move(done), failure = std::move(failure)] { tell(done, failure); });
     return;
   }
   auto call = QDBusMessage::createMethodCall(QLatin1String(kService), QLatin1String(kPath),
@@ -44,12 +45,13 @@ void DesktopNotifications::deliver(const UserNotification& notification, std::fu
   QObject::connect(answer, &QDBusPendingCallWatcher::finished, &m_pending,
                    [done = std::move(done)](QDBusPendingCallWatcher* finished) {
                      const QDBusPendingReply<uint> number = *finished;
-                     if (!number.isValid()) {
-                       Log::warning("The desktop shows no notifications: " +
-                                    number.error().message().toStdString());
-                     }
                      finished->deleteLater();
-                     tell(done, number.isValid());
+                     if (number.isValid()) {
+                       tell(done, {});
+                     } else {
+                       tell(done, Failure{"The desktop shows no notifications: " +
+                                          number.error().message().toStdString()});
+                     }
                    });
 }
 

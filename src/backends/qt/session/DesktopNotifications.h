@@ -13,7 +13,8 @@ class DesktopNotifications final : public UserNotifications {
 public:
   explicit DesktopNotifications(QDBusConnection bus = QDBusConnection::sessionBus());
 
-  void deliver(const UserNotification& notification, std::function<void(bool isTaken)> done) override;
+  void deliver(const UserNotification& notification,
+               std::function<void(const Result<>& taken)> done) override;
 
 private:
   QDBusConnection m_bus;

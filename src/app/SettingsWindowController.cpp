@@ -1,5 +1,6 @@
 #include "app/SettingsWindowController.h"
 
+#include "foundation/Log.h"
 #include "platform/Platform.h"
 #include "settings/AppSettings.h"
 #include "settings/SettingsKeys.h"
@@ -169,13 +170,15 @@ void SettingsWindowController::helpClicked() {
   m_playerView = std::make_shared<BezelView>(Rect({}, kHelpVideoSize));
   // What is seen until the first frame comes, and where none ever does.
   m_playerView->setImage(Platform::current().videoPlayers.still(kHelpVideo, kHelpVideoSize));
-  m_threeFingerRestPlayer = Platform::current().videoPlayers.load(
+  auto player = Platform::current().videoPlayers.load(
       kHelpVideo, kHelpVideoExtension,
       {.frameReady =
            [view = std::weak_ptr(m_playerView)](ImagePointer frame) {
              if (const auto playerView = view.lock()) playerView->setImage(std::move(frame));
            },
        .didPlayToEnd = weakly(&SettingsWindowController::videoPlayerItemDidReachEnd)});
+  Log::warningIfFailed(player);
+  m_threeFingerRestPlayer = std::move(player).valueOr(nullptr);
   m_threeFingerRestPopover->setContent(
       {{.view = m_playerView, .accessibleName = localized("How to rest three fingers")}}, 1);
   if (m_threeFingerRestPlayer) m_threeFingerRestPlayer->seekToStart();

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/Geometry.h"
+#include "foundation/Result.h"
 #include "scene/Image.h"
 
 #include <functional>
@@ -31,10 +32,10 @@ public:
   // A picture of that size that stands in for the video where no frame of it is there; empty when there is
   // none.
   virtual ImagePointer still(const std::string& resource, Size size) = 0;
-  // The resource of that name and extension, at its start and not playing. Empty when it cannot be played
-  // (logged); where that shows only later it is logged then, and no frame ever comes.
-  virtual std::unique_ptr<VideoPlayer> load(const std::string& resource, const std::string& extension,
-                                            VideoPlayerHandlers handlers) = 0;
+  // The resource of that name and extension, at its start and not playing. Fails when it cannot be played;
+  // where that shows only later it is logged then, and no frame ever comes.
+  virtual Result<std::unique_ptr<VideoPlayer>> load(const std::string& resource, const std::string& extension,
+                                                    VideoPlayerHandlers handlers) = 0;
 };
 
 } // namespace orbel

@@ -420,6 +420,7 @@ TEST_F(SettingsWindowControllerTest, FramesOfTheHelpVideoReplaceTheStillPicture)
 TEST_F(SettingsWindowControllerTest, WithoutAPlayerTheHelpIsAStillPicture) {
   platform.videoPlayers.loadSucceeds = false;
   shown().press("helpButton");
+  EXPECT_EQ(platform.logged, std::vector<std::string>{"the video ThreeFingerRest.mp4 cannot be played"});
   const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
   EXPECT_TRUE(popover.isShown());
   const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);

@@ -16,10 +16,10 @@ public:
     lastStill = Image::withBitmap(size, Bitmap(2, 2));
     return lastStill;
   }
-  std::unique_ptr<VideoPlayer> load(const std::string& resource, const std::string& extension,
-                                    VideoPlayerHandlers newHandlers) override {
+  Result<std::unique_ptr<VideoPlayer>> load(const std::string& resource, const std::string& extension,
+                                            VideoPlayerHandlers newHandlers) override {
     loaded.push_back(resource + "." + extension);
-    if (!loadSucceeds) return nullptr;
+    if (!loadSucceeds) return Failure{"the video " + loaded.back() + " cannot be played"};
     handlers = std::move(newHandlers);
     return std::make_unique<Player>(*this);
   }

@@ -2,7 +2,6 @@
 
 #include "backends/qt/resources/OwnResources.h"
 #include "backends/qt/video/VideoProcess.h"
-#include "foundation/Log.h"
 
 #include <QCoreApplication>
 #include <QFileInfo>
@@ -46,13 +45,13 @@ ImagePointer QtVideoPlayers::still(const std::string& resource, Size size) {
   });
 }
 
-std::unique_ptr<VideoPlayer> QtVideoPlayers::load(const std::string& resource, const std::string& extension,
-                                                  VideoPlayerHandlers handlers) {
+Result<std::unique_ptr<VideoPlayer>> QtVideoPlayers::load(const std::string& resource,
+                                                          const std::string& extension,
+                                                          VideoPlayerHandlers handlers) {
   const std::string video = resource + '.' + extension;
   if (!QFileInfo(m_program).isExecutable()) {
-    Log::warning("the video " + video + " is shown as a still picture: there is no program " +
-                 m_program.toStdString());
-    return nullptr;
+    return Failure{"the video " + video + " is shown as a still picture: there is no program " +
+                   m_program.toStdString()};
   }
   return std::make_unique<VideoProcess>(m_program, video, std::move(handlers));
 }

@@ -20,8 +20,8 @@ public:
   static QString findProgram();
 
   ImagePointer still(const std::string& resource, Size size) override;
-  std::unique_ptr<VideoPlayer> load(const std::string& resource, const std::string& extension,
-                                    VideoPlayerHandlers handlers) override;
+  Result<std::unique_ptr<VideoPlayer>> load(const std::string& resource, const std::string& extension,
+                                            VideoPlayerHandlers handlers) override;
 
 private:
   QString m_program;

@@ -66,11 +66,10 @@ public:
 private:
   class WorkspaceWithBookmarks : public FakeWorkspace {
   public:
-    PropertyList::Data makeBookmark(const std::string& path,
-                                    std::optional<WorkspaceError>* error) const override {
-      return m_bookmarks.make(path, error);
+    Result<PropertyList::Data> makeBookmark(const std::string& path) const override {
+      return m_bookmarks.make(path);
     }
-    ResolvedBookmark resolveBookmark(const PropertyList::Data& data) const override {
+    Result<ResolvedBookmark> resolveBookmark(const PropertyList::Data& data) const override {
       return m_bookmarks.resolve(data);
     }
 

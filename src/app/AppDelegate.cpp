@@ -71,7 +71,7 @@ void AppDelegate::applicationWillTerminate() {
   m_statusItem = nullptr;
   m_settingsWindowController = nullptr;
   MASShortcut::setMainMenu({});
-  Platform::current().preferences.synchronize();
+  static_cast<void>(Platform::current().preferences.synchronize()); // the store logs a failure
   CompanionToolkit::terminate();
 }
 

@@ -140,7 +140,7 @@ void SettingsWindowController::swiftModeInfoClicked() {
 }
 
 void SettingsWindowController::websiteClicked() {
-  Platform::current().workspace.openUrl(kWebsite);
+  Log::warningIfFailed(Platform::current().workspace.openUrl(kWebsite));
 }
 
 void SettingsWindowController::quitClicked() {

@@ -1,5 +1,6 @@
 #include "controllers/CompanionToolkit.h"
 
+#include "foundation/Log.h"
 #include "platform/Platform.h"
 #include "protocols/companion/CompanionUrl.h"
 
@@ -11,11 +12,14 @@ bool CompanionToolkit::isAvailable() {
 }
 
 void CompanionToolkit::start() {
-  if (isAvailable()) Platform::current().workspace.openUrl(CompanionUrl::compose(CompanionUrl::Start{}));
+  if (!isAvailable()) return;
+  Log::warningIfFailed(Platform::current().workspace.openUrl(CompanionUrl::compose(CompanionUrl::Start{})));
 }
 
 void CompanionToolkit::terminate() {
-  if (isAvailable()) Platform::current().workspace.openUrl(CompanionUrl::compose(CompanionUrl::Terminate{}));
+  if (!isAvailable()) return;
+  Log::warningIfFailed(
+      Platform::current().workspace.openUrl(CompanionUrl::compose(CompanionUrl::Terminate{})));
 }
 
 } // namespace orbel

@@ -1,10 +1,8 @@
 #include "foundation/KeyedArchive.h"
 
-#include "foundation/Log.h"
 #include "foundation/PropertyListCoder.h"
 
 #include <utility>
-#include <variant>
 
 namespace orbel {
 
@@ -46,9 +44,8 @@ std::optional<KeyedArchive::Object> objectFrom(const PropertyList& stored,
   return object;
 }
 
-std::optional<KeyedArchive::Object> refuse(const std::string& cause) {
-  Log::warning("a stored archive cannot be read: " + cause);
-  return std::nullopt;
+Failure refusal(const std::string& cause) {
+  return {"a stored archive cannot be read: " + cause};
 }
 
 } // namespace
@@ -71,21 +68,20 @@ PropertyList::Data KeyedArchive::archive(const std::optional<Object>& root) {
   return PropertyListCoder::write(archive, PropertyListCoder::Format::binary);
 }
 
-std::optional<KeyedArchive::Object> KeyedArchive::unarchive(const PropertyList::Data& data) {
-  const PropertyListCoder::Result result = PropertyListCoder::read(data);
-  if (const auto* failure = std::get_if<PropertyListCoder::Failure>(&result)) return refuse(failure->cause);
-  const PropertyList& archive = std::get<PropertyList>(result);
-  const PropertyList* archiver = archive.find("$archiver");
+Result<std::optional<KeyedArchive::Object>> KeyedArchive::unarchive(const PropertyList::Data& data) {
+  const auto archive = PropertyListCoder::read(data);
+  if (!archive) return refusal(archive.cause());
+  const PropertyList* archiver = archive->find("$archiver");
   if (!archiver || !archiver->string() || *archiver->string() != kArchiver)
-    return refuse("it is no keyed archive");
-  const PropertyList* objects = archive.find("$objects");
-  if (!objects || !objects->list()) return refuse("it has no list of objects");
-  const PropertyList* top = archive.find("$top");
+    return refusal("it is no keyed archive");
+  const PropertyList* objects = archive->find("$objects");
+  if (!objects || !objects->list()) return refusal("it has no list of objects");
+  const PropertyList* top = archive->find("$top");
   const PropertyList* root = top ? referenced(top->find("root"), *objects->list()) : nullptr;
-  if (!root) return refuse("its root leads to no object");
+  if (!root) return refusal("its root leads to no object");
   if (isNull(*root)) return std::nullopt;
   auto object = objectFrom(*root, *objects->list());
-  if (!object) return refuse("its root is no object of a named class");
+  if (!object) return refusal("its root is no object of a named class");
   return object;
 }
 

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "foundation/PropertyList.h"
+#include "foundation/Result.h"
 
 #include <cstdint>
 #include <map>
@@ -23,8 +24,8 @@ public:
   // The archive of the object, or of nothing (its root is the "$null" object).
   static PropertyList::Data archive(const std::optional<Object>& root);
 
-  // The root object; nothing when the archive is of nothing, or when the bytes are no such archive (logged).
-  static std::optional<Object> unarchive(const PropertyList::Data& data);
+  // The root object, or nothing when the archive is of nothing. Fails when the bytes are no such archive.
+  static Result<std::optional<Object>> unarchive(const PropertyList::Data& data);
 };
 
 } // namespace orbel

@@ -225,7 +225,7 @@ PropertyList::Data binaryScalar(Node node) {
 
 } // namespace
 
-PropertyListCoder::Result PropertyListCoder::read(std::span<const std::byte> bytes) {
+Result<PropertyList> PropertyListCoder::read(std::span<const std::byte> bytes) {
   if (auto cause = PropertyListGuard::objection(bytes)) return Failure{*std::move(cause)};
   std::string_view text(reinterpret_cast<const char*>(bytes.data()), bytes.size());
   constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF"; // the library stumbles over one

@@ -3,25 +3,20 @@
 #pragma once
 
 #include "foundation/PropertyList.h"
+#include "foundation/Result.h"
 
 #include <cstddef>
 #include <span>
-#include <string>
-#include <variant>
 
 namespace orbel {
 
 class PropertyListCoder {
 public:
   enum class Format { xml, binary };
-  struct Failure {
-    std::string cause; // readable, for the log
-  };
-  using Result = std::variant<PropertyList, Failure>;
 
   // Reads either form. A failure names what is wrong with the bytes. An integer beyond 64 signed bits becomes
   // the nearest double, text that is not UTF-8 is repaired as below, and a text ends at a NUL inside of it.
-  static Result read(std::span<const std::byte> bytes);
+  static Result<PropertyList> read(std::span<const std::byte> bytes);
 
   // Never fails: every PropertyList has both forms. Text that is not UTF-8 has its bad bytes replaced by
   // U+FFFD, and so are NUL and, in XML, the other characters that XML forbids. Dates keep microseconds in the

@@ -43,8 +43,8 @@ ImagePointer AppMenuItem::image() const {
 
 void AppMenuItem::open() {
   if (!url()) return;
-  const auto error = Platform::current().workspace.launchApplicationAtPath(*url());
-  if (error) Log::error(error->cause);
+  const auto launched = Platform::current().workspace.launchApplicationAtPath(*url());
+  if (!launched) Log::error(launched.cause());
 }
 
 bool AppMenuItem::isRunning() const {
@@ -56,7 +56,7 @@ bool AppMenuItem::canOpenPath(const std::string& /*path*/) const {
 }
 
 void AppMenuItem::openPath(const std::string& path) {
-  if (url()) Platform::current().workspace.openFileWithApplication(path, *url());
+  if (url()) Log::warningIfFailed(Platform::current().workspace.openFileWithApplication(path, *url()));
 }
 
 void AppMenuItem::quit() {

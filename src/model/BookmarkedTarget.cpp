@@ -11,16 +11,17 @@ namespace orbel {
 
 namespace {
 // The empty path leads nowhere, and as a prefix it would match every other.
-std::optional<std::string> meaningful(std::optional<std::string> path) {
-  return path && !path->empty() ? std::move(path) : std::nullopt;
+std::optional<std::string> meaningful(std::string path) {
+  return path.empty() ? std::nullopt : std::optional(std::move(path));
 }
 } // namespace
 
 BookmarkedTarget BookmarkedTarget::withPath(const std::string& path) {
   const Workspace& workspace = Platform::current().workspace;
   BookmarkedTarget target;
-  target.m_bookmarkData = workspace.makeBookmark(path, nullptr);
-  target.m_path = meaningful(workspace.resolveBookmark(target.m_bookmarkData).path);
+  target.m_bookmarkData = workspace.makeBookmark(path).valueOr({});
+  if (auto resolved = workspace.resolveBookmark(target.m_bookmarkData))
+    target.m_path = meaningful(std::move(resolved->path));
   return target;
 }
 
@@ -29,20 +30,23 @@ BookmarkedTarget BookmarkedTarget::withDictionaryRepresentation(const PropertyLi
   BookmarkedTarget target;
   const PropertyList* stored = dictionary.find(StoredItem::kBookmarkDataKey);
   if (stored && stored->data()) target.m_bookmarkData = *stored->data();
-  ResolvedBookmark resolved = workspace.resolveBookmark(target.m_bookmarkData);
-  target.m_path = meaningful(std::move(resolved.path));
-  target.m_isUnreachable = resolved.error && !target.m_path;
-  if (resolved.error) Log::warning(resolved.error->cause);
-  if (resolved.isStale && target.m_path) target.renewBookmark();
+  auto resolved = workspace.resolveBookmark(target.m_bookmarkData);
+  if (!resolved) {
+    Log::warning(resolved.cause());
+    target.m_isUnreachable = true;
+    return target;
+  }
+  if (resolved->drawback) Log::warning(resolved->drawback->cause);
+  target.m_path = meaningful(std::move(resolved->path));
+  if (resolved->isStale && target.m_path) target.renewBookmark();
   return target;
 }
 
 void BookmarkedTarget::renewBookmark() {
-  std::optional<WorkspaceError> error;
-  auto fresh = Platform::current().workspace.makeBookmark(*m_path, &error);
-  if (error) Log::warning(error->cause);
-  // A stale bookmark still leads to its target; an empty one would lose it.
-  if (!fresh.empty()) m_bookmarkData = std::move(fresh);
+  auto fresh = Platform::current().workspace.makeBookmark(*m_path);
+  Log::warningIfFailed(fresh);
+  // A stale bookmark still leads to its target.
+  if (fresh) m_bookmarkData = *std::move(fresh);
 }
 
 ImagePointer BookmarkedTarget::icon(const std::string& identity) const {

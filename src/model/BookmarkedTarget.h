@@ -25,7 +25,7 @@ public:
   const PropertyList::Data& bookmarkData() const { return m_bookmarkData; }
   // The absolute path the bookmark resolved to; none when that failed.
   const std::optional<std::string>& path() const { return m_path; }
-  // Resolving gave an error and no path.
+  // Resolving failed.
   bool isUnreachable() const { return m_isUnreachable; }
 
   // The workspace's icon of the path, kept in the image cache under the identity. A target without a path has

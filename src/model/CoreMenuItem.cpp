@@ -1,5 +1,6 @@
 #include "model/CoreMenuItem.h"
 
+#include "foundation/Log.h"
 #include "model/StoredItem.h"
 #include "platform/Platform.h"
 
@@ -24,7 +25,7 @@ ImagePointer CoreMenuItem::image() const {
 }
 
 void CoreMenuItem::open() {
-  if (m_name) Platform::current().workspace.launchApplication(*m_name);
+  if (m_name) Log::warningIfFailed(Platform::current().workspace.launchApplication(*m_name));
 }
 
 bool CoreMenuItem::isRunning() const {
@@ -36,7 +37,7 @@ bool CoreMenuItem::canOpenPath(const std::string& /*path*/) const {
 }
 
 void CoreMenuItem::openPath(const std::string& path) {
-  if (m_name) Platform::current().workspace.openFileWithApplication(path, *m_name);
+  if (m_name) Log::warningIfFailed(Platform::current().workspace.openFileWithApplication(path, *m_name));
 }
 
 void CoreMenuItem::quit() {

@@ -1,5 +1,6 @@
 #include "model/FileMenuItem.h"
 
+#include "foundation/Log.h"
 #include "model/StoredItem.h"
 #include "platform/Platform.h"
 
@@ -36,10 +37,10 @@ void FileMenuItem::open() {
   case Workspace::FileKind::missing:
     return;
   case Workspace::FileKind::file:
-    workspace.openFile(*url());
+    Log::warningIfFailed(workspace.openFile(*url()));
     return;
   case Workspace::FileKind::directory:
-    workspace.showFolder(*url());
+    Log::warningIfFailed(workspace.showFolder(*url()));
     return;
   }
 }
@@ -71,7 +72,7 @@ std::optional<std::vector<std::string>> FileMenuItem::openWithAppPaths() const {
 }
 
 void FileMenuItem::openWithAppPath(const std::string& appPath) {
-  if (url()) Platform::current().workspace.openFileWithApplication(*url(), appPath);
+  if (url()) Log::warningIfFailed(Platform::current().workspace.openFileWithApplication(*url(), appPath));
 }
 
 std::optional<PropertyList> FileMenuItem::dictionaryRepresentation() const {

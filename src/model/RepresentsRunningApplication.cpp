@@ -1,5 +1,6 @@
 #include "model/RepresentsRunningApplication.h"
 
+#include "foundation/Log.h"
 #include "platform/Platform.h"
 #include "protocols/companion/CompanionUrl.h"
 
@@ -20,8 +21,8 @@ bool RepresentsRunningApplication::canAskToQuit() const {
 void RepresentsRunningApplication::quitFirstRepresentedApplication() const {
   const auto application = firstRepresentedApplication();
   if (!application || !application->canBeAskedToClose()) return;
-  Platform::current().workspace.openUrl(
-      CompanionUrl::compose(CompanionUrl::Quit{application->processIdentifier()}));
+  Log::warningIfFailed(Platform::current().workspace.openUrl(
+      CompanionUrl::compose(CompanionUrl::Quit{application->processIdentifier()})));
 }
 
 } // namespace orbel

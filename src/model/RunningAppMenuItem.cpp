@@ -40,8 +40,11 @@ std::optional<std::string> RunningAppMenuItem::name() const {
 }
 
 void RunningAppMenuItem::open() {
-  const auto executablePath = m_app->executablePath();
-  if (executablePath && Platform::current().workspace.launchApplication(*executablePath)) return;
+  if (const auto executablePath = m_app->executablePath()) {
+    const auto launch = Platform::current().workspace.launchApplication(*executablePath);
+    Log::warningIfFailed(launch);
+    if (launch && *launch == Workspace::Launch::done) return;
+  }
   m_app->activate(ActivationReason::userChoice);
 }
 
@@ -51,7 +54,7 @@ bool RunningAppMenuItem::canOpenPath(const std::string& /*path*/) const {
 
 void RunningAppMenuItem::openPath(const std::string& path) {
   if (const auto bundlePath = m_app->bundlePath()) {
-    Platform::current().workspace.openFileWithApplication(path, *bundlePath);
+    Log::warningIfFailed(Platform::current().workspace.openFileWithApplication(path, *bundlePath));
   } else {
     Log::warning(m_app->localizedName() + " cannot open " + path + ": no file is known to start it from");
   }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include "foundation/Registration.h"
+#include "foundation/Result.h"
 
 #include <functional>
 
@@ -10,15 +11,15 @@ namespace orbel {
 
 class LoginItem {
 public:
-  enum class State { registered, notRegistered, undecided, unknown };
+  enum class State { registered, notRegistered, undecided };
 
   virtual ~LoginItem() = default;
   // Asked of the desktop now. Undecided where nobody has ever registered the program or refused it, so that
-  // the user's setting decides; unknown when it cannot be read (logged).
-  virtual State state() const = 0;
-  // False when that failed (logged); then the desktop does what it did before. Registering again brings the
-  // registration up to date with where the program is installed now.
-  virtual bool setRegistered(bool registered) = 0;
+  // the user's setting decides. Fails when it cannot be read.
+  virtual Result<State> state() const = 0;
+  // After a failure the desktop does what it did before. Registering again brings the registration up to date
+  // with where the program is installed now.
+  virtual Result<> setRegistered(bool registered) = 0;
   // Calls the block after a change, ours or from outside, as far as the desktop tells.
   virtual Registration observeChanges(std::function<void()> block) = 0;
 };

@@ -5,6 +5,7 @@
 
 #include "foundation/PropertyList.h"
 #include "foundation/Registration.h"
+#include "foundation/Result.h"
 
 #include <cstdint>
 #include <functional>
@@ -21,9 +22,9 @@ public:
   // Visible to object() at once; reaches the disk soon, at the latest with synchronize().
   virtual void setObject(const std::string& key, PropertyList value) = 0;
   virtual void removeObject(const std::string& key) = 0;
-  // Writes what is not on disk yet. False when that failed (logged); what is in memory stays and is tried
-  // again.
-  virtual bool synchronize() = 0;
+  // Writes what is not on disk yet. After a failure what is in memory stays and is tried again. The store
+  // logs a failure itself, once until a save works again, as most saves are its own and have no caller.
+  virtual Result<> synchronize() = 0;
   // Keeps a dated copy of the file as it is on disk, before entries of it are dropped for good.
   virtual void keepDatedCopy() = 0;
 

@@ -1,12 +1,13 @@
 // The desktop's programs and files: what runs, what opens what, names and icons, bookmarks.
 // Paths are absolute and local. "Bundle" is what stands for an application on disk: a desktop entry, an
-// AppImage, or any path that holds ".app". Nothing throws; an operation that can fail says why, for the log.
-// Called by the menu items, the menu controllers, the settings window's controller and the companion's
-// starter.
+// AppImage, or any path that holds ".app". Nothing throws. Causes of failures are for the log that the caller
+// writes. Called by the menu items, the menu controllers, the settings window's controller and what starts
+// the companion program.
 #pragma once
 
 #include "foundation/PropertyList.h"
 #include "foundation/Registration.h"
+#include "foundation/Result.h"
 #include "platform/RunningApplication.h"
 #include "scene/Image.h"
 
@@ -18,14 +19,10 @@
 
 namespace orbel {
 
-struct WorkspaceError {
-  std::string cause; // readable
-};
-
 struct ResolvedBookmark {
-  std::optional<std::string> path;
-  bool isStale = false;                // the bookmark should be made anew from the path
-  std::optional<WorkspaceError> error; // may come together with a path
+  std::string path;
+  bool isStale = false;            // the bookmark should be made anew from the path
+  std::optional<Failure> drawback; // what went wrong although the path was found
 };
 
 class Workspace {
@@ -47,21 +44,21 @@ public:
   // ...).
   virtual bool playsRole(const RunningApplication& application, const std::string& name) const = 0;
 
+  // Ambiguous, and nothing has happened: several programs run that executable, and the path does not say
+  // which of them is meant.
+  enum class Launch { done, ambiguous };
   // By a built-in name (resolved by role), any application's name, or a path of a bundle or an executable.
-  // Brings a running one forward, else launches it. False when there is none or it could not be started
-  // (logged), and for an executable that several programs run: the path does not say which is meant.
-  virtual bool launchApplication(const std::string& nameOrPath) = 0;
-  // Nothing when it worked.
-  virtual std::optional<WorkspaceError> launchApplicationAtPath(const std::string& bundlePath) = 0;
-  // With the default application; a folder is shown. False, and logged, when there is no such file or nothing
-  // opens it.
-  virtual bool openFile(const std::string& path) = 0;
-  // With the application of that name or bundle path. False, and logged, when there is none.
-  virtual bool openFileWithApplication(const std::string& path, const std::string& nameOrPath) = 0;
-  // False, and logged, when nothing opens its scheme.
-  virtual bool openUrl(const std::string& url) = 0;
-  // Shows the folder in the file browser. False, and logged, when it is none.
-  virtual bool showFolder(const std::string& path) = 0;
+  // Brings a running one forward, else launches it. Fails when there is none or it cannot be started.
+  virtual Result<Launch> launchApplication(const std::string& nameOrPath) = 0;
+  virtual Result<> launchApplicationAtPath(const std::string& bundlePath) = 0;
+  // With the default application; a folder is shown. Fails when there is no such file or nothing opens it.
+  virtual Result<> openFile(const std::string& path) = 0;
+  // With the application of that name or bundle path. Fails when there is none.
+  virtual Result<> openFileWithApplication(const std::string& path, const std::string& nameOrPath) = 0;
+  // Fails when nothing opens its scheme.
+  virtual Result<> openUrl(const std::string& url) = 0;
+  // Shows the folder in the file browser. Fails when it is none.
+  virtual Result<> showFolder(const std::string& path) = 0;
   // Whether the path is a program of the desktop that can stand as an application: a desktop entry or an
   // AppImage.
   virtual bool isApplicationBundle(const std::string& path) const = 0;
@@ -82,10 +79,8 @@ public:
   // All that can open it, the default included, in the platform's order, possibly with duplicates.
   virtual std::vector<std::string> applicationsForFile(const std::string& path) const = 0;
 
-  // Empty data and a cause when it cannot be made.
-  virtual PropertyList::Data makeBookmark(const std::string& path,
-                                          std::optional<WorkspaceError>* error) const = 0;
-  virtual ResolvedBookmark resolveBookmark(const PropertyList::Data& bookmark) const = 0;
+  virtual Result<PropertyList::Data> makeBookmark(const std::string& path) const = 0;
+  virtual Result<ResolvedBookmark> resolveBookmark(const PropertyList::Data& bookmark) const = 0;
 };
 
 } // namespace orbel

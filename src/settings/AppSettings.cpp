@@ -36,6 +36,13 @@ std::int64_t integerBetween(const char* key, std::int64_t first, std::int64_t la
 bool booleanOrTrue(const char* key) {
   return !preferences().object(key) || preferences().boolean(key);
 }
+
+// None, and logged, when it cannot be read.
+std::optional<LoginItem::State> loginItemState() {
+  const auto state = Platform::current().loginItem.state();
+  Log::warningIfFailed(state);
+  return state ? std::optional(*state) : std::nullopt;
+}
 } // namespace
 
 AppSettings& AppSettings::sharedInstance() {
@@ -88,7 +95,9 @@ Color AppSettings::windowTintColor() const {
   // It is asked for many times in a reload, and the log is to say it once.
   if (!value || m_refusedTint == *value) return Color::white(1);
   if (const PropertyList::Data* data = value->data()) {
-    if (const auto color = ArchivedColor::unarchive(*data)) return *color;
+    const auto color = ArchivedColor::unarchive(*data);
+    if (color) return *color;
+    Log::warning(color.cause());
   } else {
     Log::warning(std::string("what is stored under \"") + kWindowTintColorKey +
                  "\" is no data and so no colour");
@@ -165,16 +174,18 @@ void AppSettings::reset() {
 void AppSettings::updateLaunchSettings() {
   LoginItem& item = Platform::current().loginItem;
   const bool launch = launchAtLogin();
-  if (!launch && item.state() != LoginItem::State::registered) return;
+  if (!launch && loginItemState() != LoginItem::State::registered) return;
   // Also when it is registered: the program may have moved since.
-  if (item.setRegistered(launch)) return;
-  const bool isRegistered = item.state() == LoginItem::State::registered;
+  const auto done = item.setRegistered(launch);
+  if (done) return;
+  Log::warning(done.cause());
+  const bool isRegistered = loginItemState() == LoginItem::State::registered;
   if (isRegistered != launch) m_watch.write(kLaunchAtLoginKey, isRegistered);
 }
 
 void AppSettings::takeOverLoginItem() {
-  const LoginItem::State state = Platform::current().loginItem.state();
-  if (state == LoginItem::State::unknown || state == LoginItem::State::undecided) return;
+  const auto state = loginItemState();
+  if (!state || state == LoginItem::State::undecided) return;
   const bool isRegistered = state == LoginItem::State::registered;
   if (isRegistered == launchAtLogin()) return;
   Log::information(isRegistered ? "the desktop starts the program at login now"

@@ -1,9 +1,8 @@
 #include "settings/ArchivedColor.h"
 
-#include "foundation/Log.h"
 #include "foundation/PropertyListCoder.h"
 
-#include <variant>
+#include <optional>
 
 namespace orbel {
 
@@ -35,21 +34,15 @@ PropertyList::Data ArchivedColor::archive(const Color& color) {
   return PropertyListCoder::write(components, PropertyListCoder::Format::binary);
 }
 
-std::optional<Color> ArchivedColor::unarchive(const PropertyList::Data& data) {
-  const PropertyListCoder::Result result = PropertyListCoder::read(data);
-  if (const auto* failure = std::get_if<PropertyListCoder::Failure>(&result)) {
-    Log::warning("a stored colour cannot be read: " + failure->cause);
-    return std::nullopt;
-  }
-  const PropertyList& archive = std::get<PropertyList>(result);
-  const auto red = component(archive, kRed);
-  const auto green = component(archive, kGreen);
-  const auto blue = component(archive, kBlue);
-  const auto alpha = component(archive, kAlpha);
-  if (!red || !green || !blue || !alpha) {
-    Log::warning("a stored colour cannot be read: it has not four components between 0 and 1");
-    return std::nullopt;
-  }
+Result<Color> ArchivedColor::unarchive(const PropertyList::Data& data) {
+  const auto archive = PropertyListCoder::read(data);
+  if (!archive) return Failure{"a stored colour cannot be read: " + archive.cause()};
+  const auto red = component(*archive, kRed);
+  const auto green = component(*archive, kGreen);
+  const auto blue = component(*archive, kBlue);
+  const auto alpha = component(*archive, kAlpha);
+  if (!red || !green || !blue || !alpha)
+    return Failure{"a stored colour cannot be read: it has not four components between 0 and 1"};
   return Color{*red, *green, *blue, *alpha};
 }
 

@@ -3,16 +3,15 @@
 
 #include "foundation/Color.h"
 #include "foundation/PropertyList.h"
-
-#include <optional>
+#include "foundation/Result.h"
 
 namespace orbel {
 
 class ArchivedColor {
 public:
   static PropertyList::Data archive(const Color& color);
-  // None when the bytes are no such dictionary or a component is not between 0 and 1 (logged).
-  static std::optional<Color> unarchive(const PropertyList::Data& data);
+  // Fails when the bytes are no such dictionary or a component is not between 0 and 1.
+  static Result<Color> unarchive(const PropertyList::Data& data);
 };
 
 } // namespace orbel

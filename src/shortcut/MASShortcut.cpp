@@ -66,8 +66,10 @@ MASShortcut MASShortcut::shortcutWithEvent(const KeyEvent& event) {
 
 std::optional<MASShortcut> MASShortcut::shortcutWithData(const PropertyList::Data* data) {
   if (!data) return std::nullopt;
-  const auto object = KeyedArchive::unarchive(*data);
-  if (!object) return std::nullopt;
+  const auto archive = KeyedArchive::unarchive(*data);
+  Log::warningIfFailed(archive);
+  if (!archive || !*archive) return std::nullopt;
+  const auto& object = *archive;
   const auto keyCode = object->fields.find(kKeyCodeField);
   // Without a key code it would read as key 0 and take a letter away from everybody.
   if (object->className != kArchivedClass || keyCode == object->fields.end()) {

@@ -44,7 +44,7 @@ void MASShortcutDefaultsObserver::storeShownShortcut() {
   // absent.
   MASShortcut::storeGlobalShortcut(shortcut ? shortcut->data() : MASShortcut::dataOfNothing(),
                                    m_userDefaultsKey);
-  Platform::current().preferences.synchronize();
+  static_cast<void>(Platform::current().preferences.synchronize()); // the store logs a failure
   m_internalPreferenceChange = false;
 }
 

@@ -484,6 +484,8 @@ TEST_F(SettingsWindowControllerTest, ABoxThatStaysOnShowsNoAlert) {
 TEST_F(SettingsWindowControllerTest, TheWebSiteOpensInTheBrowser) {
   shown().press("websiteButton");
   EXPECT_EQ(platform.workspace.actions, std::vector<std::string>{"openUrl https://orbelmenu.org"});
+  EXPECT_EQ(platform.logged, std::vector<std::string>{"cannot openUrl https://orbelmenu.org"})
+      << "there is no browser";
 }
 
 TEST_F(SettingsWindowControllerTest, EscapeAndControlOrSuperWCloseTheWindow) {

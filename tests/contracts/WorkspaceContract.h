@@ -43,6 +43,11 @@ protected:
       names.push_back(application->localizedName());
     return names;
   }
+  // What became of it; nothing when it failed.
+  std::optional<Workspace::Launch> launch(const std::string& nameOrPath) {
+    const auto launched = workspace().launchApplication(nameOrPath);
+    return launched ? std::optional(*launched) : std::nullopt;
+  }
   // How many lines were logged since the last call.
   std::size_t newLines() {
     const std::size_t before = std::exchange(m_linesSeen, log.lines.size());
@@ -96,72 +101,63 @@ TYPED_TEST_P(WorkspaceContract, OnlyKnownNamesHaveAPictureOfTheProgramsOwn) {
 
 TYPED_TEST_P(WorkspaceContract, ABookmarkLeadsToItsFileAlsoAfterARename) {
   const auto file = this->subject.addFile("a.txt");
-  std::optional<WorkspaceError> error;
-  const auto bookmark = this->workspace().makeBookmark(file, &error);
-  EXPECT_FALSE(error);
-  ASSERT_FALSE(bookmark.empty());
-  auto resolved = this->workspace().resolveBookmark(bookmark);
-  EXPECT_EQ(resolved.path, file);
-  EXPECT_FALSE(resolved.isStale);
-  EXPECT_FALSE(resolved.error);
+  const auto bookmark = this->workspace().makeBookmark(file);
+  ASSERT_TRUE(bookmark) << bookmark.cause();
+  ASSERT_FALSE(bookmark->empty());
+  auto resolved = this->workspace().resolveBookmark(*bookmark);
+  ASSERT_TRUE(resolved) << resolved.cause();
+  EXPECT_EQ(resolved->path, file);
+  EXPECT_FALSE(resolved->isStale);
+  EXPECT_FALSE(resolved->drawback);
 
   const auto renamed = this->subject.missingPath("b.txt");
   this->subject.rename(file, renamed);
-  resolved = this->workspace().resolveBookmark(bookmark);
-  EXPECT_EQ(resolved.path, renamed);
-  EXPECT_TRUE(resolved.isStale);
-  EXPECT_FALSE(resolved.error);
+  resolved = this->workspace().resolveBookmark(*bookmark);
+  ASSERT_TRUE(resolved) << resolved.cause();
+  EXPECT_EQ(resolved->path, renamed);
+  EXPECT_TRUE(resolved->isStale);
+  EXPECT_FALSE(resolved->drawback);
 }
 
 TYPED_TEST_P(WorkspaceContract, ABookmarkThatLeadsNowhereSaysWhy) {
   const auto file = this->subject.addFile("a.txt");
-  const auto bookmark = this->workspace().makeBookmark(file, nullptr);
+  const auto bookmark = this->workspace().makeBookmark(file).valueOr({});
   this->subject.remove(file);
   for (const auto& data : {bookmark, PropertyList::Data(), PropertyList::Data(5, std::byte{0xA5})}) {
     const auto resolved = this->workspace().resolveBookmark(data);
-    EXPECT_FALSE(resolved.path);
-    ASSERT_TRUE(resolved.error);
-    EXPECT_FALSE(resolved.error->cause.empty());
+    EXPECT_FALSE(resolved);
+    EXPECT_FALSE(resolved.cause().empty());
   }
+  EXPECT_EQ(this->newLines(), 0u) << "whoever asked logs it";
 }
 
 TYPED_TEST_P(WorkspaceContract, NoBookmarkIsMadeOfWhatIsNotThere) {
   for (const auto& path : {this->subject.missingPath("gone"), std::string("relative"), std::string()}) {
-    std::optional<WorkspaceError> error;
-    EXPECT_TRUE(this->workspace().makeBookmark(path, &error).empty()) << path;
-    ASSERT_TRUE(error) << path;
-    EXPECT_FALSE(error->cause.empty());
-    EXPECT_TRUE(this->workspace().makeBookmark(path, nullptr).empty()) << path;
+    const auto bookmark = this->workspace().makeBookmark(path);
+    EXPECT_FALSE(bookmark) << path;
+    EXPECT_FALSE(bookmark.cause().empty()) << path;
   }
 }
 
-TYPED_TEST_P(WorkspaceContract, WhatCannotBeOpenedIsFalseAndLogged) {
+TYPED_TEST_P(WorkspaceContract, WhatCannotBeOpenedOrLaunchedSaysWhy) {
   const auto file = this->subject.addFile("a.txt");
-  EXPECT_FALSE(this->workspace().openFile(this->subject.missingPath("gone")));
-  EXPECT_EQ(this->newLines(), 1u);
-  EXPECT_FALSE(this->workspace().openFileWithApplication(file, this->kUnknown));
-  EXPECT_EQ(this->newLines(), 1u);
-  EXPECT_FALSE(this->workspace().openUrl("orbel-test:x"));
-  EXPECT_EQ(this->newLines(), 1u);
-  EXPECT_FALSE(this->workspace().showFolder(file));
-  EXPECT_EQ(this->newLines(), 1u);
-  EXPECT_FALSE(this->workspace().launchApplication(this->kUnknown));
-  EXPECT_EQ(this->newLines(), 1u);
-}
-
-TYPED_TEST_P(WorkspaceContract, AnApplicationThatIsNotThereCannotBeLaunchedAndTheCauseIsHandedBack) {
-  const auto error = this->workspace().launchApplicationAtPath(this->subject.missingPath("gone.desktop"));
-  ASSERT_TRUE(error);
-  EXPECT_FALSE(error->cause.empty());
+  Workspace& workspace = this->workspace();
+  for (const auto& cause :
+       {workspace.openFile(this->subject.missingPath("gone")).cause(),
+        workspace.openFileWithApplication(file, this->kUnknown).cause(),
+        workspace.openUrl("orbel-test:x").cause(), workspace.showFolder(file).cause(),
+        workspace.launchApplication(this->kUnknown).cause(),
+        workspace.launchApplicationAtPath(this->subject.missingPath("gone.desktop")).cause()})
+    EXPECT_FALSE(cause.empty());
   EXPECT_EQ(this->newLines(), 0u) << "whoever asked logs it";
 }
 
 TYPED_TEST_P(WorkspaceContract, AnInstalledApplicationIsLaunchedByItsNameAndByItsPath) {
   const auto bundle = this->subject.install("Paint");
   EXPECT_TRUE(this->workspace().isApplicationBundle(bundle));
-  EXPECT_TRUE(this->workspace().launchApplication("Paint"));
-  EXPECT_TRUE(this->workspace().launchApplication(bundle));
-  EXPECT_FALSE(this->workspace().launchApplicationAtPath(bundle));
+  EXPECT_EQ(this->launch("Paint"), Workspace::Launch::done);
+  EXPECT_EQ(this->launch(bundle), Workspace::Launch::done);
+  EXPECT_TRUE(this->workspace().launchApplicationAtPath(bundle));
   EXPECT_TRUE(this->workspace().openFileWithApplication(this->subject.addFile("a.txt"), bundle));
   EXPECT_EQ(this->newLines(), 0u);
 }
@@ -172,11 +168,11 @@ TYPED_TEST_P(WorkspaceContract, AnExecutableThatSeveralProgramsRunDoesNotSayWhic
   const auto second = this->subject.start(bundle);
   ASSERT_TRUE(first && second);
   ASSERT_EQ(first->executablePath(), second->executablePath());
-  EXPECT_FALSE(this->workspace().launchApplication(*first->executablePath()));
-  EXPECT_TRUE(this->workspace().launchApplication(bundle));
-  EXPECT_TRUE(this->workspace().launchApplication("Paint"));
+  EXPECT_EQ(this->launch(*first->executablePath()), Workspace::Launch::ambiguous);
+  EXPECT_EQ(this->launch(bundle), Workspace::Launch::done);
+  EXPECT_EQ(this->launch("Paint"), Workspace::Launch::done);
   this->subject.quit(first);
-  EXPECT_TRUE(this->workspace().launchApplication(*second->executablePath()));
+  EXPECT_EQ(this->launch(*second->executablePath()), Workspace::Launch::done);
   EXPECT_EQ(this->newLines(), 0u);
 }
 
@@ -302,8 +298,7 @@ TYPED_TEST_P(WorkspaceContract, TheFrontmostApplicationIsTheOneWithTheActiveWind
 REGISTER_TYPED_TEST_SUITE_P(
     WorkspaceContract, FilesFoldersAndMissingPathsAreToldApart, APathIsShownByItsEntrysNameElseByItsFilesName,
     EveryPathHasAnIcon, OnlyKnownNamesHaveAPictureOfTheProgramsOwn, ABookmarkLeadsToItsFileAlsoAfterARename,
-    ABookmarkThatLeadsNowhereSaysWhy, NoBookmarkIsMadeOfWhatIsNotThere, WhatCannotBeOpenedIsFalseAndLogged,
-    AnApplicationThatIsNotThereCannotBeLaunchedAndTheCauseIsHandedBack,
+    ABookmarkThatLeadsNowhereSaysWhy, NoBookmarkIsMadeOfWhatIsNotThere, WhatCannotBeOpenedOrLaunchedSaysWhy,
     AnInstalledApplicationIsLaunchedByItsNameAndByItsPath,
     AnExecutableThatSeveralProgramsRunDoesNotSayWhichOfThemIsMeant,
     TheDefaultApplicationIsAmongThoseThatOpenAFile, EntriesAndAppImagesAreApplicationsAndOtherFilesAreNot,

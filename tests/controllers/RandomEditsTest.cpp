@@ -86,9 +86,9 @@ protected:
     const auto bytes =
         PropertyListCoder::write(platform.preferences.values["menuItems"], PropertyListCoder::Format::xml);
     const auto read = PropertyListCoder::read(bytes);
-    EXPECT_TRUE(std::holds_alternative<PropertyList>(read));
+    EXPECT_TRUE(read) << read.cause();
     Entries entries;
-    for (const PropertyList& element : *std::get<PropertyList>(read).list())
+    for (const PropertyList& element : *read->list())
       entries.push_back(written(element));
     return entries;
   }

@@ -12,23 +12,24 @@ namespace orbel {
 
 class FakeLoginItem : public LoginItem {
 public:
-  State state() const override { return current; }
-  bool setRegistered(bool registered) override {
+  Result<State> state() const override { return current; }
+  Result<> setRegistered(bool registered) override {
     ++requests;
-    if (succeeds) current = registered ? State::registered : State::notRegistered;
-    return succeeds;
+    if (!succeeds) return Failure{"the login item cannot be changed"};
+    current = registered ? State::registered : State::notRegistered;
+    return {};
   }
   Registration observeChanges(std::function<void()> block) override {
     *m_block = std::move(block);
     return Registration([block = m_block] { *block = nullptr; });
   }
   // With the desktop's own tools.
-  void change(State state) {
-    current = state;
+  void change(Result<State> state) {
+    current = std::move(state);
     if (const auto block = *m_block) block();
   }
 
-  State current = State::undecided;
+  Result<State> current = State::undecided;
   bool succeeds = true;
   int requests = 0;
 

@@ -23,7 +23,7 @@ public:
   void removeObject(const std::string& key) override {
     if (values.erase(key) > 0) m_observers.call();
   }
-  bool synchronize() override {
+  Result<> synchronize() override {
     ++synchronizations;
     return save();
   }
@@ -42,11 +42,11 @@ public:
     values = std::move(newValues);
     m_observers.call();
   }
-  // What a store does by itself a moment after a change. False when the disk fails.
-  bool save() {
-    if (savingFails) return false;
+  // What a store does by itself a moment after a change.
+  Result<> save() {
+    if (savingFails) return Failure{"the disk fails"};
     saved = values;
-    return true;
+    return {};
   }
 
   PropertyList::Dictionary values;

@@ -1,7 +1,5 @@
 #include "tests/doubles/FakeWorkspace.h"
 
-#include "foundation/Log.h"
-
 #include <algorithm>
 #include <cstring>
 
@@ -34,38 +32,39 @@ bool FakeWorkspace::playsRole(const RunningApplication& application, const std::
   return role != roleOfBundle.end() && role->second == name;
 }
 
-bool FakeWorkspace::act(const std::string& action, bool isPossible) {
+Result<> FakeWorkspace::act(const std::string& action, bool isPossible) {
   actions.push_back(action);
-  if (isPossible && actionsSucceed) return true;
-  Log::warning("cannot " + action);
-  return false;
+  if (isPossible && actionsSucceed) return {};
+  return Failure{"cannot " + action};
 }
 
-bool FakeWorkspace::launchApplication(const std::string& nameOrPath) {
+Result<Workspace::Launch> FakeWorkspace::launchApplication(const std::string& nameOrPath) {
   const auto runsPath = [&](const auto& application) { return application->executableFile == nameOrPath; };
-  if (std::count_if(running.begin(), running.end(), runsPath) > 1) return false;
-  return act("launch " + nameOrPath, !unknownApplications.contains(nameOrPath));
+  if (std::count_if(running.begin(), running.end(), runsPath) > 1) return Launch::ambiguous;
+  const auto launched = act("launch " + nameOrPath, !unknownApplications.contains(nameOrPath));
+  if (!launched) return launched.failure();
+  return Launch::done;
 }
 
-std::optional<WorkspaceError> FakeWorkspace::launchApplicationAtPath(const std::string& bundlePath) {
+Result<> FakeWorkspace::launchApplicationAtPath(const std::string& bundlePath) {
   actions.push_back("launchPath " + bundlePath);
-  if (actionsSucceed && fileKind(bundlePath) != FileKind::missing) return std::nullopt;
-  return WorkspaceError{"cannot launch " + bundlePath};
+  if (actionsSucceed && fileKind(bundlePath) != FileKind::missing) return {};
+  return Failure{"cannot launch " + bundlePath};
 }
 
-bool FakeWorkspace::openFile(const std::string& path) {
+Result<> FakeWorkspace::openFile(const std::string& path) {
   return act("openFile " + path, fileKind(path) != FileKind::missing);
 }
 
-bool FakeWorkspace::openFileWithApplication(const std::string& path, const std::string& nameOrPath) {
+Result<> FakeWorkspace::openFileWithApplication(const std::string& path, const std::string& nameOrPath) {
   return act("openWith " + path + " | " + nameOrPath, !unknownApplications.contains(nameOrPath));
 }
 
-bool FakeWorkspace::openUrl(const std::string& url) {
+Result<> FakeWorkspace::openUrl(const std::string& url) {
   return act("openUrl " + url, applicationForUrl(url).has_value());
 }
 
-bool FakeWorkspace::showFolder(const std::string& path) {
+Result<> FakeWorkspace::showFolder(const std::string& path) {
   const auto known = files.find(path);
   return act("showFolder " + path, known == files.end() || known->second == FileKind::directory);
 }
@@ -125,27 +124,25 @@ PropertyList::Data FakeWorkspace::bookmark(const std::string& text) {
   return data;
 }
 
-PropertyList::Data FakeWorkspace::makeBookmark(const std::string& path,
-                                               std::optional<WorkspaceError>* error) const {
+Result<PropertyList::Data> FakeWorkspace::makeBookmark(const std::string& path) const {
   const bool isMarked = startsWith(path, "stale:") || startsWith(path, "broken:");
-  if (!isMarked && (!startsWith(path, "/") || fileKind(path) == FileKind::missing)) {
-    if (error) *error = WorkspaceError{"no bookmark of " + path};
-    return {};
-  }
+  if (!isMarked && (!startsWith(path, "/") || fileKind(path) == FileKind::missing))
+    return Failure{"no bookmark of " + path};
   ++bookmarksMade;
   return bookmark(path);
 }
 
-ResolvedBookmark FakeWorkspace::resolveBookmark(const PropertyList::Data& data) const {
+Result<ResolvedBookmark> FakeWorkspace::resolveBookmark(const PropertyList::Data& data) const {
   std::string text(data.size(), '\0');
   if (!data.empty()) std::memcpy(text.data(), data.data(), data.size());
-  if (startsWith(text, "stale:")) return {text.substr(6), true, std::nullopt};
-  if (startsWith(text, "warning:")) return {text.substr(8), false, WorkspaceError{"not all of it was found"}};
+  if (startsWith(text, "stale:")) return ResolvedBookmark{text.substr(6), true, {}};
+  if (startsWith(text, "warning:"))
+    return ResolvedBookmark{text.substr(8), false, Failure{"not all of it was found"}};
   const auto moved = m_newPaths.find(text);
-  if (moved != m_newPaths.end()) return {moved->second, true, std::nullopt};
+  if (moved != m_newPaths.end()) return ResolvedBookmark{moved->second, true, {}};
   if (!startsWith(text, "/") || fileKind(text) == FileKind::missing)
-    return {std::nullopt, false, WorkspaceError{"the bookmark cannot be resolved"}};
-  return {text, false, std::nullopt};
+    return Failure{"the bookmark cannot be resolved"};
+  return ResolvedBookmark{text, false, {}};
 }
 
 std::shared_ptr<FakeRunningApplication> FakeWorkspace::launch(std::int32_t pid, const std::string& name,

@@ -25,12 +25,12 @@ public:
   }
   bool runsBundle(const RunningApplication& application, const std::string& bundlePath) const override;
   bool playsRole(const RunningApplication& application, const std::string& name) const override;
-  bool launchApplication(const std::string& nameOrPath) override;
-  std::optional<WorkspaceError> launchApplicationAtPath(const std::string& bundlePath) override;
-  bool openFile(const std::string& path) override;
-  bool openFileWithApplication(const std::string& path, const std::string& nameOrPath) override;
-  bool openUrl(const std::string& url) override;
-  bool showFolder(const std::string& path) override;
+  Result<Launch> launchApplication(const std::string& nameOrPath) override;
+  Result<> launchApplicationAtPath(const std::string& bundlePath) override;
+  Result<> openFile(const std::string& path) override;
+  Result<> openFileWithApplication(const std::string& path, const std::string& nameOrPath) override;
+  Result<> openUrl(const std::string& url) override;
+  Result<> showFolder(const std::string& path) override;
   bool isApplicationBundle(const std::string& path) const override {
     return path.ends_with(".desktop") || path.ends_with(".AppImage");
   }
@@ -41,9 +41,8 @@ public:
   ImagePointer imageNamed(const std::string& name) const override;
   std::optional<std::string> defaultApplicationForFile(const std::string& path) const override;
   std::vector<std::string> applicationsForFile(const std::string& path) const override;
-  PropertyList::Data makeBookmark(const std::string& path,
-                                  std::optional<WorkspaceError>* error) const override;
-  ResolvedBookmark resolveBookmark(const PropertyList::Data& bookmark) const override;
+  Result<PropertyList::Data> makeBookmark(const std::string& path) const override;
+  Result<ResolvedBookmark> resolveBookmark(const PropertyList::Data& bookmark) const override;
 
   static PropertyList::Data bookmark(const std::string& text);
   // Adds a regular running program and tells the observers. An identifier that was used before is another
@@ -81,8 +80,8 @@ public:
   mutable int bookmarksMade = 0;
 
 private:
-  // Writes the action down; false, and logged, when it cannot be done.
-  bool act(const std::string& action, bool isPossible);
+  // Writes the action down; fails when it cannot be done.
+  Result<> act(const std::string& action, bool isPossible);
 
   ObserverList m_observers;
   std::map<std::int32_t, int> m_launches;        // by process identifier

@@ -18,17 +18,15 @@ using List = PropertyList::List;
 
 PropertyList readValue(const PropertyList::Data& bytes) {
   const auto result = PropertyListCoder::read(bytes);
-  if (const auto* failure = std::get_if<PropertyListCoder::Failure>(&result)) {
-    ADD_FAILURE() << "not read: " << failure->cause;
+  if (!result) {
+    ADD_FAILURE() << "not read: " << result.cause();
     return "not read";
   }
-  return std::get<PropertyList>(result);
+  return *result;
 }
 
 std::string causeOfFailure(const PropertyList::Data& bytes) {
-  const auto result = PropertyListCoder::read(bytes);
-  const auto* failure = std::get_if<PropertyListCoder::Failure>(&result);
-  return failure ? failure->cause : "";
+  return PropertyListCoder::read(bytes).cause();
 }
 
 PropertyList roundTrip(const PropertyList& value, Format format) {
@@ -130,11 +128,11 @@ TEST_P(BothForms, SurvivesDamageToTheBytes) {
     }
     if (random.below(4) == 0) bytes.resize(random.below(bytes.size()));
     const auto result = PropertyListCoder::read(bytes);
-    if (const auto* failure = std::get_if<PropertyListCoder::Failure>(&result)) {
-      ASSERT_FALSE(failure->cause.empty());
+    if (!result) {
+      ASSERT_FALSE(result.cause().empty());
     } else {
-      const auto again = PropertyListCoder::write(std::get<PropertyList>(result), GetParam());
-      ASSERT_TRUE(std::holds_alternative<PropertyList>(PropertyListCoder::read(again)));
+      const auto again = PropertyListCoder::write(*result, GetParam());
+      ASSERT_TRUE(PropertyListCoder::read(again));
     }
   }
 }

@@ -75,10 +75,11 @@ TEST_F(AppMenuItemTest, LaunchesItsBundle) {
   EXPECT_TRUE(platform.logged.empty());
 }
 
-TEST_F(AppMenuItemTest, LogsALaunchThatFailed) {
+TEST_F(AppMenuItemTest, LogsOnceWhatTheWorkspaceCannotDo) {
   platform.workspace.actionsSucceed = false;
   AppMenuItem::withPath("/A.app")->open();
-  EXPECT_EQ(platform.logged, Strings{"cannot launch /A.app"});
+  AppMenuItem::withPath("/A.app")->openPath("/x.txt");
+  EXPECT_EQ(platform.logged, (Strings{"cannot launch /A.app", "cannot openWith /x.txt | /A.app"}));
 }
 
 TEST_F(AppMenuItemTest, OpensAnyDocumentWithItsBundle) {

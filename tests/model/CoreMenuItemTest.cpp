@@ -45,10 +45,17 @@ TEST_F(CoreMenuItemTest, LaunchesByName) {
   EXPECT_EQ(platform.workspace.actions, Strings{"launch Launchpad"});
 }
 
-TEST_F(CoreMenuItemTest, AddsNothingToWhatTheWorkspaceLogsOfAFailedLaunch) {
+TEST_F(CoreMenuItemTest, LogsOnceWhatTheWorkspaceCannotDo) {
   platform.workspace.actionsSucceed = false;
   CoreMenuItem::withName("iTunes")->open();
   EXPECT_EQ(platform.logged, Strings{"cannot launch iTunes"});
+  platform.logged.clear();
+  CoreMenuItem::withName("Safari")->openPath("/x.html");
+  EXPECT_EQ(platform.logged, Strings{"cannot openWith /x.html | Safari"});
+  platform.logged.clear();
+  platform.workspace.launch(4, "Mail");
+  CoreMenuItem::withName("Mail")->quit();
+  EXPECT_EQ(platform.logged, Strings{"cannot openUrl orbelmenu-toolkit:terminate/4"});
 }
 
 TEST_F(CoreMenuItemTest, OpensDocumentsUnlessItIsExactlyLaunchpadOrAppStore) {

@@ -121,6 +121,16 @@ TEST_F(FileMenuItemTest, ShowsAFolderInTheFileBrowser) {
   EXPECT_EQ(platform.workspace.actions, Strings{"showFolder /folder"});
 }
 
+TEST_F(FileMenuItemTest, LogsOnceWhatTheWorkspaceCannotDo) {
+  platform.workspace.actionsSucceed = false;
+  FileMenuItem::withPath("/a.txt")->open();
+  platform.workspace.files["/folder"] = FileKind::directory;
+  FileMenuItem::withPath("/folder")->open();
+  FileMenuItem::withPath("/a.txt")->openWithAppPath("/b.app");
+  EXPECT_EQ(platform.logged, (Strings{"cannot openFile /a.txt", "cannot showFolder /folder",
+                                      "cannot openWith /a.txt | /b.app"}));
+}
+
 TEST_F(FileMenuItemTest, OpensNothingAndLogsNothingWhenTheTargetWasDeleted) {
   const auto item = FileMenuItem::withPath("/gone");
   platform.workspace.files["/gone"] = FileKind::missing;

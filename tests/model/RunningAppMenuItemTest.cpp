@@ -121,6 +121,13 @@ TEST_F(RunningAppMenuItemTest, ActivatesTheProgramOnlyWhenLaunchingFailed) {
   platform.workspace.actionsSucceed = false;
   itemFor(application)->open();
   EXPECT_EQ(application->activations, std::vector<ActivationReason>{ActivationReason::userChoice});
+  EXPECT_EQ(platform.logged, Strings{"cannot launch /usr/bin/editor"});
+}
+
+TEST_F(RunningAppMenuItemTest, LogsADocumentThatCannotBeOpened) {
+  platform.workspace.actionsSucceed = false;
+  itemFor(editor())->openPath("/x");
+  EXPECT_EQ(platform.logged, Strings{"cannot openWith /x | /share/editor.desktop"});
 }
 
 TEST_F(RunningAppMenuItemTest, ActivatesItsOwnOneOfTwoProcessesOfAnExecutable) {
@@ -130,6 +137,7 @@ TEST_F(RunningAppMenuItemTest, ActivatesItsOwnOneOfTwoProcessesOfAnExecutable) {
   EXPECT_TRUE(platform.workspace.actions.empty());
   EXPECT_TRUE(first->activations.empty());
   EXPECT_EQ(second->activations, std::vector<ActivationReason>{ActivationReason::userChoice});
+  EXPECT_TRUE(platform.logged.empty());
 }
 
 TEST_F(RunningAppMenuItemTest, ActivatesTheProgramWhoseExecutableIsUnknown) {

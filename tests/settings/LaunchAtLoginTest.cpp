@@ -20,10 +20,10 @@ protected:
 
 TEST_F(LaunchAtLoginTest, TurningItOnAndOffRegistersAndRemovesTheItem) {
   settings().setLaunchAtLogin(true);
-  EXPECT_EQ(platform.loginItem.current, State::registered);
+  EXPECT_EQ(*platform.loginItem.current, State::registered);
   EXPECT_TRUE(settings().launchAtLogin());
   settings().setLaunchAtLogin(false);
-  EXPECT_EQ(platform.loginItem.current, State::notRegistered);
+  EXPECT_EQ(*platform.loginItem.current, State::notRegistered);
   EXPECT_FALSE(settings().launchAtLogin());
 }
 
@@ -32,6 +32,7 @@ TEST_F(LaunchAtLoginTest, WhereRegisteringFailsTheSettingReadsAsOff) {
   settings().setLaunchAtLogin(true);
   EXPECT_FALSE(settings().launchAtLogin());
   EXPECT_EQ(*platform.preferences.object(kLaunchAtLoginKey), PropertyList(false));
+  EXPECT_EQ(platform.logged, std::vector<std::string>{"the login item cannot be changed"});
 }
 
 TEST_F(LaunchAtLoginTest, WhereRemovingFailsTheSettingStaysOn) {
@@ -64,7 +65,7 @@ TEST_F(LaunchAtLoginTest, AnItemThatCannotBeBroughtUpToDateIsStillOn) {
 TEST_F(LaunchAtLoginTest, ASettingThatComesFromAnotherMachineIsCarriedOut) {
   store(true);
   EXPECT_TRUE(settings().launchAtLogin());
-  EXPECT_EQ(platform.loginItem.current, State::registered);
+  EXPECT_EQ(*platform.loginItem.current, State::registered);
 }
 
 TEST_F(LaunchAtLoginTest, ASettingThatComesFromAnotherMachineAndCannotBeCarriedOutIsOff) {
@@ -97,16 +98,18 @@ TEST_F(LaunchAtLoginTest, ChangesFromOutsideAreTakenOverWhileItRuns) {
 TEST_F(LaunchAtLoginTest, ASettingThatIsWrittenFromOutsideTakesEffect) {
   EXPECT_FALSE(settings().launchAtLogin());
   platform.preferences.changeFromOutside({{kLaunchAtLoginKey, true}});
-  EXPECT_EQ(platform.loginItem.current, State::registered);
+  EXPECT_EQ(*platform.loginItem.current, State::registered);
   platform.preferences.changeFromOutside({});
-  EXPECT_EQ(platform.loginItem.current, State::notRegistered);
+  EXPECT_EQ(*platform.loginItem.current, State::notRegistered);
 }
 
 TEST_F(LaunchAtLoginTest, AnUnreadableItemChangesNothing) {
   store(true);
-  platform.loginItem.current = State::unknown;
+  const Failure unreadable{"the login item cannot be read"};
+  platform.loginItem.current = unreadable;
   EXPECT_TRUE(settings().launchAtLogin());
-  platform.loginItem.change(State::unknown);
+  EXPECT_EQ(platform.loginItem.requests, 1) << "it is brought up to date as far as that is possible";
+  platform.loginItem.change(unreadable);
   EXPECT_TRUE(settings().launchAtLogin());
 }
 

@@ -209,7 +209,9 @@ TEST_F(MASShortcutTest, ShortcutsComeBackFromTheirData) {
 
 TEST_F(MASShortcutTest, NoKeyIsArchivedAsMinusOneAndReadBackAsNoKey) {
   const PropertyList::Data data = MASShortcut(kNoKeyCode, kCommandFlag).data();
-  EXPECT_EQ(KeyedArchive::unarchive(data)->fields.at("KeyCode"), -1);
+  const auto object = KeyedArchive::unarchive(data);
+  ASSERT_TRUE(object && *object);
+  EXPECT_EQ((*object)->fields.at("KeyCode"), -1);
   EXPECT_EQ(MASShortcut::shortcutWithData(&data)->keyCode(), kNoKeyCode);
 }
 
@@ -230,7 +232,9 @@ TEST_F(MASShortcutTest, ArchivedFlagsAreMaskedWhateverTheyAre) {
 TEST_F(MASShortcutTest, NoDataAndAnArchiveOfNothingAreNoShortcut) {
   EXPECT_EQ(MASShortcut::shortcutWithData(nullptr), std::nullopt);
   const PropertyList::Data nothing = MASShortcut::dataOfNothing();
-  EXPECT_EQ(KeyedArchive::unarchive(nothing), std::nullopt);
+  const auto object = KeyedArchive::unarchive(nothing);
+  ASSERT_TRUE(object);
+  EXPECT_EQ(*object, std::nullopt);
   EXPECT_EQ(MASShortcut::shortcutWithData(&nothing), std::nullopt);
   EXPECT_TRUE(m_platform.logged.empty());
 }

@@ -10,7 +10,6 @@
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
-#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -29,24 +28,18 @@ PropertyList::Data bytesOf(std::string_view text) {
   return {bytes, bytes + text.size()};
 }
 
-// The entry that is there, as far as it could be read.
 struct Found {
-  GlibKeyFile keys; // empty when there is none, or it is no desktop entry
-  std::string cause;
+  GlibKeyFile keys; // empty when there is no entry, or what is there is none
   bool isMissing = false;
-  bool isReadable = true; // false when something is there that we may not read
 };
 
-Found find(const std::string& path) {
+// Fails when something is there that we may not read.
+Result<Found> find(const std::string& path) {
   Found found;
   const auto content = FileStorage::read(path, kLargestEntry);
   found.isMissing = content.outcome == FileStorage::Outcome::missing;
   if (found.isMissing) return found;
-  if (content.outcome != FileStorage::Outcome::read) {
-    found.isReadable = false;
-    found.cause = content.cause;
-    return found;
-  }
+  if (content.outcome != FileStorage::Outcome::read) return Failure{content.cause};
   GlibKeyFile keys(g_key_file_new());
   constexpr auto flags = static_cast<GKeyFileFlags>(G_KEY_FILE_KEEP_COMMENTS | G_KEY_FILE_KEEP_TRANSLATIONS);
   const auto* text = reinterpret_cast<const char*>(content.bytes.data());
@@ -85,40 +78,37 @@ AutostartEntry::AutostartEntry(const std::string& configurationFolder, const std
 
 AutostartEntry::~AutostartEntry() = default;
 
-LoginItem::State AutostartEntry::state() const {
-  const Found found = find(m_path);
-  if (!found.isReadable) {
-    Log::warning("the autostart entry cannot be read: " + found.cause);
-    return State::unknown;
-  }
-  if (found.isMissing && !m_wasRegistered && ::access(m_markPath.c_str(), F_OK) != 0) return State::undecided;
-  return isStarted(found) ? State::registered : State::notRegistered;
+Result<LoginItem::State> AutostartEntry::state() const {
+  const auto found = find(m_path);
+  if (!found) return Failure{"the autostart entry cannot be read: " + found.cause()};
+  if (found->isMissing && !m_wasRegistered && ::access(m_markPath.c_str(), F_OK) != 0)
+    return State::undecided;
+  return isStarted(*found) ? State::registered : State::notRegistered;
 }
 
-bool AutostartEntry::setRegistered(bool registered) {
-  const auto cause = registered ? registerEntry() : removeEntry();
+Result<> AutostartEntry::setRegistered(bool registered) {
+  const auto changed = registered ? registerEntry() : removeEntry();
   if (!m_watch || !m_watch->isAlive() || m_watch->path() != m_path) watch();
-  if (!cause) {
-    rememberRegistration(registered);
-    return true;
+  if (!changed) {
+    return Failure{(registered ? "the program cannot be started at login: "
+                               : "the program cannot be kept from starting at login: ") +
+                   changed.cause()};
   }
-  Log::warning(std::string(registered ? "the program cannot be started at login: "
-                                      : "the program cannot be kept from starting at login: ") +
-               *cause);
-  return false;
+  rememberRegistration(registered);
+  return {};
 }
 
-std::optional<std::string> AutostartEntry::registerEntry() {
-  if (m_executable.empty()) return "where the program is installed is not known";
+Result<> AutostartEntry::registerEntry() {
+  if (m_executable.empty()) return Failure{"where the program is installed is not known"};
   const bool hasControlCharacter = std::ranges::any_of(
       m_executable, [](char character) { return static_cast<unsigned char>(character) < 0x20; });
-  if (hasControlCharacter) return "no desktop entry can name the program's path";
+  if (hasControlCharacter) return Failure{"no desktop entry can name the program's path"};
 
   const std::string path = FileStorage::followLinks(m_path);
-  Found found = find(path);
-  if (!found.isReadable) return found.cause;
-  if (!found.keys) found.keys.reset(g_key_file_new());
-  GKeyFile* keys = found.keys.get();
+  auto found = find(path);
+  if (!found) return found.failure();
+  if (!found->keys) found->keys.reset(g_key_file_new());
+  GKeyFile* keys = found->keys.get();
   const std::string before = takeText(g_key_file_to_data(keys, nullptr, nullptr));
   g_key_file_set_string(keys, kGroup, G_KEY_FILE_DESKTOP_KEY_TYPE, G_KEY_FILE_DESKTOP_TYPE_APPLICATION);
   g_key_file_set_string(keys, kGroup, G_KEY_FILE_DESKTOP_KEY_EXEC, execWord(m_executable).c_str());
@@ -126,19 +116,19 @@ std::optional<std::string> AutostartEntry::registerEntry() {
   g_key_file_set_string(keys, kGroup, G_KEY_FILE_DESKTOP_KEY_TRY_EXEC, m_executable.c_str());
   g_key_file_remove_key(keys, kGroup, G_KEY_FILE_DESKTOP_KEY_HIDDEN, nullptr);
   g_key_file_set_boolean(keys, kGroup, kEnabledKey, TRUE);
-  setDefault(found.keys, G_KEY_FILE_DESKTOP_KEY_NAME, "Orbel Menu");
-  setDefault(found.keys, G_KEY_FILE_DESKTOP_KEY_ICON, "org.orbelmenu.OrbelMenu");
-  setDefault(found.keys, G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY, "false");
+  setDefault(found->keys, G_KEY_FILE_DESKTOP_KEY_NAME, "Orbel Menu");
+  setDefault(found->keys, G_KEY_FILE_DESKTOP_KEY_ICON, "org.orbelmenu.OrbelMenu");
+  setDefault(found->keys, G_KEY_FILE_DESKTOP_KEY_STARTUP_NOTIFY, "false");
 
   const std::string text = takeText(g_key_file_to_data(keys, nullptr, nullptr));
-  if (text == before) return std::nullopt;
-  if (auto cause = FileStorage::makeFolder(FileStorage::folderOf(path))) return cause;
+  if (text == before) return {};
+  if (auto folder = FileStorage::makeFolder(FileStorage::folderOf(path)); !folder) return folder;
   return FileStorage::replace(path, bytesOf(text));
 }
 
-std::optional<std::string> AutostartEntry::removeEntry() const {
-  if (::unlink(m_path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) return std::nullopt;
-  return m_path + ": " + std::strerror(errno);
+Result<> AutostartEntry::removeEntry() const {
+  if (::unlink(m_path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) return {};
+  return Failure{m_path + ": " + std::strerror(errno)};
 }
 
 void AutostartEntry::rememberRegistration(bool registered) {
@@ -148,11 +138,11 @@ void AutostartEntry::rememberRegistration(bool registered) {
     return;
   }
   if (::access(m_markPath.c_str(), F_OK) == 0) return;
-  auto cause = FileStorage::makeFolder(FileStorage::folderOf(m_markPath));
-  if (!cause) cause = FileStorage::replace(m_markPath, bytesOf(kMarkText));
-  if (cause) {
+  auto marked = FileStorage::makeFolder(FileStorage::folderOf(m_markPath));
+  if (marked) marked = FileStorage::replace(m_markPath, bytesOf(kMarkText));
+  if (!marked) {
     Log::warning("an autostart entry that is removed while the program does not run will come back: " +
-                 *cause);
+                 marked.cause());
   }
 }
 
@@ -166,8 +156,7 @@ void AutostartEntry::watch() {
 
 std::unique_ptr<FolderWatch> AutostartEntry::watchNearest(const std::string& path) {
   const auto start = [this](const std::string& watched) {
-    return FolderWatch::start(
-        watched, [this] { somethingChanged(); }, nullptr);
+    return FolderWatch::start(watched, [this] { somethingChanged(); }).valueOr(nullptr);
   };
   if (auto watch = start(path)) return watch;
   const std::string folder = FileStorage::folderOf(path);
@@ -181,8 +170,9 @@ std::unique_ptr<FolderWatch> AutostartEntry::watchNearest(const std::string& pat
 void AutostartEntry::somethingChanged() {
   // Above the folder only its coming counts, and a folder that went has to come again.
   if (!m_watch || !m_watch->isAlive() || m_watch->path() != m_path) watch();
-  if (isStarted(find(m_path))) rememberRegistration(true); // with the desktop's own tools
-  const auto observers = m_observers;                      // one of them may end this object
+  if (const auto found = find(m_path); found && isStarted(*found))
+    rememberRegistration(true);       // with the desktop's own tools
+  const auto observers = m_observers; // one of them may end this object
   observers->notify();
 }
 

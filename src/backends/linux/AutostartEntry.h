@@ -9,7 +9,6 @@
 #include "platform/LoginItem.h"
 
 #include <memory>
-#include <optional>
 #include <string>
 
 namespace orbel::linux {
@@ -26,8 +25,8 @@ public:
 
   // Not registered when the entry is hidden, disabled or broken: desktops skip those; nor when it is gone
   // that was written here. Undecided when there is none and was none.
-  State state() const override;
-  bool setRegistered(bool registered) override;
+  Result<State> state() const override;
+  Result<> setRegistered(bool registered) override;
   Registration observeChanges(std::function<void()> block) override;
 
   const std::string& path() const { return m_path; }
@@ -38,8 +37,8 @@ public:
   static std::string execWord(const std::string& path);
 
 private:
-  std::optional<std::string> registerEntry(); // the cause when it failed
-  std::optional<std::string> removeEntry() const;
+  Result<> registerEntry();
+  Result<> removeEntry() const;
   void rememberRegistration(bool registered);
   void watch();
   // At the path, or at the nearest folder above it that is there; nothing when not even one could be watched.

@@ -24,10 +24,6 @@ struct Content {
   std::string desktopEntry;
 };
 
-ResolvedBookmark failure(std::string cause) {
-  return {std::nullopt, false, WorkspaceError{std::move(cause)}};
-}
-
 std::optional<std::int64_t> integer(const PropertyList& bookmark, const char* key) {
   const PropertyList* value = bookmark.find(key);
   const std::int64_t* number = value ? value->integer() : nullptr;
@@ -56,23 +52,17 @@ std::string pathIn(const PropertyList& bookmark) {
   return {};
 }
 
-std::optional<Content> decode(const PropertyList::Data& data, std::string& cause) {
-  const auto result = PropertyListCoder::read(data);
-  if (const auto* refused = std::get_if<PropertyListCoder::Failure>(&result)) {
-    cause = "the bookmark cannot be read: " + refused->cause;
-    return std::nullopt;
-  }
-  const auto& bookmark = std::get<PropertyList>(result);
+Result<Content> decode(const PropertyList::Data& data) {
+  const auto bookmark = PropertyListCoder::read(data);
+  if (!bookmark) return Failure{"the bookmark cannot be read: " + bookmark.cause()};
   Content content;
-  content.path = pathIn(bookmark);
-  if (content.path.empty() || content.path.front() != '/' || content.path.find('\0') != std::string::npos) {
-    cause = "the bookmark holds no absolute path";
-    return std::nullopt;
-  }
-  content.inode = bits(bookmark, "inode");
-  content.birthTime = integer(bookmark, "birthTime");
-  content.fileSystem = bits(bookmark, "fileSystem");
-  if (const PropertyList* entry = bookmark.find("desktopEntry"); entry && entry->string()) {
+  content.path = pathIn(*bookmark);
+  if (content.path.empty() || content.path.front() != '/' || content.path.find('\0') != std::string::npos)
+    return Failure{"the bookmark holds no absolute path"};
+  content.inode = bits(*bookmark, "inode");
+  content.birthTime = integer(*bookmark, "birthTime");
+  content.fileSystem = bits(*bookmark, "fileSystem");
+  if (const PropertyList* entry = bookmark->find("desktopEntry"); entry && entry->string()) {
     content.desktopEntry = *entry->string();
   }
   return content;
@@ -117,18 +107,14 @@ bool isOutOfReach(const Content& content, const std::string& folder, int error) 
 
 } // namespace
 
-PropertyList::Data Bookmarks::make(const std::string& path, std::optional<WorkspaceError>* error) const {
-  const auto refuse = [error](std::string cause) {
-    if (error) *error = WorkspaceError{std::move(cause)};
-    return PropertyList::Data();
-  };
+Result<PropertyList::Data> Bookmarks::make(const std::string& path) const {
   std::string target = path;
   while (target.size() > 1 && target.ends_with('/'))
     target.pop_back();
   if (target.empty() || target.front() != '/')
-    return refuse("no bookmark of \"" + path + "\": it is no absolute path");
+    return Failure{"no bookmark of \"" + path + "\": it is no absolute path"};
   const auto identity = FileIdentity::ofPath(target);
-  if (!identity) return refuse("no bookmark of " + target + ": " + std::strerror(errno));
+  if (!identity) return Failure{"no bookmark of " + target + ": " + std::strerror(errno)};
 
   PropertyList::Dictionary bookmark;
   bookmark["path"] = storedPath(target);
@@ -141,22 +127,20 @@ PropertyList::Data Bookmarks::make(const std::string& path, std::optional<Worksp
   return PropertyListCoder::write(std::move(bookmark), PropertyListCoder::Format::binary);
 }
 
-ResolvedBookmark Bookmarks::resolve(const PropertyList::Data& bookmark) const {
-  std::string cause;
-  const auto content = decode(bookmark, cause);
-  if (!content) return failure(cause);
+Result<ResolvedBookmark> Bookmarks::resolve(const PropertyList::Data& bookmark) const {
+  const auto content = decode(bookmark);
+  if (!content) return content.failure();
 
-  if (const auto present = FileIdentity::ofPath(content->path)) {
-    return {content->path, isOtherFile(*content, *present), std::nullopt};
-  }
+  if (const auto present = FileIdentity::ofPath(content->path))
+    return ResolvedBookmark{content->path, isOtherFile(*content, *present), {}};
   const int error = errno;
   const std::string folder = FileStorage::folderOf(content->path);
-  if (auto renamed = renamedInFolder(*content, folder)) return {std::move(renamed), true, std::nullopt};
-  if (const DesktopEntry* entry = m_entries.withIdentifier(content->desktopEntry)) {
-    return {entry->path, true, std::nullopt};
-  }
-  if (isOutOfReach(*content, folder, error)) return {content->path, false, std::nullopt};
-  return failure(content->path + " does not exist any more");
+  if (auto renamed = renamedInFolder(*content, folder))
+    return ResolvedBookmark{*std::move(renamed), true, {}};
+  if (const DesktopEntry* entry = m_entries.withIdentifier(content->desktopEntry))
+    return ResolvedBookmark{entry->path, true, {}};
+  if (isOutOfReach(*content, folder, error)) return ResolvedBookmark{content->path, false, {}};
+  return Failure{content->path + " does not exist any more"};
 }
 
 } // namespace orbel::linux

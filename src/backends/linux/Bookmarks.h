@@ -7,7 +7,6 @@
 #include "backends/linux/DesktopEntryIndex.h"
 #include "platform/Workspace.h"
 
-#include <optional>
 #include <string>
 
 namespace orbel::linux {
@@ -16,14 +15,14 @@ class Bookmarks {
 public:
   explicit Bookmarks(const DesktopEntryIndex& entries) : m_entries(entries) {}
 
-  // Empty data and a cause for a path that is not absolute or where there is nothing.
-  PropertyList::Data make(const std::string& path, std::optional<WorkspaceError>* error) const;
+  // Fails for a path that is not absolute or where there is nothing.
+  Result<PropertyList::Data> make(const std::string& path) const;
 
   // In this order: the path if something is there (stale when it is another file by now); the same file under
   // another name in the same folder; the same desktop entry in another data folder (both stale); the plain
-  // path when its folder or file system is not there at present or may not be looked into. Otherwise an
-  // error.
-  ResolvedBookmark resolve(const PropertyList::Data& bookmark) const;
+  // path when its folder or file system is not there at present or may not be looked into. Fails when none of
+  // these is to be had.
+  Result<ResolvedBookmark> resolve(const PropertyList::Data& bookmark) const;
 
 private:
   const DesktopEntryIndex& m_entries;

@@ -76,13 +76,13 @@ std::vector<std::string> DatedFiles::existing(const std::string& prefix, const s
   return paths;
 }
 
-DatedFiles::Aside DatedFiles::keepAside(const std::string& path, const std::string& suffix) {
+Result<DatedFiles::Aside> DatedFiles::keepAside(const std::string& path, const std::string& suffix) {
   while (true) {
     const std::string aside = freePath(path + suffix, "");
-    if (::link(path.c_str(), aside.c_str()) == 0) return {aside, {}, true};
+    if (::link(path.c_str(), aside.c_str()) == 0) return Aside{aside, true};
     if (errno == EEXIST) continue;
-    if (::rename(path.c_str(), aside.c_str()) == 0) return {aside, {}, false};
-    return {{}, std::strerror(errno), true};
+    if (::rename(path.c_str(), aside.c_str()) == 0) return Aside{aside, false};
+    return Failure{std::strerror(errno)};
   }
 }
 

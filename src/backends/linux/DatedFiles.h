@@ -2,7 +2,8 @@
 // time. Prefixes are absolute paths up to the time stamp. Used by the preferences file.
 #pragma once
 
-#include <optional>
+#include "foundation/Result.h"
+
 #include <string>
 #include <vector>
 
@@ -17,13 +18,12 @@ public:
   static std::vector<std::string> existing(const std::string& prefix, const std::string& suffix);
 
   struct Aside {
-    std::string path;  // where the content is now; "" when that failed
-    std::string cause; // then why
+    std::string path; // where the content is now
     bool isFirstNameKept = false;
   };
   // Gives the file's content a dated name beside it. The first name stays, so that a replacement can take it
   // in one step; where the file system has no second names the file moves.
-  static Aside keepAside(const std::string& path, const std::string& suffix);
+  static Result<Aside> keepAside(const std::string& path, const std::string& suffix);
 };
 
 } // namespace orbel::linux

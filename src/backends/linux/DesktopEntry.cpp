@@ -68,7 +68,7 @@ DesktopEntry::Values valuesOf(GKeyFile* file) {
 
 } // namespace
 
-std::variant<DesktopEntry, DesktopEntry::Failure> DesktopEntry::read(const std::string& path) {
+Result<DesktopEntry> DesktopEntry::read(const std::string& path) {
   const auto content = FileStorage::read(path, kLargestEntry);
   if (content.outcome == FileStorage::Outcome::missing) return Failure{path + " does not exist"};
   if (content.outcome != FileStorage::Outcome::read)
@@ -119,15 +119,15 @@ DesktopEntry DesktopEntry::withValues(std::string identifier, std::string path, 
   return entry;
 }
 
-std::optional<std::string> DesktopEntry::launchObstacle() const {
-  if (program.empty() && !isStartedOverBus) return path + " names no program to start";
+Result<> DesktopEntry::checkLaunch() const {
+  if (program.empty() && !isStartedOverBus) return Failure{path + " names no program to start"};
   for (const std::string& needed : {requiredProgram, program}) {
     if (needed.empty()) continue;
     if (takeText(g_find_program_in_path(needed.c_str())).empty()) {
-      return "the program " + needed + " of " + path + " is not installed or may not be executed";
+      return Failure{"the program " + needed + " of " + path + " is not installed or may not be executed"};
     }
   }
-  return std::nullopt;
+  return {};
 }
 
 bool DesktopEntry::isEntryPath(const std::string& path) {

@@ -2,10 +2,10 @@
 // A plain value; read by the index for the installed ones, on its own for an entry file that lies elsewhere.
 #pragma once
 
+#include "foundation/Result.h"
+
 #include <functional>
-#include <optional>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace orbel::linux {
@@ -28,12 +28,9 @@ struct DesktopEntry {
   bool runsInTerminal = false;
   bool isShown = true; // false by NoDisplay, Hidden, OnlyShowIn or NotShowIn
 
-  struct Failure {
-    std::string cause; // readable
-  };
   // Reads an entry file anywhere. A missing program is no failure here; a file that is no application entry
   // is one.
-  static std::variant<DesktopEntry, Failure> read(const std::string& path);
+  static Result<DesktopEntry> read(const std::string& path);
 
   // How the values of an entry's keys are asked for, whoever has read the file: "" or false for an absent
   // key.
@@ -44,9 +41,8 @@ struct DesktopEntry {
   };
   static DesktopEntry withValues(std::string identifier, std::string path, const Values& values);
 
-  // Why the entry cannot be started ("names no program", "the program x is not installed"); nothing when it
-  // can.
-  std::optional<std::string> launchObstacle() const;
+  // Fails when the entry cannot be started ("names no program", "the program x is not installed").
+  Result<> checkLaunch() const;
 
   // Whether a path looks like an entry file, by its name alone.
   static bool isEntryPath(const std::string& path);

@@ -117,8 +117,7 @@ FileIcons::Source FileIcons::sourceForEntry(const DesktopEntry& entry) const {
 FileIcons::Source FileIcons::sourceForFile(const std::string& path) const {
   if (DesktopEntry::isEntryPath(path)) {
     if (const DesktopEntry* entry = m_entries.withPath(path)) return sourceForEntry(*entry);
-    const auto read = DesktopEntry::read(path);
-    if (const auto* entry = std::get_if<DesktopEntry>(&read)) return sourceForEntry(*entry);
+    if (const auto read = DesktopEntry::read(path)) return sourceForEntry(*read);
     return {"", {"application-x-executable"}, kApplicationPicture};
   }
 

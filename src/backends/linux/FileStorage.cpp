@@ -51,36 +51,35 @@ bool writeAll(int descriptor, const PropertyList::Data& bytes) {
 // own name at the end is removed.
 class TemporaryFile {
 public:
-  // The cause when that failed, which is when the file of that name may not be written, too: a rename would
-  // get past a write protection that the user has set on the file alone.
-  TemporaryFile(const std::string& path, const PropertyList::Data& bytes, std::string& cause)
-      : m_path(path), m_name(FileStorage::folderOf(path) + "/." + FileStorage::nameOf(path) + ".XXXXXX") {
-    if (::access(path.c_str(), W_OK) != 0 && errno != ENOENT) {
-      cause = std::strerror(errno);
-      return;
-    }
-    Descriptor file(::mkostemp(m_name.data(), O_CLOEXEC)); // mode 0600
-    m_exists = file.isOpen();
-    struct stat status {};
-    m_isWritten = m_exists && writeAll(file.number(), bytes) && ::fsync(file.number()) == 0 &&
-                  ::fstat(file.number(), &status) == 0 && file.close();
-    m_number = status.st_ino;
-    if (!m_isWritten) cause = std::strerror(errno);
-  }
+  explicit TemporaryFile(const std::string& path)
+      : m_path(path), m_name(FileStorage::folderOf(path) + "/." + FileStorage::nameOf(path) + ".XXXXXX") {}
   ~TemporaryFile() {
     if (m_exists) ::unlink(m_name.c_str());
   }
   TemporaryFile(const TemporaryFile&) = delete;
   TemporaryFile& operator=(const TemporaryFile&) = delete;
 
-  bool isWritten() const { return m_isWritten; }
+  // Once, before anything else. Fails also when the file of that name may not be written: a rename would get
+  // past a write protection that the user has set on the file alone.
+  Result<> write(const PropertyList::Data& bytes) {
+    if (::access(m_path.c_str(), W_OK) != 0 && errno != ENOENT) return Failure{std::strerror(errno)};
+    Descriptor file(::mkostemp(m_name.data(), O_CLOEXEC)); // mode 0600
+    m_exists = file.isOpen();
+    struct stat status {};
+    if (!m_exists || !writeAll(file.number(), bytes) || ::fsync(file.number()) != 0 ||
+        ::fstat(file.number(), &status) != 0 || !file.close())
+      return Failure{std::strerror(errno)};
+    m_number = status.st_ino;
+    return {};
+  }
+
   const std::string& name() const { return m_name; }
   ino_t number() const { return m_number; }
 
-  bool takeName() {
-    if (::rename(m_name.c_str(), m_path.c_str()) != 0) return false;
+  Result<> takeName() {
+    if (::rename(m_name.c_str(), m_path.c_str()) != 0) return Failure{std::strerror(errno)};
     nameIsTaken();
-    return true;
+    return {};
   }
   void nameIsTaken() {
     m_exists = false;
@@ -95,7 +94,7 @@ public:
 private:
   std::string m_path, m_name;
   ino_t m_number = 0;
-  bool m_exists = false, m_isWritten = false;
+  bool m_exists = false;
 };
 
 // 0 where there is none.
@@ -143,40 +142,37 @@ FileStorage::Content FileStorage::read(const std::string& path, std::size_t limi
   }
 }
 
-std::optional<std::string> FileStorage::replace(const std::string& path, const PropertyList::Data& bytes) {
-  std::string cause;
-  TemporaryFile file(path, bytes, cause);
-  if (!file.isWritten()) return cause;
-  if (!file.takeName()) return std::strerror(errno);
-  return std::nullopt;
+Result<> FileStorage::replace(const std::string& path, const PropertyList::Data& bytes) {
+  TemporaryFile file(path);
+  if (auto written = file.write(bytes); !written) return written;
+  return file.takeName();
 }
 
-FileStorage::ReplacementResult FileStorage::replaceIfStill(const std::string& path,
-                                                           const std::optional<PropertyList::Data>& expected,
-                                                           const PropertyList::Data& bytes) {
-  std::string cause;
-  TemporaryFile file(path, bytes, cause);
-  if (!file.isWritten()) return {Replacement::failed, cause};
+Result<FileStorage::Replacement>
+FileStorage::replaceIfStill(const std::string& path, const std::optional<PropertyList::Data>& expected,
+                            const PropertyList::Data& bytes) {
+  TemporaryFile file(path);
+  if (const auto written = file.write(bytes); !written) return written.failure();
   // One step, so that nobody's file can come in between a look and the replacement.
   const unsigned how = expected ? RENAME_EXCHANGE : RENAME_NOREPLACE;
   if (::renameat2(AT_FDCWD, file.name().c_str(), AT_FDCWD, path.c_str(), how) == 0) {
     if (!expected) {
       file.nameIsTaken();
-      return {Replacement::done, {}};
+      return Replacement::done;
     }
     const Content earlier = read(file.name(), expected->size());
     if (earlier.outcome == Outcome::read && earlier.bytes == *expected) {
       file.syncFolder();
-      return {Replacement::done, {}}; // what stands under the temporary name now goes with it
+      return Replacement::done; // what stands under the temporary name now goes with it
     }
     giveBack(file, path);
-    return {Replacement::overtaken, {}};
+    return Replacement::overtaken;
   }
-  if (errno == (expected ? ENOENT : EEXIST)) return {Replacement::overtaken, {}};
-  // A file system that cannot do that.
-  const bool cannot = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
-  if (cannot && file.takeName()) return {Replacement::done, {}};
-  return {Replacement::failed, std::strerror(errno)};
+  if (errno == (expected ? ENOENT : EEXIST)) return Replacement::overtaken;
+  const bool cannotExchange = errno == EINVAL || errno == ENOSYS || errno == EOPNOTSUPP;
+  if (!cannotExchange) return Failure{std::strerror(errno)};
+  if (const auto taken = file.takeName(); !taken) return taken.failure();
+  return Replacement::done;
 }
 
 std::string FileStorage::followLinks(const std::string& path) {
@@ -199,16 +195,16 @@ std::string FileStorage::withoutLinks(const std::string& path) {
   return real ? std::string(real.get()) : path;
 }
 
-std::optional<std::string> FileStorage::makeFolder(const std::string& folder) {
-  if (::mkdir(folder.c_str(), 0700) == 0) return std::nullopt;
+Result<> FileStorage::makeFolder(const std::string& folder) {
+  if (::mkdir(folder.c_str(), 0700) == 0) return {};
   if (errno == ENOENT && folder != "/" && folder != ".") {
-    if (auto cause = makeFolder(folderOf(folder))) return cause;
-    if (::mkdir(folder.c_str(), 0700) == 0) return std::nullopt;
+    if (auto above = makeFolder(folderOf(folder)); !above) return above;
+    if (::mkdir(folder.c_str(), 0700) == 0) return {};
   }
   const int error = errno;
   struct stat status {};
-  if (::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return std::nullopt;
-  return std::strerror(error);
+  if (::stat(folder.c_str(), &status) == 0 && S_ISDIR(status.st_mode)) return {};
+  return Failure{std::strerror(error)};
 }
 
 std::string FileStorage::folderOf(const std::string& path) {

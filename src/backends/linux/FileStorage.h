@@ -4,6 +4,7 @@
 #pragma once
 
 #include "foundation/PropertyList.h"
+#include "foundation/Result.h"
 
 #include <cstddef>
 #include <optional>
@@ -23,22 +24,17 @@ public:
   // An ordinary file of at most that many bytes. Never blocks on a pipe or device.
   static Content read(const std::string& path, std::size_t limit);
 
-  // A new file of mode 0600 takes the name in one step, once its bytes are on the disk. Nothing when it
-  // worked, else the cause; then the old file is as it was. A file that may not be written is not replaced
-  // either.
-  static std::optional<std::string> replace(const std::string& path, const PropertyList::Data& bytes);
+  // A new file of mode 0600 takes the name in one step, once its bytes are on the disk. After a failure the
+  // old file is as it was. A file that may not be written is not replaced either.
+  static Result<> replace(const std::string& path, const PropertyList::Data& bytes);
 
-  enum class Replacement { done, overtaken, failed };
-  struct ReplacementResult {
-    Replacement outcome = Replacement::failed;
-    std::string cause; // when failed
-  };
+  enum class Replacement { done, overtaken };
   // Like replace(), for a file that other programs write, too: only while it is as expected (nothing: while
   // there is none). Overtaken by another program, which may be at it in this very moment, it leaves that
   // program's file at its place.
-  static ReplacementResult replaceIfStill(const std::string& path,
-                                          const std::optional<PropertyList::Data>& expected,
-                                          const PropertyList::Data& bytes);
+  static Result<Replacement> replaceIfStill(const std::string& path,
+                                            const std::optional<PropertyList::Data>& expected,
+                                            const PropertyList::Data& bytes);
 
   // The file that a chain of symbolic links leads to, existing or not; the path itself when it is no link.
   static std::string followLinks(const std::string& path);
@@ -46,8 +42,8 @@ public:
   // The path without any symbolic link in it; the path itself when nothing is there.
   static std::string withoutLinks(const std::string& path);
 
-  // Folder and the missing ones above it, mode 0700. The cause when that failed.
-  static std::optional<std::string> makeFolder(const std::string& folder);
+  // Folder and the missing ones above it, mode 0700.
+  static Result<> makeFolder(const std::string& folder);
 
   static std::string folderOf(const std::string& path);
   static std::string nameOf(const std::string& path);

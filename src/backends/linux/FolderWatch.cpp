@@ -63,8 +63,8 @@ struct FolderWatch::State : std::enable_shared_from_this<State> {
   }
 };
 
-std::unique_ptr<FolderWatch> FolderWatch::start(const std::string& path, std::function<void()> block,
-                                                std::string* cause) {
+Result<std::unique_ptr<FolderWatch>> FolderWatch::start(const std::string& path,
+                                                        std::function<void()> block) {
   auto state = std::make_shared<State>();
   state->path = path;
   state->fileName = FileStorage::nameOf(path);
@@ -72,10 +72,8 @@ std::unique_ptr<FolderWatch> FolderWatch::start(const std::string& path, std::fu
   state->descriptor = inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
   if (state->descriptor < 0 ||
       inotify_add_watch(state->descriptor, FileStorage::folderOf(path).c_str(),
-                        kFileEvents | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR) < 0) {
-    if (cause) *cause = std::strerror(errno);
-    return nullptr;
-  }
+                        kFileEvents | IN_DELETE_SELF | IN_MOVE_SELF | IN_ONLYDIR) < 0)
+    return Failure{std::strerror(errno)};
   state->source = g_unix_fd_source_new(state->descriptor, G_IO_IN);
   const GUnixFDSourceFunc readable = [](gint, GIOCondition, gpointer data) -> gboolean {
     static_cast<State*>(data)->readEvents();

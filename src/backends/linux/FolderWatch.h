@@ -2,6 +2,8 @@
 // Reports on the main thread, from GLib's default main context. Used by the preferences file.
 #pragma once
 
+#include "foundation/Result.h"
+
 #include <functional>
 #include <memory>
 #include <string>
@@ -10,10 +12,9 @@ namespace orbel::linux {
 
 class FolderWatch {
 public:
-  // Nothing, and the cause, when the path's folder cannot be watched. The block is called once for several
-  // changes read together; also when the folder itself goes, after which the watch is dead (isAlive).
-  static std::unique_ptr<FolderWatch> start(const std::string& path, std::function<void()> block,
-                                            std::string* cause);
+  // Fails when the path's folder cannot be watched. The block is called once for several changes read
+  // together; also when the folder itself goes, after which the watch is dead (isAlive).
+  static Result<std::unique_ptr<FolderWatch>> start(const std::string& path, std::function<void()> block);
   ~FolderWatch();
   FolderWatch(const FolderWatch&) = delete;
   FolderWatch& operator=(const FolderWatch&) = delete;

@@ -9,8 +9,8 @@
 #include <unistd.h>
 
 #include <array>
+#include <memory>
 #include <ranges>
-#include <variant>
 
 namespace orbel::linux {
 
@@ -98,14 +98,14 @@ std::string causeOf(GError* error) {
   return owned ? owned->message : "no cause was given";
 }
 
-std::optional<WorkspaceError> spawn(GDesktopAppInfo* info, const std::string& path,
-                                    const std::vector<std::string>& uris, GAppLaunchContext* context) {
+Result<> spawn(GDesktopAppInfo* info, const std::string& path, const std::vector<std::string>& uris,
+               GAppLaunchContext* context) {
   GError* error = nullptr;
   if (g_desktop_app_info_launch_uris_as_manager(info, Texts(uris).list, context, G_SPAWN_SEARCH_PATH,
                                                 beginSession, nullptr, nullptr, nullptr, &error)) {
-    return std::nullopt;
+    return {};
   }
-  return WorkspaceError{path + " could not be started: " + causeOf(error)};
+  return Failure{path + " could not be started: " + causeOf(error)};
 }
 
 // The same entry for starting its program ourselves, whatever it says about the bus.
@@ -144,8 +144,9 @@ struct BusStart {
     const auto info = withoutBus(start->path);
     if (!info) {
       Log::error(start->path + " could not be started over the session bus: " + cause);
-    } else if (const auto failure = spawn(info.get(), start->path, start->uris, start->context.get())) {
-      Log::error(failure->cause);
+    } else if (const auto spawned = spawn(info.get(), start->path, start->uris, start->context.get());
+               !spawned) {
+      Log::error(spawned.cause());
     }
   }
 };
@@ -155,17 +156,15 @@ struct BusStart {
 Launcher::Launcher(common::TopLevelWindows& windows, std::vector<std::string> privateVariables)
     : m_windows(windows), m_privateVariables(std::move(privateVariables)) {}
 
-std::optional<WorkspaceError> Launcher::launchEntry(const std::string& entryPath,
-                                                    const std::vector<std::string>& uris) const {
-  const auto read = DesktopEntry::read(entryPath);
-  if (const auto* failure = std::get_if<DesktopEntry::Failure>(&read)) return WorkspaceError{failure->cause};
-  const auto& entry = std::get<DesktopEntry>(read);
-  if (auto obstacle = entry.launchObstacle()) return WorkspaceError{std::move(*obstacle)};
+Result<> Launcher::launchEntry(const std::string& entryPath, const std::vector<std::string>& uris) const {
+  const auto entry = DesktopEntry::read(entryPath);
+  if (!entry) return entry.failure();
+  if (auto checked = entry->checkLaunch(); !checked) return checked;
   const auto info = infoOf(entryPath);
-  if (!info) return WorkspaceError{entryPath + " cannot be started"};
+  if (!info) return Failure{entryPath + " cannot be started"};
 
-  auto context = makeContext(m_privateVariables, makeStartupId(entry.name, entryPath));
-  if (!entry.isStartedOverBus) return spawn(info.get(), entryPath, uris, context.get());
+  auto context = makeContext(m_privateVariables, makeStartupId(entry->name, entryPath));
+  if (!entry->isStartedOverBus) return spawn(info.get(), entryPath, uris, context.get());
   // GIO passes a token over the bus only for entries with StartupNotify, and reports an error of its own
   // about the missing one otherwise.
   const bool takesToken = g_desktop_app_info_get_boolean(info.get(), "StartupNotify") != FALSE;
@@ -174,14 +173,13 @@ std::optional<WorkspaceError> Launcher::launchEntry(const std::string& entryPath
   const Texts list(start->uris);
   g_app_info_launch_uris_async(G_APP_INFO(info.get()), list.list, borrowed, nullptr, BusStart::finished,
                                start.release());
-  return std::nullopt;
+  return {};
 }
 
-std::optional<WorkspaceError> Launcher::launchExecutable(const std::string& path,
-                                                         const std::vector<std::string>& arguments) const {
+Result<> Launcher::launchExecutable(const std::string& path,
+                                    const std::vector<std::string>& arguments) const {
   if (!ApplicationFinder::isProgram(path)) {
-    return WorkspaceError{path +
-                          (::access(path.c_str(), F_OK) == 0 ? " may not be executed" : " does not exist")};
+    return Failure{path + (::access(path.c_str(), F_OK) == 0 ? " may not be executed" : " does not exist")};
   }
   const auto context = makeContext(m_privateVariables, makeStartupId(FileStorage::nameOf(path), ""));
   char** environment = g_app_launch_context_get_environment(context.get());
@@ -193,8 +191,8 @@ std::optional<WorkspaceError> Launcher::launchExecutable(const std::string& path
   const bool isStarted = g_spawn_async(g_get_home_dir(), words.data(), environment, G_SPAWN_DEFAULT,
                                        beginSession, nullptr, nullptr, &error) != FALSE;
   g_strfreev(environment);
-  if (isStarted) return std::nullopt;
-  return WorkspaceError{path + " could not be started: " + causeOf(error)};
+  if (isStarted) return {};
+  return Failure{path + " could not be started: " + causeOf(error)};
 }
 
 std::string Launcher::makeStartupId(const std::string& name, const std::string& entryPath) const {

@@ -5,10 +5,9 @@
 
 #include "backends/common/TopLevelWindows.h"
 #include "backends/linux/DesktopEntry.h"
-#include "platform/Workspace.h"
+#include "foundation/Result.h"
 
 #include <deque>
-#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -21,12 +20,10 @@ public:
   // programs takes away.
   Launcher(common::TopLevelWindows& windows, std::vector<std::string> privateVariables);
 
-  // Each returns nothing when the start worked, else why not.
-  std::optional<WorkspaceError> launchEntry(const std::string& entryPath,
-                                            const std::vector<std::string>& uris) const;
+  // What shows only after the start is logged here.
+  Result<> launchEntry(const std::string& entryPath, const std::vector<std::string>& uris) const;
   // An executable file or AppImage, with paths (or other words) as its arguments, in the home folder.
-  std::optional<WorkspaceError> launchExecutable(const std::string& path,
-                                                 const std::vector<std::string>& arguments) const;
+  Result<> launchExecutable(const std::string& path, const std::vector<std::string>& arguments) const;
 
   // The entry that was started under that identifier, or "". The last few dozen are known.
   std::string entryStartedAs(const std::string& startupId) const;

@@ -7,19 +7,8 @@
 #include <sys/stat.h>
 
 #include <utility>
-#include <variant>
 
 namespace orbel::linux {
-
-namespace {
-
-// Logs the failure, if there is one; true when there is none.
-bool worked(const std::optional<WorkspaceError>& error) {
-  if (error) Log::warning(error->cause);
-  return !error;
-}
-
-} // namespace
 
 LinuxWorkspace::LinuxWorkspace(common::TopLevelWindows& windows, common::IconLoader& icons,
                                std::vector<std::string> privateVariables)
@@ -52,36 +41,36 @@ bool LinuxWorkspace::playsRole(const RunningApplication& application, const std:
   return entry && runsBundle(application, entry->path);
 }
 
-bool LinuxWorkspace::launchApplication(const std::string& nameOrPath) {
+Result<Workspace::Launch> LinuxWorkspace::launchApplication(const std::string& nameOrPath) {
   const auto application = m_finder.find(nameOrPath);
-  if (!application) return worked(WorkspaceError{"there is no application " + nameOrPath});
+  if (!application) return Failure{"there is no application " + nameOrPath};
   // Which of them is meant only the caller knows, who can bring that one forward itself.
-  if (application->runsMoreThanOnce) return false;
-  return worked(start(*application, {}));
+  if (application->runsMoreThanOnce) return Launch::ambiguous;
+  if (const auto started = start(*application, {}); !started) return started.failure();
+  return Launch::done;
 }
 
-std::optional<WorkspaceError> LinuxWorkspace::launchApplicationAtPath(const std::string& bundlePath) {
+Result<> LinuxWorkspace::launchApplicationAtPath(const std::string& bundlePath) {
   if (const auto application = m_finder.find(bundlePath)) return start(*application, {});
   switch (fileKind(bundlePath)) {
   case FileKind::missing:
-    return WorkspaceError{bundlePath + " does not exist"};
+    return Failure{bundlePath + " does not exist"};
   case FileKind::directory:
-    showFolder(bundlePath);
-    return std::nullopt;
+    return showFolder(bundlePath);
   case FileKind::file:
     break;
   }
   // It counts as an application by its name alone: what can be done with it is to open it.
   const auto opener = DefaultApplications::forFile(bundlePath);
-  if (!opener) return WorkspaceError{"no application opens " + bundlePath};
+  if (!opener) return Failure{"no application opens " + bundlePath};
   return m_launcher.launchEntry(*opener, {DefaultApplications::uriForPath(bundlePath)});
 }
 
-std::optional<WorkspaceError> LinuxWorkspace::start(const ApplicationFinder::Application& application,
-                                                    const std::string& documentPath) const {
+Result<> LinuxWorkspace::start(const ApplicationFinder::Application& application,
+                               const std::string& documentPath) const {
   if (documentPath.empty() && application.running &&
       application.running->activate(ActivationReason::userChoice)) {
-    return std::nullopt;
+    return {};
   }
   if (!application.entryPath.empty()) {
     std::vector<std::string> uris;
@@ -93,49 +82,49 @@ std::optional<WorkspaceError> LinuxWorkspace::start(const ApplicationFinder::App
     if (!documentPath.empty()) arguments.push_back(documentPath);
     return m_launcher.launchExecutable(application.executablePath, arguments);
   }
-  return WorkspaceError{application.running->localizedName() + " has no program file that could be started"};
+  return Failure{application.running->localizedName() + " has no program file that could be started"};
 }
 
-bool LinuxWorkspace::openFile(const std::string& path) {
+Result<> LinuxWorkspace::openFile(const std::string& path) {
   switch (fileKind(path)) {
   case FileKind::missing:
-    return worked(WorkspaceError{path + " does not exist"});
+    return Failure{path + " does not exist"};
   case FileKind::directory:
     return showFolder(path);
   case FileKind::file:
     break;
   }
-  if (m_entries.withPath(path)) return worked(launchApplicationAtPath(path));
+  if (m_entries.withPath(path)) return launchApplicationAtPath(path);
   const auto opener = DefaultApplications::forFile(path);
-  if (!opener) return worked(WorkspaceError{"no application opens " + path});
-  return worked(m_launcher.launchEntry(*opener, {DefaultApplications::uriForPath(path)}));
+  if (!opener) return Failure{"no application opens " + path};
+  return m_launcher.launchEntry(*opener, {DefaultApplications::uriForPath(path)});
 }
 
-bool LinuxWorkspace::openFileWithApplication(const std::string& path, const std::string& nameOrPath) {
+Result<> LinuxWorkspace::openFileWithApplication(const std::string& path, const std::string& nameOrPath) {
   const auto application = m_finder.find(nameOrPath);
-  if (!application)
-    return worked(WorkspaceError{"there is no application " + nameOrPath + " to open " + path});
-  return worked(start(*application, path));
+  if (!application) return Failure{"there is no application " + nameOrPath + " to open " + path};
+  return start(*application, path);
 }
 
-bool LinuxWorkspace::openUrl(const std::string& url) {
+Result<> LinuxWorkspace::openUrl(const std::string& url) {
   const auto handler = DefaultApplications::forUrl(url);
-  if (!handler) return worked(WorkspaceError{"no application opens the address " + url});
-  return worked(m_launcher.launchEntry(*handler, {url}));
+  if (!handler) return Failure{"no application opens the address " + url};
+  return m_launcher.launchEntry(*handler, {url});
 }
 
-bool LinuxWorkspace::showFolder(const std::string& path) {
-  if (fileKind(path) != FileKind::directory) return worked(WorkspaceError{path + " is no folder"});
+Result<> LinuxWorkspace::showFolder(const std::string& path) {
+  if (fileKind(path) != FileKind::directory) return Failure{path + " is no folder"};
   m_fileManager.showFolder(path, m_windows.makeStartupId(displayName(path)));
-  return true;
+  return {};
 }
 
+// The file manager may call this long after showFolder() has answered: nobody else can log a failure.
 void LinuxWorkspace::openFolderWithHandler(const std::string& path) const {
   const auto handler = DefaultApplications::forContentType("inode/directory");
   if (!handler) {
-    worked(WorkspaceError{"no file manager shows " + path});
+    Log::warning("no file manager shows " + path);
   } else {
-    worked(m_launcher.launchEntry(*handler, {DefaultApplications::uriForPath(path)}));
+    Log::warningIfFailed(m_launcher.launchEntry(*handler, {DefaultApplications::uriForPath(path)}));
   }
 }
 
@@ -157,8 +146,7 @@ std::string LinuxWorkspace::displayName(const std::string& path) const {
   if (path.empty()) return {};
   if (DesktopEntry::isEntryPath(path)) {
     if (const DesktopEntry* entry = m_entries.withPath(path)) return entry->name;
-    const auto read = DesktopEntry::read(path);
-    if (const auto* entry = std::get_if<DesktopEntry>(&read)) return entry->name;
+    if (const auto read = DesktopEntry::read(path)) return read->name;
   }
   // Also makes text of a name that is not in the system's encoding.
   return takeText(g_filename_display_basename(path.c_str()));
@@ -180,12 +168,11 @@ std::vector<std::string> LinuxWorkspace::applicationsForFile(const std::string& 
   return DefaultApplications::allForFile(path);
 }
 
-PropertyList::Data LinuxWorkspace::makeBookmark(const std::string& path,
-                                                std::optional<WorkspaceError>* error) const {
-  return m_bookmarks.make(path, error);
+Result<PropertyList::Data> LinuxWorkspace::makeBookmark(const std::string& path) const {
+  return m_bookmarks.make(path);
 }
 
-ResolvedBookmark LinuxWorkspace::resolveBookmark(const PropertyList::Data& bookmark) const {
+Result<ResolvedBookmark> LinuxWorkspace::resolveBookmark(const PropertyList::Data& bookmark) const {
   return m_bookmarks.resolve(bookmark);
 }
 

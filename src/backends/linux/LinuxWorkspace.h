@@ -32,12 +32,12 @@ public:
   bool runsBundle(const RunningApplication& application, const std::string& bundlePath) const override;
   bool playsRole(const RunningApplication& application, const std::string& name) const override;
 
-  bool launchApplication(const std::string& nameOrPath) override;
-  std::optional<WorkspaceError> launchApplicationAtPath(const std::string& bundlePath) override;
-  bool openFile(const std::string& path) override;
-  bool openFileWithApplication(const std::string& path, const std::string& nameOrPath) override;
-  bool openUrl(const std::string& url) override;
-  bool showFolder(const std::string& path) override;
+  Result<Launch> launchApplication(const std::string& nameOrPath) override;
+  Result<> launchApplicationAtPath(const std::string& bundlePath) override;
+  Result<> openFile(const std::string& path) override;
+  Result<> openFileWithApplication(const std::string& path, const std::string& nameOrPath) override;
+  Result<> openUrl(const std::string& url) override;
+  Result<> showFolder(const std::string& path) override;
   bool isApplicationBundle(const std::string& path) const override;
   std::optional<std::string> applicationForUrl(const std::string& url) const override;
 
@@ -49,13 +49,11 @@ public:
   std::optional<std::string> defaultApplicationForFile(const std::string& path) const override;
   std::vector<std::string> applicationsForFile(const std::string& path) const override;
 
-  PropertyList::Data makeBookmark(const std::string& path,
-                                  std::optional<WorkspaceError>* error) const override;
-  ResolvedBookmark resolveBookmark(const PropertyList::Data& bookmark) const override;
+  Result<PropertyList::Data> makeBookmark(const std::string& path) const override;
+  Result<ResolvedBookmark> resolveBookmark(const PropertyList::Data& bookmark) const override;
 
 private:
-  std::optional<WorkspaceError> start(const ApplicationFinder::Application& application,
-                                      const std::string& documentPath) const;
+  Result<> start(const ApplicationFinder::Application& application, const std::string& documentPath) const;
   void openFolderWithHandler(const std::string& path) const;
 
   common::TopLevelWindows& m_windows;

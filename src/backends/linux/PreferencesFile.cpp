@@ -8,7 +8,6 @@
 #include <unistd.h>
 
 #include <utility>
-#include <variant>
 
 namespace orbel::linux {
 
@@ -19,11 +18,11 @@ constexpr std::size_t kLargestFile = 64 * 1024 * 1024;
 
 constexpr int kMostAttempts = 5; // of a save that another program's is always quicker than
 
-std::variant<PropertyList::Dictionary, std::string> decode(const PropertyList::Data& bytes) {
-  auto result = PropertyListCoder::read(bytes);
-  if (const auto* failure = std::get_if<PropertyListCoder::Failure>(&result)) return failure->cause;
-  if (const auto* values = std::get<PropertyList>(result).dictionary()) return *values;
-  return "it holds no dictionary";
+Result<PropertyList::Dictionary> decode(const PropertyList::Data& bytes) {
+  const auto read = PropertyListCoder::read(bytes);
+  if (!read) return read.failure();
+  if (const auto* values = read->dictionary()) return *values;
+  return Failure{"it holds no dictionary"};
 }
 
 } // namespace
@@ -35,11 +34,11 @@ PreferencesFile::PreferencesFile(std::string path, RunLoop& runLoop)
 
 PreferencesFile::~PreferencesFile() {
   m_observers = {};
-  PreferencesFile::synchronize();
+  static_cast<void>(PreferencesFile::synchronize());
 }
 
 void PreferencesFile::start() {
-  FileStorage::makeFolder(FileStorage::folderOf(m_path)); // a failure shows at the first save
+  static_cast<void>(FileStorage::makeFolder(FileStorage::folderOf(m_path))); // shows at the first save
   takeChangesFromDisk(Patience::none);
   if (!m_refusal.empty()) {
     if (auto values = readBackup()) m_values = std::move(*values);
@@ -77,7 +76,7 @@ Registration PreferencesFile::observeChanges(std::function<void()> block) {
   return m_observers.add(std::move(block));
 }
 
-bool PreferencesFile::synchronize() {
+Result<> PreferencesFile::synchronize() {
   return save(Patience::none);
 }
 
@@ -86,37 +85,39 @@ void PreferencesFile::scheduleSave() {
   m_runLoop.after(kSaveDelay, [this, life = m_lifetime.watch()] {
     if (life.hasEnded()) return;
     m_isSaveScheduled = false;
-    save(Patience::waitForWriter);
+    static_cast<void>(save(Patience::waitForWriter));
   });
 }
 
-bool PreferencesFile::save(Patience patience) {
-  if (!hasUnsavedChanges()) return true;
+Result<> PreferencesFile::save(Patience patience) {
+  if (!hasUnsavedChanges()) return {};
   bool valuesChanged = false;
-  auto outcome = FileStorage::Replacement::overtaken;
-  for (int attempt = 0; attempt < kMostAttempts && outcome == FileStorage::Replacement::overtaken;
-       ++attempt) {
+  Result<Replacement> saved = Replacement::overtaken;
+  for (int attempt = 0; attempt < kMostAttempts && saved && *saved == Replacement::overtaken; ++attempt) {
     valuesChanged = takeChangesFromDisk(patience) || valuesChanged;
     // While another program seems to be writing, the file waits; fileMayHaveChanged() schedules this again.
     if (m_doubtfulBytes) break;
-    outcome = hasUnsavedChanges() ? write(Over::whatIsKnown) : FileStorage::Replacement::done;
+    saved = hasUnsavedChanges() ? write(Over::whatIsKnown) : Replacement::done;
   }
-  if (outcome == FileStorage::Replacement::overtaken && !m_doubtfulBytes) scheduleSave();
+  const bool isOvertaken = saved && *saved == Replacement::overtaken;
+  if (isOvertaken && !m_doubtfulBytes) scheduleSave();
   if (valuesChanged) m_observers.notify();
-  return outcome == FileStorage::Replacement::done;
+  if (isOvertaken) return Failure{"another program is writing " + m_path};
+  return saved ? Result<>() : saved.failure();
 }
 
-FileStorage::Replacement PreferencesFile::write(Over over) {
+Result<PreferencesFile::Replacement> PreferencesFile::write(Over over) {
   if (!m_refusal.empty()) return reportSaveFailure(m_refusal);
-  if (auto cause = FileStorage::makeFolder(FileStorage::folderOf(m_path))) return reportSaveFailure(*cause);
+  if (const auto folder = FileStorage::makeFolder(FileStorage::folderOf(m_path)); !folder)
+    return reportSaveFailure(folder.cause());
   auto bytes = PropertyListCoder::write(m_values, PropertyListCoder::Format::xml);
   const std::string file = FileStorage::followLinks(m_path);
   if (over == Over::whatIsKnown) {
-    const auto result = FileStorage::replaceIfStill(file, m_diskBytes, bytes);
-    if (result.outcome == FileStorage::Replacement::failed) return reportSaveFailure(result.cause);
-    if (result.outcome == FileStorage::Replacement::overtaken) return result.outcome;
-  } else if (auto cause = FileStorage::replace(file, bytes)) {
-    return reportSaveFailure(*cause);
+    const auto replaced = FileStorage::replaceIfStill(file, m_diskBytes, bytes);
+    if (!replaced) return reportSaveFailure(replaced.cause());
+    if (*replaced == Replacement::overtaken) return replaced;
+  } else if (const auto replaced = FileStorage::replace(file, bytes); !replaced) {
+    return reportSaveFailure(replaced.cause());
   }
   m_diskBytes = std::move(bytes);
   m_unsavedKeys.clear();
@@ -125,15 +126,15 @@ FileStorage::Replacement PreferencesFile::write(Over over) {
     Log::information("the preferences are saved again in " + m_path);
   writeBackup(*m_diskBytes);
   watch();
-  return FileStorage::Replacement::done;
+  return Replacement::done;
 }
 
-FileStorage::Replacement PreferencesFile::reportSaveFailure(const std::string& cause) {
+Failure PreferencesFile::reportSaveFailure(const std::string& cause) {
   if (!std::exchange(m_isSaveFailureKnown, true)) {
     Log::error("the preferences could not be saved in " + m_path + ": " + cause +
                "; changes stay in memory until that works");
   }
-  return FileStorage::Replacement::failed;
+  return {cause};
 }
 
 bool PreferencesFile::takeChangesFromDisk(Patience patience) {
@@ -155,12 +156,12 @@ bool PreferencesFile::takeChangesFromDisk(Patience patience) {
   }
 
   auto decoded = decode(content.bytes);
-  if (auto* values = std::get_if<PropertyList::Dictionary>(&decoded)) {
+  if (decoded) {
     m_knownRefusal.clear();
     m_doubtfulBytes.reset();
     m_diskBytes = std::move(content.bytes);
     writeBackup(*m_diskBytes);
-    return merge(std::move(*values));
+    return merge(*std::move(decoded));
   }
   if (patience == Patience::waitForWriter) {
     const double now = m_runLoop.clock().now();
@@ -173,7 +174,7 @@ bool PreferencesFile::takeChangesFromDisk(Patience patience) {
       return false;
     }
   }
-  return takeUnreadable(std::get<std::string>(decoded));
+  return takeUnreadable(decoded.cause());
 }
 
 void PreferencesFile::refuse(const std::string& cause) {
@@ -198,12 +199,12 @@ bool PreferencesFile::takeUnreadable(const std::string& cause) {
   m_doubtfulBytes.reset();
   const std::string file = FileStorage::followLinks(m_path);
   const auto aside = DatedFiles::keepAside(file, ".unreadable-");
-  if (aside.path.empty()) {
-    refuse(cause + ", and it could not be moved aside: " + aside.cause);
+  if (!aside) {
+    refuse(cause + ", and it could not be moved aside: " + aside.cause());
     return false;
   }
   Log::error("the preferences in " + m_path + " cannot be read: " + cause + "; the file is kept as " +
-             aside.path);
+             aside->path);
 
   // While running, memory is the last good copy; at the start the backup is.
   bool valuesChanged = false;
@@ -212,12 +213,12 @@ bool PreferencesFile::takeUnreadable(const std::string& cause) {
   }
   m_diskBytes.reset();
   if (m_values.empty()) {
-    if (aside.isFirstNameKept) ::unlink(file.c_str());
+    if (aside->isFirstNameKept) ::unlink(file.c_str());
   } else {
     // At once, and over the bad file: there is no moment without a file that could be taken for a fresh
     // start.
     m_mustSave = true;
-    write(Over::anything);
+    static_cast<void>(write(Over::anything));
   }
   return valuesChanged;
 }
@@ -226,15 +227,14 @@ std::optional<PropertyList::Dictionary> PreferencesFile::readBackup() const {
   const std::string path = m_path + ".backup";
   const auto content = FileStorage::read(path, kLargestFile);
   if (content.outcome == FileStorage::Outcome::missing) return std::nullopt;
-  auto decoded = content.outcome == FileStorage::Outcome::read
-                     ? decode(content.bytes)
-                     : std::variant<PropertyList::Dictionary, std::string>(content.cause);
-  if (auto* values = std::get_if<PropertyList::Dictionary>(&decoded)) {
+  auto decoded =
+      content.outcome == FileStorage::Outcome::read ? decode(content.bytes) : Failure{content.cause};
+  if (decoded) {
     Log::information("the preferences start from their last good copy, " + path);
-    return std::move(*values);
+    return *std::move(decoded);
   }
   Log::error("the last good copy of the preferences, " + path +
-             ", cannot be read either: " + std::get<std::string>(decoded));
+             ", cannot be read either: " + decoded.cause());
   return std::nullopt;
 }
 
@@ -242,10 +242,10 @@ void PreferencesFile::writeBackup(const PropertyList::Data& bytes) {
   const std::string path = m_path + ".backup";
   const auto present = FileStorage::read(path, kLargestFile);
   if (present.outcome == FileStorage::Outcome::read && present.bytes == bytes) return;
-  const auto cause = FileStorage::replace(path, bytes);
-  if (cause && !m_isBackupFailureKnown)
-    Log::warning("no copy of the preferences could be kept as " + path + ": " + *cause);
-  m_isBackupFailureKnown = cause.has_value();
+  const auto written = FileStorage::replace(path, bytes);
+  if (!written && !m_isBackupFailureKnown)
+    Log::warning("no copy of the preferences could be kept as " + path + ": " + written.cause());
+  m_isBackupFailureKnown = !written;
 }
 
 void PreferencesFile::keepDatedCopy() {
@@ -255,20 +255,18 @@ void PreferencesFile::keepDatedCopy() {
   const auto content = FileStorage::read(FileStorage::followLinks(m_path), kLargestFile);
   if (content.outcome == FileStorage::Outcome::missing) return;
   const std::string copy = DatedFiles::freePath(prefix, suffix);
-  std::optional<std::string> cause;
-  if (content.outcome != FileStorage::Outcome::read) {
-    cause = content.cause;
-  } else {
+  Result<> kept = Failure{content.cause};
+  if (content.outcome == FileStorage::Outcome::read) {
     const auto copies = DatedFiles::existing(prefix, suffix);
     // The same content again would only push older, different copies out.
     if (!copies.empty()) {
       const auto newest = FileStorage::read(copies.back(), kLargestFile);
       if (newest.outcome == FileStorage::Outcome::read && newest.bytes == content.bytes) return;
     }
-    cause = FileStorage::replace(copy, content.bytes);
+    kept = FileStorage::replace(copy, content.bytes);
   }
-  if (cause) {
-    Log::error("no dated copy of " + m_path + " could be kept: " + *cause);
+  if (!kept) {
+    Log::error("no dated copy of " + m_path + " could be kept: " + kept.cause());
     return;
   }
   Log::information("a copy of the preferences is kept as " + copy);
@@ -306,13 +304,11 @@ void PreferencesFile::watch() {
 
 void PreferencesFile::watchFolder(std::unique_ptr<FolderWatch>& watch, const std::string& path) {
   if (watch && watch->isAlive() && watch->path() == path) return;
-  std::string cause;
-  watch = FolderWatch::start(
-      path, [this] { scheduleReading(kSettleDelay); }, &cause);
-  if (!watch && !m_isWatchFailureKnown) {
-    Log::warning("changes of " + path + " from outside will not be seen: " + cause);
-  }
-  m_isWatchFailureKnown = !watch;
+  auto started = FolderWatch::start(path, [this] { scheduleReading(kSettleDelay); });
+  if (!started && !m_isWatchFailureKnown)
+    Log::warning("changes of " + path + " from outside will not be seen: " + started.cause());
+  m_isWatchFailureKnown = !started;
+  watch = std::move(started).valueOr(nullptr);
 }
 
 } // namespace orbel::linux

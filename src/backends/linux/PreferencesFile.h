@@ -38,11 +38,12 @@ public:
   const PropertyList* object(const std::string& key) const override;
   void setObject(const std::string& key, PropertyList value) override;
   void removeObject(const std::string& key) override;
-  bool synchronize() override;
+  Result<> synchronize() override;
   void keepDatedCopy() override;
   Registration observeChanges(std::function<void()> block) override;
 
 private:
+  using Replacement = FileStorage::Replacement;
   enum class Patience { none, waitForWriter }; // with a file that cannot be read
   enum class Over { whatIsKnown, anything };   // what the file may hold that is replaced
 
@@ -58,9 +59,9 @@ private:
   void scheduleReading(double delay);
   void fileMayHaveChanged();
   bool hasUnsavedChanges() const { return m_mustSave || !m_unsavedKeys.empty(); }
-  bool save(Patience patience);
-  FileStorage::Replacement write(Over over);
-  FileStorage::Replacement reportSaveFailure(const std::string& cause); // failed
+  Result<> save(Patience patience); // a failure is logged
+  Result<Replacement> write(Over over);
+  Failure reportSaveFailure(const std::string& cause); // hands the cause on
   void writeBackup(const PropertyList::Data& bytes);
   void watch();
   void watchFolder(std::unique_ptr<FolderWatch>& watch, const std::string& path);

@@ -46,8 +46,7 @@ std::optional<DesktopEntry> resolve(const Role& role, const DesktopEntryIndex& e
     const auto path = DefaultApplications::forContentType(type);
     if (!path) continue;
     if (const DesktopEntry* entry = entries.withPath(*path)) return *entry;
-    auto read = DesktopEntry::read(*path);
-    if (auto* entry = std::get_if<DesktopEntry>(&read)) return std::move(*entry);
+    if (auto read = DesktopEntry::read(*path)) return *std::move(read);
   }
   for (const auto& candidate : role.candidates) {
     if (const DesktopEntry* entry = entries.withIdentifier(candidate)) return *entry;

@@ -160,8 +160,7 @@ std::optional<DesktopEntry> RunningApplicationList::entryFor(const common::TopLe
     if (path.empty()) return std::nullopt;
     if (const DesktopEntry* entry = m_entries.withPath(path)) return *entry;
     auto read = DesktopEntry::read(path);
-    return std::holds_alternative<DesktopEntry>(read) ? std::optional(std::get<DesktopEntry>(read))
-                                                      : std::nullopt;
+    return read ? std::optional(*std::move(read)) : std::nullopt;
   };
 
   if (auto entry = known(m_entries.withIdentifier(window.applicationId))) return entry;

@@ -78,7 +78,7 @@ void PassiveKeyGrabs::remove(const std::shared_ptr<Entry>& entry) {
 }
 
 std::vector<PassiveKeyGrabs::Grab> PassiveKeyGrabs::grabsFor(KeyCombination combination) const {
-  const unsigned keyCode = combination.evdevCode + VirtualKeyCodes::kXKeyCodeOffset;
+  const unsigned keyCode = combination.evdevCode + common::VirtualKeyCodes::kXKeyCodeOffset;
   if (keyCode < m_connection.setup().min_keycode || keyCode > m_connection.setup().max_keycode) return {};
   std::vector<Grab> grabs;
   for (const std::uint16_t mask :

@@ -107,7 +107,7 @@ std::optional<std::string> X11KeyboardLayout::textForKeyCode(std::uint64_t virtu
   const Keymap* keymap = evdevCode ? currentKeymap() : nullptr;
   if (!keymap) return std::nullopt;
 
-  const xkb_keycode_t keyCode = *evdevCode + VirtualKeyCodes::kXKeyCodeOffset;
+  const xkb_keycode_t keyCode = *evdevCode + common::VirtualKeyCodes::kXKeyCodeOffset;
   const xkb_keysym_t symbol = xkb_state_key_get_one_sym(keymap->state.get(), keyCode);
   const auto dead = std::ranges::find(kDeadKeys, symbol, &DeadKey::symbol);
   if (dead != kDeadKeys.end()) return std::string(dead->spacing);

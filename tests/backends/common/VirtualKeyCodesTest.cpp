@@ -53,11 +53,11 @@ TEST(VirtualKeyCodesTest, EveryKeyGoesThereAndBackAndNoTwoAreTheSame) {
 }
 
 TEST(VirtualKeyCodesTest, CodesWithoutAKeyGiveNone) {
-  EXPECT_FALSE(VirtualKeyCodes::evdevCode(52));
-  EXPECT_FALSE(VirtualKeyCodes::evdevCode(127));
-  EXPECT_FALSE(VirtualKeyCodes::evdevCode(kNoKeyCode));
-  EXPECT_FALSE(VirtualKeyCodes::evdevCode((std::uint64_t{1} << 16) + 49));
-  EXPECT_FALSE(VirtualKeyCodes::virtualKeyCode(KEY_SYSRQ));
+  EXPECT_FALSE(common::VirtualKeyCodes::evdevCode(52));
+  EXPECT_FALSE(common::VirtualKeyCodes::evdevCode(127));
+  EXPECT_FALSE(common::VirtualKeyCodes::evdevCode(kNoKeyCode));
+  EXPECT_FALSE(common::VirtualKeyCodes::evdevCode((std::uint64_t{1} << 16) + 49));
+  EXPECT_FALSE(common::VirtualKeyCodes::virtualKeyCode(KEY_SYSRQ));
 }
 
 } // namespace

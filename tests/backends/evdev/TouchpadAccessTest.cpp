@@ -38,13 +38,13 @@ private:
 class TouchpadAccessTest : public TouchpadTest {};
 
 TEST_F(TouchpadAccessTest, WithoutATouchpadNothingIsMissing) {
-  EXPECT_TRUE(TouchpadAccess::check());
+  EXPECT_TRUE(evdev::TouchpadAccess::check());
 }
 
 TEST_F(TouchpadAccessTest, ATouchpadThatCanBeReadIsNotNamed) {
   TestTouchpad pad(testbed());
   pad.plugIn();
-  EXPECT_TRUE(TouchpadAccess::check());
+  EXPECT_TRUE(evdev::TouchpadAccess::check());
 }
 
 TEST_F(TouchpadAccessTest, ATouchpadThatMayNotBeReadIsNamedWithTheCause) {
@@ -52,7 +52,7 @@ TEST_F(TouchpadAccessTest, ATouchpadThatMayNotBeReadIsNamedWithTheCause) {
   pad.plugIn();
   openTestbedToOthers();
   const WithoutAccess none(pad);
-  EXPECT_EQ(TouchpadAccess::check().cause(),
+  EXPECT_EQ(evdev::TouchpadAccess::check().cause(),
             "the touchpad \"Locked\" (/dev/input/event5): Permission denied");
 }
 

@@ -20,13 +20,12 @@ protected:
   void SetUp() override { DesktopSandbox::write(path, "content"); }
 
   PropertyList::Data make(const std::string& target) const {
-    std::optional<WorkspaceError> error;
-    auto data = bookmarks.make(target, &error);
-    EXPECT_EQ(error.has_value(), data.empty()) << target;
-    return data;
+    auto data = bookmarks.make(target);
+    EXPECT_TRUE(data) << data.cause();
+    return std::move(data).valueOr({});
   }
   static PropertyList::Dictionary decoded(const PropertyList::Data& data) {
-    return *std::get<PropertyList>(PropertyListCoder::read(data)).dictionary();
+    return *PropertyListCoder::read(data)->dictionary();
   }
   static PropertyList::Data encoded(const PropertyList& value) {
     return PropertyListCoder::write(value, PropertyListCoder::Format::binary);
@@ -38,15 +37,15 @@ protected:
   }
   void expectResolves(const PropertyList::Data& data, const std::string& target, bool isStale) const {
     const auto resolved = bookmarks.resolve(data);
-    EXPECT_EQ(resolved.path, target);
-    EXPECT_EQ(resolved.isStale, isStale);
-    EXPECT_FALSE(resolved.error) << resolved.error->cause;
+    ASSERT_TRUE(resolved) << resolved.cause();
+    EXPECT_EQ(resolved->path, target);
+    EXPECT_EQ(resolved->isStale, isStale);
+    EXPECT_FALSE(resolved->drawback);
   }
   void expectError(const PropertyList::Data& data, const std::string& part) const {
     const auto resolved = bookmarks.resolve(data);
-    EXPECT_EQ(resolved.path, std::nullopt);
-    ASSERT_TRUE(resolved.error);
-    EXPECT_NE(resolved.error->cause.find(part), std::string::npos) << resolved.error->cause;
+    EXPECT_FALSE(resolved);
+    EXPECT_NE(resolved.cause().find(part), std::string::npos) << resolved.cause();
   }
 
   const std::string folder = DesktopSandbox::shared().makeFolder();
@@ -185,12 +184,10 @@ TEST_F(BookmarksTest, DropASlashAtTheEnd) {
 }
 
 TEST_F(BookmarksTest, CannotBeMadeOfNothing) {
-  std::optional<WorkspaceError> error;
-  EXPECT_TRUE(bookmarks.make(folder + "/missing", &error).empty());
-  ASSERT_TRUE(error);
-  EXPECT_NE(error->cause.find(folder + "/missing"), std::string::npos);
-  EXPECT_TRUE(bookmarks.make("relative/path", &error).empty());
-  EXPECT_TRUE(bookmarks.make("", nullptr).empty());
+  EXPECT_EQ(bookmarks.make(folder + "/missing").cause(),
+            "no bookmark of " + folder + "/missing: No such file or directory");
+  EXPECT_FALSE(bookmarks.make("relative/path"));
+  EXPECT_FALSE(bookmarks.make(""));
 }
 
 TEST_F(BookmarksTest, AreErrorsWhenTheyAreNoBookmarks) {

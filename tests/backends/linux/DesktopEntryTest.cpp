@@ -11,16 +11,14 @@ namespace {
 
 class DesktopEntryTest : public testing::Test {
 protected:
-  std::variant<DesktopEntry, DesktopEntry::Failure> read(const std::string& lines,
-                                                         const std::string& head = "Type=Application\n") {
+  Result<DesktopEntry> read(const std::string& lines, const std::string& head = "Type=Application\n") {
     DesktopSandbox::write(path, "[Desktop Entry]\n" + head + lines);
     return DesktopEntry::read(path);
   }
   DesktopEntry entry(const std::string& lines) {
     const auto result = read(lines);
-    if (const auto* failure = std::get_if<DesktopEntry::Failure>(&result)) ADD_FAILURE() << failure->cause;
-    const auto* found = std::get_if<DesktopEntry>(&result);
-    return found ? *found : DesktopEntry();
+    EXPECT_TRUE(result) << result.cause();
+    return result ? *result : DesktopEntry();
   }
 
   const std::string folder = DesktopSandbox::shared().makeFolder();
@@ -38,7 +36,7 @@ TEST_F(DesktopEntryTest, ReadsWhatNamesDrawsAndMatchesTheProgram) {
   EXPECT_EQ(paint.categories, (std::vector<std::string>{"Graphics", "2DGraphics"}));
   EXPECT_FALSE(paint.hasOwnArguments);
   EXPECT_TRUE(paint.isShown);
-  EXPECT_EQ(paint.launchObstacle(), std::nullopt);
+  EXPECT_TRUE(paint.checkLaunch());
 }
 
 TEST_F(DesktopEntryTest, FollowsLinksToTheProgramAndLooksThroughEnv) {
@@ -56,11 +54,11 @@ TEST_F(DesktopEntryTest, LooksThroughTheOptionsOfEnv) {
     const auto found = entry("Name=P\nExec=env " + options + " real-paint %f\n");
     EXPECT_EQ(found.executable, real) << options;
     EXPECT_EQ(found.program, "real-paint") << options;
-    EXPECT_EQ(found.launchObstacle(), std::nullopt) << options;
+    EXPECT_TRUE(found.checkLaunch()) << options;
     EXPECT_FALSE(found.hasOwnArguments) << options;
   }
-  EXPECT_EQ(entry("Name=P\nExec=env -u LANG\n").launchObstacle(), path + " names no program to start");
-  EXPECT_EQ(entry("Name=P\nExec=env -i no-such-program-here\n").launchObstacle(),
+  EXPECT_EQ(entry("Name=P\nExec=env -u LANG\n").checkLaunch().cause(), path + " names no program to start");
+  EXPECT_EQ(entry("Name=P\nExec=env -i no-such-program-here\n").checkLaunch().cause(),
             "the program no-such-program-here of " + path + " is not installed or may not be executed");
 }
 
@@ -75,7 +73,7 @@ TEST_F(DesktopEntryTest, LooksForAProgramWithARelativePathInTheFolderThatItIsSta
   EXPECT_EQ(entry("Name=P\nPath=" + above + "\nExec=env --chdir=" + name + " ./start\n").executable, real);
   EXPECT_EQ(entry("Name=P\nPath=/tmp\nExec=" + folder + "/start\n").executable, real);
   EXPECT_EQ(entry("Name=P\nPath=" + folder + "\nExec=real-paint\n").executable, real);
-  EXPECT_EQ(entry("Name=P\nPath=" + folder + "\nExec=./missing\n").launchObstacle(),
+  EXPECT_EQ(entry("Name=P\nPath=" + folder + "\nExec=./missing\n").checkLaunch().cause(),
             "the program " + folder + "/./missing of " + path + " is not installed or may not be executed");
 }
 
@@ -89,27 +87,26 @@ TEST_F(DesktopEntryTest, TakesTheFilesNameWhereThereIsNoName) {
 }
 
 TEST_F(DesktopEntryTest, SaysWhyAnEntryCannotBeStarted) {
-  EXPECT_EQ(entry("Name=P\n").launchObstacle(), path + " names no program to start");
-  EXPECT_EQ(entry("Name=P\nExec=no-such-program-here %U\n").launchObstacle(),
+  EXPECT_EQ(entry("Name=P\n").checkLaunch().cause(), path + " names no program to start");
+  EXPECT_EQ(entry("Name=P\nExec=no-such-program-here %U\n").checkLaunch().cause(),
             "the program no-such-program-here of " + path + " is not installed or may not be executed");
-  EXPECT_EQ(entry("Name=P\nExec=/bin/sh\nTryExec=also-not-here\n").launchObstacle(),
+  EXPECT_EQ(entry("Name=P\nExec=/bin/sh\nTryExec=also-not-here\n").checkLaunch().cause(),
             "the program also-not-here of " + path + " is not installed or may not be executed");
-  EXPECT_EQ(entry("Name=P\nDBusActivatable=true\n").launchObstacle(), std::nullopt);
+  EXPECT_TRUE(entry("Name=P\nDBusActivatable=true\n").checkLaunch());
 }
 
 TEST_F(DesktopEntryTest, RefusesWhatIsNoApplicationsEntry) {
-  using Failure = DesktopEntry::Failure;
-  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(folder + "/missing.desktop")));
-  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(folder)));
-  EXPECT_TRUE(std::holds_alternative<Failure>(read("URL=https://example.org\n", "Type=Link\n")));
+  EXPECT_FALSE(DesktopEntry::read(folder + "/missing.desktop"));
+  EXPECT_FALSE(DesktopEntry::read(folder));
+  EXPECT_FALSE(read("URL=https://example.org\n", "Type=Link\n"));
   DesktopSandbox::write(path, std::string("\x7f"
                                           "ELF\0\0",
                                           6));
-  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(path)));
+  EXPECT_FALSE(DesktopEntry::read(path));
   DesktopSandbox::write(path, "");
-  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(path)));
+  EXPECT_FALSE(DesktopEntry::read(path));
   DesktopSandbox::write(path, "[Desktop Entry]\nType=Application\n" + std::string(2 * 1024 * 1024, '#'));
-  EXPECT_TRUE(std::holds_alternative<Failure>(DesktopEntry::read(path)));
+  EXPECT_FALSE(DesktopEntry::read(path));
 }
 
 TEST_F(DesktopEntryTest, IsNotShownWhenTheEntrySaysSo) {

@@ -43,24 +43,26 @@ TEST_F(FileStorageTest, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
     ASSERT_EQ(::mkdir(own.c_str(), 0755), 0);
     DesktopSandbox::write(own + "/file", "old");
     ::chmod(own.c_str(), 0555);
-    EXPECT_EQ(FileStorage::replace(own + "/file", DesktopSandbox::bytes("new")), "Permission denied");
+    EXPECT_EQ(FileStorage::replace(own + "/file", DesktopSandbox::bytes("new")).cause(), "Permission denied");
     EXPECT_EQ(DesktopSandbox::read(own + "/file"), "old");
     ::chmod(own.c_str(), 0755);
   }));
-  EXPECT_TRUE(FileStorage::replace(folder + "/no/folder/file", {}).has_value());
+  EXPECT_FALSE(FileStorage::replace(folder + "/no/folder/file", {}));
 }
 
 TEST_F(FileStorageTest, LeavesNothingBehindWhenTheNameCannotBeTaken) {
   std::filesystem::create_directory(path); // a file cannot be renamed over a folder
-  EXPECT_TRUE(FileStorage::replace(path, DesktopSandbox::bytes("x")).has_value());
+  EXPECT_EQ(FileStorage::replace(path, DesktopSandbox::bytes("x")).cause(), "Is a directory");
   EXPECT_EQ(DesktopSandbox::list(folder), std::vector<std::string>{"file"});
 }
 
 TEST_F(FileStorageTest, ReplacesAFileOfSeveralWritersOnlyWhileItIsAsExpected) {
   using Replacement = FileStorage::Replacement;
   const auto bytes = [](const char* text) { return DesktopSandbox::bytes(text); };
-  const auto replace = [&](std::optional<PropertyList::Data> expected, const char* text) {
-    return FileStorage::replaceIfStill(path, expected, bytes(text)).outcome;
+  const auto replace = [&](const std::optional<PropertyList::Data>& expected,
+                           const char* text) -> std::optional<Replacement> {
+    const auto replaced = FileStorage::replaceIfStill(path, expected, bytes(text));
+    return replaced ? std::optional(*replaced) : std::nullopt;
   };
   EXPECT_EQ(replace(bytes("old"), "new"), Replacement::overtaken) << "it has been removed";
   EXPECT_EQ(replace(std::nullopt, "first"), Replacement::done);
@@ -85,8 +87,10 @@ TEST_F(FileStorageTest, NeverReplacesWhatAQuickerProgramHasJustWritten) {
       DesktopSandbox::write(temporary, outside);
       std::filesystem::rename(temporary, path);
     });
-    FileStorage::replaceIfStill(path, DesktopSandbox::bytes(before), DesktopSandbox::bytes("ours"));
+    const auto replaced =
+        FileStorage::replaceIfStill(path, DesktopSandbox::bytes(before), DesktopSandbox::bytes("ours"));
     other.join();
+    ASSERT_TRUE(replaced) << replaced.cause();
     // Ours either came before the other's or not at all.
     ASSERT_EQ(DesktopSandbox::read(path), outside) << "round " << round;
   }
@@ -104,12 +108,12 @@ TEST_F(FileStorageTest, FollowsChainsOfLinksAndStopsAtCircles) {
 }
 
 TEST_F(FileStorageTest, MakesFoldersAndSaysWhyItCannot) {
-  EXPECT_FALSE(FileStorage::makeFolder(folder + "/a/b/c"));
-  EXPECT_FALSE(FileStorage::makeFolder(folder + "/a/b/c"));
+  EXPECT_TRUE(FileStorage::makeFolder(folder + "/a/b/c"));
+  EXPECT_TRUE(FileStorage::makeFolder(folder + "/a/b/c"));
   EXPECT_TRUE(std::filesystem::is_directory(folder + "/a/b/c"));
   DesktopSandbox::write(path, "x");
-  EXPECT_TRUE(FileStorage::makeFolder(path));
-  EXPECT_TRUE(FileStorage::makeFolder(path + "/below"));
+  EXPECT_EQ(FileStorage::makeFolder(path).cause(), "File exists");
+  EXPECT_EQ(FileStorage::makeFolder(path + "/below").cause(), "Not a directory");
 }
 
 TEST_F(FileStorageTest, SplitsPaths) {

@@ -32,6 +32,10 @@ protected:
     EXPECT_TRUE(waitUntil([&] { return workspace.applicationForUrl("orbel-test:") == path; }));
     return path;
   }
+  bool launches(const std::string& nameOrPath) {
+    const auto launch = workspace.launchApplication(nameOrPath);
+    return launch && *launch == Workspace::Launch::done;
+  }
   void open(const Program& program, const std::string& className) {
     common::TopLevelWindow window;
     window.id = 1;
@@ -57,15 +61,15 @@ TEST_F(LinuxWorkspaceTest, StartsAnApplicationOnceAndThenBringsItForward) {
   const ProgramReport reporter("workspace-reporter");
   const auto path =
       entries.add("tool.desktop", "Name=Tool\nExec=workspace-reporter\nStartupWMClass=ToolWindow\n");
-  EXPECT_FALSE(workspace.launchApplicationAtPath(path));
+  EXPECT_TRUE(workspace.launchApplicationAtPath(path));
   EXPECT_FALSE(reporter.wait().empty());
   const auto starts = windows.startupIds.size();
 
   const Program program(folder + "/tool");
   open(program, "ToolWindow");
-  EXPECT_FALSE(workspace.launchApplicationAtPath(path));
-  EXPECT_TRUE(workspace.launchApplication("Tool"));
-  EXPECT_TRUE(workspace.launchApplication(folder + "/tool"));
+  EXPECT_TRUE(workspace.launchApplicationAtPath(path));
+  EXPECT_TRUE(launches("Tool"));
+  EXPECT_TRUE(launches(folder + "/tool"));
   EXPECT_EQ(windows.activated, (std::vector<std::uint64_t>{1, 1, 1}));
   EXPECT_EQ(windows.startupIds.size(), starts);
 }
@@ -78,24 +82,25 @@ TEST_F(LinuxWorkspaceTest, LeavesItToTheCallerWhichOfTwoProcessesOfAnExecutableI
   window.id = 2;
   window.processIdentifier = second.processIdentifier();
   windows.open(window);
-  EXPECT_FALSE(workspace.launchApplication(folder + "/tool"));
+  const auto launch = workspace.launchApplication(folder + "/tool");
+  ASSERT_TRUE(launch) << launch.cause();
+  EXPECT_EQ(*launch, Workspace::Launch::ambiguous);
   EXPECT_TRUE(windows.activated.empty());
   EXPECT_TRUE(windows.startupIds.empty());
   EXPECT_TRUE(log.lines.empty());
   windows.close(1);
-  EXPECT_TRUE(workspace.launchApplication(folder + "/tool"));
+  EXPECT_TRUE(launches(folder + "/tool"));
   EXPECT_EQ(windows.activated, std::vector<std::uint64_t>{2});
 }
 
-TEST_F(LinuxWorkspaceTest, SaysAndLogsWhyAnApplicationCannotBeStarted) {
-  const auto error = workspace.launchApplicationAtPath(folder + "/gone.desktop");
-  ASSERT_TRUE(error);
-  EXPECT_EQ(error->cause, folder + "/gone.desktop does not exist");
-  EXPECT_TRUE(log.lines.empty()) << "whoever asked logs it";
-  EXPECT_FALSE(workspace.launchApplication("No Such Program"));
-  EXPECT_EQ(log.count("there is no application No Such Program"), 1);
-  EXPECT_EQ(workspace.launchApplicationAtPath(folder + "/gone.app")->cause,
+TEST_F(LinuxWorkspaceTest, SaysWhyAnApplicationCannotBeStarted) {
+  EXPECT_EQ(workspace.launchApplicationAtPath(folder + "/gone.desktop").cause(),
+            folder + "/gone.desktop does not exist");
+  EXPECT_EQ(workspace.launchApplication("No Such Program").cause(),
+            "there is no application No Such Program");
+  EXPECT_EQ(workspace.launchApplicationAtPath(folder + "/gone.app").cause(),
             folder + "/gone.app does not exist");
+  EXPECT_TRUE(log.lines.empty()) << "whoever asked logs it";
 }
 
 TEST_F(LinuxWorkspaceTest, StartsAnAppImageAndOpensDocumentsWithIt) {
@@ -137,17 +142,16 @@ TEST_F(LinuxWorkspaceTest, OpensAFileWithAGivenApplicationEvenIfThatRuns) {
 TEST_F(LinuxWorkspaceTest, OpensAFileWithTheProgramInARole) {
   const ProgramReport reporter("role-reporter");
   entries.add("browser.desktop", "Name=B\nExec=role-reporter %f\nCategories=WebBrowser;\n");
-  EXPECT_TRUE(waitUntil([&] { return workspace.openFileWithApplication(document, "Safari"); }));
+  EXPECT_TRUE(waitUntil([&] { return workspace.openFileWithApplication(document, "Safari").succeeded(); }));
   EXPECT_TRUE(hasArgument(reporter.wait(), document));
 }
 
-TEST_F(LinuxWorkspaceTest, LogsAFileThatCannotBeOpened) {
-  EXPECT_FALSE(workspace.openFile(folder + "/missing"));
-  EXPECT_EQ(log.count(folder + "/missing does not exist"), 1);
-  EXPECT_FALSE(workspace.openFile(document));
-  EXPECT_EQ(log.count("no application opens " + document), 1);
-  EXPECT_FALSE(workspace.openFileWithApplication(document, "No Such Program"));
-  EXPECT_EQ(log.count("No Such Program"), 1);
+TEST_F(LinuxWorkspaceTest, SaysWhyAFileCannotBeOpened) {
+  EXPECT_EQ(workspace.openFile(folder + "/missing").cause(), folder + "/missing does not exist");
+  EXPECT_EQ(workspace.openFile(document).cause(), "no application opens " + document);
+  EXPECT_EQ(workspace.openFileWithApplication(document, "No Such Program").cause(),
+            "there is no application No Such Program to open " + document);
+  EXPECT_TRUE(log.lines.empty()) << "whoever asked logs it";
   EXPECT_EQ(workspace.defaultApplicationForFile(folder + "/missing"), std::nullopt);
   EXPECT_TRUE(workspace.applicationsForFile(folder + "/missing").empty());
 }
@@ -157,8 +161,17 @@ TEST_F(LinuxWorkspaceTest, ShowsAFolderWithTheFolderHandlerWhenThereIsNoBus) {
   installOpener("folders.desktop", "folder-reporter");
   EXPECT_TRUE(workspace.openFile(folder));
   EXPECT_TRUE(hasArgument(reporter.wait(), folder));
-  EXPECT_FALSE(workspace.showFolder(document));
-  EXPECT_EQ(log.count(document + " is no folder"), 1);
+  EXPECT_EQ(workspace.showFolder(document).cause(), document + " is no folder");
+}
+
+TEST_F(LinuxWorkspaceTest, LogsAFolderThatNothingShowsItself) {
+  desktop.setDefaults("");
+  EXPECT_TRUE(waitUntil([&] {
+    return workspace.applicationsForFile(folder).empty() &&
+           workspace.defaultApplicationForFile(folder) == std::nullopt;
+  }));
+  EXPECT_TRUE(workspace.showFolder(folder));
+  EXPECT_TRUE(waitUntil([&] { return log.count("no file manager shows " + folder) == 1; }));
 }
 
 TEST_F(LinuxWorkspaceTest, OpensWhatOnlyCountsAsAnApplicationAsAFile) {
@@ -166,7 +179,7 @@ TEST_F(LinuxWorkspaceTest, OpensWhatOnlyCountsAsAnApplicationAsAFile) {
   installOpener("named.desktop", "named-reporter");
   const std::string path = folder + "/notes.apps/letter.orbeltest";
   DesktopSandbox::write(path, "x");
-  EXPECT_FALSE(workspace.launchApplicationAtPath(path));
+  EXPECT_TRUE(workspace.launchApplicationAtPath(path));
   EXPECT_TRUE(hasArgument(reporter.wait(), path));
 }
 
@@ -174,7 +187,7 @@ TEST_F(LinuxWorkspaceTest, ShowsAFolderThatOnlyCountsAsAnApplication) {
   const ProgramReport reporter("app-folder-reporter");
   installOpener("app-folder.desktop", "app-folder-reporter");
   std::filesystem::create_directory(folder + "/notes.apps");
-  EXPECT_FALSE(workspace.launchApplicationAtPath(folder + "/notes.apps"));
+  EXPECT_TRUE(workspace.launchApplicationAtPath(folder + "/notes.apps"));
   EXPECT_TRUE(hasArgument(reporter.wait(), folder + "/notes.apps"));
 }
 
@@ -183,8 +196,8 @@ TEST_F(LinuxWorkspaceTest, OpensAnAddressWithTheHandlerOfItsScheme) {
   const auto path =
       entries.add("url.desktop", "Name=U\nExec=url-reporter %u\nMimeType=x-scheme-handler/orbel-other;\n");
   EXPECT_EQ(workspace.applicationForUrl("orbel-other:"), std::nullopt);
-  EXPECT_FALSE(workspace.openUrl("orbel-other:terminate/5"));
-  EXPECT_EQ(log.count("no application opens the address orbel-other:terminate/5"), 1);
+  EXPECT_EQ(workspace.openUrl("orbel-other:terminate/5").cause(),
+            "no application opens the address orbel-other:terminate/5");
   desktop.setDefaults("x-scheme-handler/orbel-other=url.desktop\n");
   EXPECT_TRUE(waitUntil([&] { return workspace.applicationForUrl("orbel-other:") == path; }));
   EXPECT_TRUE(workspace.openUrl("orbel-other:terminate/5"));
@@ -229,10 +242,11 @@ TEST_F(LinuxWorkspaceTest, KnowsWhichProgramPlaysARole) {
 }
 
 TEST_F(LinuxWorkspaceTest, BookmarksAndDrawsFiles) {
-  std::optional<WorkspaceError> error;
-  const auto bookmark = workspace.makeBookmark(document, &error);
-  EXPECT_FALSE(error);
-  EXPECT_EQ(workspace.resolveBookmark(bookmark).path, document);
+  const auto bookmark = workspace.makeBookmark(document);
+  ASSERT_TRUE(bookmark) << bookmark.cause();
+  const auto resolved = workspace.resolveBookmark(*bookmark);
+  ASSERT_TRUE(resolved) << resolved.cause();
+  EXPECT_EQ(resolved->path, document);
   EXPECT_EQ(workspace.iconForFile(document), workspace.iconForFile(document));
   EXPECT_TRUE(workspace.imageNamed("Finder"));
   EXPECT_EQ(workspace.imageNamed("Paint"), nullptr);
@@ -242,7 +256,7 @@ TEST_F(LinuxWorkspaceTest, MatchesTheWindowOfWhatItStartedByTheStartupIdentifier
   const ProgramReport reporter("started-reporter");
   const std::string path = folder + "/mine.desktop";
   DesktopSandbox::write(path, "[Desktop Entry]\nType=Application\nName=Mine\nExec=started-reporter\n");
-  EXPECT_FALSE(workspace.launchApplicationAtPath(path));
+  EXPECT_TRUE(workspace.launchApplicationAtPath(path));
   EXPECT_FALSE(reporter.wait().empty());
   const Program program(folder + "/whatever");
   common::TopLevelWindow window;

@@ -46,8 +46,7 @@ public:
 private:
   static PropertyList::Dictionary decoded(const std::string& file) {
     const auto result = PropertyListCoder::read(DesktopSandbox::bytes(DesktopSandbox::read(file)));
-    const auto* value = std::get_if<PropertyList>(&result);
-    return value && value->dictionary() ? *value->dictionary() : PropertyList::Dictionary{};
+    return result && result->dictionary() ? *result->dictionary() : PropertyList::Dictionary{};
   }
 
   const std::string m_folder = DesktopSandbox::shared().makeFolder() + "/orbelmenu";

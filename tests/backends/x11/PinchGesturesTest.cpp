@@ -110,7 +110,7 @@ TEST_F(PinchGesturesTest, WhileAPinchLastsEveryReportOfTouchesIsFollowedByOneOfA
     touches.handlers = std::move(handlers);
     return std::make_unique<TestTouches::Tap>(touches);
   };
-  X11EventTaps taps(pointer, {.makeTap = makeTap, .checkAccess = {}}, m_pinches.get());
+  x11::X11EventTaps taps(pointer, {.makeTap = makeTap, .checkAccess = {}}, m_pinches.get());
   std::string told;
   const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { told += 't'; }, [&] { told += 'p'; }});
   const std::vector<Touch> fingers = {{1, {0.4, 0.5}}, {2, {0.6, 0.5}}};
@@ -144,7 +144,7 @@ TEST_F(PinchGesturesTest, AFloodOfTouchesDuringAPinchIsToldWholeAndEndsWithIt) {
     touches.handlers = std::move(handlers);
     return std::make_unique<TestTouches::Tap>(touches);
   };
-  X11EventTaps taps(pointer, {.makeTap = makeTap, .checkAccess = {}}, m_pinches.get());
+  x11::X11EventTaps taps(pointer, {.makeTap = makeTap, .checkAccess = {}}, m_pinches.get());
   int changes = 0;
   int pinches = 0;
   const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { ++changes; }, [&] { ++pinches; }});
@@ -175,7 +175,7 @@ TEST_F(PinchGesturesTest, TheEndOfAPinchIsNotWaitedForWhenAllFingersAreLifted) {
     touches.handlers = std::move(handlers);
     return std::make_unique<TestTouches::Tap>(touches);
   };
-  X11EventTaps taps(pointer, {.makeTap = makeTap, .checkAccess = {}}, m_pinches.get());
+  x11::X11EventTaps taps(pointer, {.makeTap = makeTap, .checkAccess = {}}, m_pinches.get());
   std::string told;
   const auto tap = taps.makeTouchTap({[&](const std::vector<Touch>&) { told += 't'; }, [&] { told += 'p'; }});
   tap->setEnabled(true);

@@ -302,8 +302,8 @@ TEST_F(X11EventTapsTest, ATapThatIsGoneListensNoMore) {
 TEST_F(X11EventTapsTest, ListeningIsAllowedAndAnUnreadableTouchpadIsNotTrusted) {
   EXPECT_TRUE(m_taps->isTrusted());
   EXPECT_TRUE(m_taps->checkTouchpadAccess());
-  X11EventTaps unreadable(*m_pointer,
-                          {.makeTap = {}, .checkAccess = [] { return Result<>(Failure{"Pad: locked"}); }});
+  x11::X11EventTaps unreadable(
+      *m_pointer, {.makeTap = {}, .checkAccess = [] { return Result<>(Failure{"Pad: locked"}); }});
   EXPECT_FALSE(unreadable.isTrusted());
   EXPECT_EQ(unreadable.checkTouchpadAccess().cause(), "Pad: locked");
   EXPECT_TRUE(hasLogged("Pad: locked"));
@@ -319,13 +319,13 @@ TEST_F(X11EventTapsTest, WithoutASourceOfTouchesTheTapSaysSoWhenItIsEnabled) {
 
 TEST_F(X11EventTapsTest, TouchesComeFromTheGivenSource) {
   TouchHandlers given;
-  X11EventTaps taps(*m_pointer, {.makeTap =
-                                     [&](TouchHandlers handlers) {
-                                       given = std::move(handlers);
-                                       return m_pointer ? X11EventTaps(*m_pointer).makeMouseUpTap({})
-                                                        : nullptr;
-                                     },
-                                 .checkAccess = {}});
+  x11::X11EventTaps taps(*m_pointer,
+                         {.makeTap =
+                              [&](TouchHandlers handlers) {
+                                given = std::move(handlers);
+                                return m_pointer ? x11::X11EventTaps(*m_pointer).makeMouseUpTap({}) : nullptr;
+                              },
+                          .checkAccess = {}});
   int magnified = 0;
   const auto tap = taps.makeTouchTap({.touchesChanged = {}, .magnified = [&] { ++magnified; }});
   ASSERT_TRUE(tap);

@@ -1,9 +1,9 @@
 #include "backends/x11/X11HotKeys.h"
 
 #include "backends/x11/PassiveKeyGrabs.h"
+#include "scene/Event.h"
 #include "tests/backends/x11/support/KeyboardGroup.h"
 #include "tests/backends/x11/support/X11Test.h"
-#include "scene/Event.h"
 
 #include <linux/input-event-codes.h>
 

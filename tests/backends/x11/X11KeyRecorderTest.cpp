@@ -1,9 +1,9 @@
 #include "backends/x11/X11KeyRecorder.h"
 
 #include "backends/x11/PassiveKeyGrabs.h"
+#include "platform/HotKeyModifier.h"
 #include "tests/backends/x11/support/KeyboardGroup.h"
 #include "tests/backends/x11/support/X11Test.h"
-#include "platform/HotKeyModifier.h"
 
 #include <algorithm>
 #include <linux/input-event-codes.h>

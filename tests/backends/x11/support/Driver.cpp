@@ -11,7 +11,7 @@ namespace orbel::test {
 
 namespace {
 std::uint8_t keyCode(std::uint16_t evdevCode) {
-  return static_cast<std::uint8_t>(evdevCode + VirtualKeyCodes::kXKeyCodeOffset);
+  return static_cast<std::uint8_t>(evdevCode + common::VirtualKeyCodes::kXKeyCodeOffset);
 }
 } // namespace
 

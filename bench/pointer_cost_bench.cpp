@@ -4,8 +4,8 @@
 #include "bench/desktop/MovingPointer.h"
 #include "bench/desktop/ProcessCost.h"
 #include "tests/desktop/harness/OrbelAgent.h"
-#include "tests/desktop/harness/TextFile.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
 
 #include <chrono>
 #include <cstdio>
@@ -15,7 +15,7 @@
 #include <thread>
 
 using namespace orbel;
-using namespace orbel::desktop;
+using namespace orbel::test;
 using bench::MovingPointer;
 using bench::ProcessCost;
 

@@ -30,7 +30,7 @@ std::vector<std::uint8_t> oneIntegerSetting(const std::string& name, std::int32_
 }
 } // namespace
 
-AnimationsOff::AnimationsOff(desktop::DisplayConnection& display)
+AnimationsOff::AnimationsOff(test::DisplayConnection& display)
     : m_display(display), m_window(xcb_generate_id(display.get())) {
   xcb_connection_t* const connection = display.get();
   xcb_create_window(connection, 0, m_window, display.root(), -1, -1, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,

@@ -2,20 +2,20 @@
 // measured.
 #pragma once
 
-#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/support/x11/DisplayConnection.h"
 
 namespace orbel::bench {
 
 class AnimationsOff {
 public:
   // While it lives. Programs ask when they make a window or start a fade.
-  explicit AnimationsOff(desktop::DisplayConnection& display);
+  explicit AnimationsOff(test::DisplayConnection& display);
   ~AnimationsOff();
   AnimationsOff(const AnimationsOff&) = delete;
   AnimationsOff& operator=(const AnimationsOff&) = delete;
 
 private:
-  desktop::DisplayConnection& m_display;
+  test::DisplayConnection& m_display;
   xcb_window_t m_window;
 };
 

@@ -1,6 +1,6 @@
 #include "bench/desktop/MovingPointer.h"
 
-#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/support/x11/DisplayConnection.h"
 
 #include <chrono>
 #include <xcb/xtest.h>
@@ -23,7 +23,7 @@ MovingPointer::~MovingPointer() {
 }
 
 void MovingPointer::run(const std::string& displayName) {
-  desktop::DisplayConnection display(displayName);
+  test::DisplayConnection display(displayName);
   auto due = std::chrono::steady_clock::now();
   while (m_isMoving) {
     const std::int64_t place = m_movements % (2 * kLength);

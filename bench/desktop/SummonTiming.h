@@ -11,22 +11,22 @@ namespace orbel::bench {
 class SummonTiming {
 public:
   // The combination shows the window around the middle of the screen and, pressed again, hides it.
-  SummonTiming(desktop::DesktopSession& session, std::vector<xcb_keysym_t> combination);
+  SummonTiming(test::DesktopSession& session, std::vector<xcb_keysym_t> combination);
 
   // Milliseconds from the press of the last key until half of the pixels that the window changes in the
   // screen's middle row have changed. Ends with the window hidden and the screen as before.
   double halfPicture();
 
 private:
-  desktop::Picture row() const;
-  desktop::Picture settledRow(const desktop::Picture& differentFrom) const;
+  test::Picture row() const;
+  test::Picture settledRow(const test::Picture& differentFrom) const;
   void press();
   void release();
 
-  desktop::DesktopSession& m_session;
+  test::DesktopSession& m_session;
   std::vector<xcb_keysym_t> m_combination;
-  desktop::ScreenRect m_row;
-  desktop::Picture m_before{1, 1};
+  test::ScreenRect m_row;
+  test::Picture m_before{1, 1};
 };
 
 } // namespace orbel::bench

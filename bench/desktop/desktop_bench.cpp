@@ -21,7 +21,7 @@
 #include <vector>
 
 using namespace orbel;
-using namespace orbel::desktop;
+using namespace orbel::test;
 using bench::ProcessCost;
 
 namespace {

@@ -11,7 +11,7 @@
 
 #include "platform/HotKeys.h"
 #include "scene/Event.h"
-#include "tests/contracts/LoggedLines.h"
+#include "tests/support/base/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -52,7 +52,7 @@ protected:
   bool isRefused() const { return answer && !answer->succeeded() && !answer->cause().empty(); }
 
   Subject subject;
-  LoggedLines log;
+  test::LogCapture log;
   std::optional<HotKeyAnswer> answer; // to the newest registration
   Numbers pressed; // the numbers of the registrations, in the order in which they were told
 };

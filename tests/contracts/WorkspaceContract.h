@@ -19,7 +19,7 @@
 #pragma once
 
 #include "platform/Workspace.h"
-#include "tests/contracts/LoggedLines.h"
+#include "tests/support/base/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -55,7 +55,7 @@ protected:
   }
 
   Subject subject;
-  LoggedLines log;
+  test::LogCapture log;
 
 private:
   std::size_t m_linesSeen = 0;

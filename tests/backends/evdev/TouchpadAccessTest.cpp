@@ -1,7 +1,7 @@
 #include "backends/evdev/TouchpadAccess.h"
 
 #include "backends/evdev/TouchpadTap.h"
-#include "tests/backends/evdev/support/TouchpadTest.h"
+#include "tests/support/touchpad/TouchpadTest.h"
 
 #include <cstdlib>
 #include <filesystem>

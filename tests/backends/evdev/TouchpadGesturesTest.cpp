@@ -5,8 +5,8 @@
 #include "settings/AppSettings.h"
 #include "settings/Notifications.h"
 #include "shortcut/MASShortcut.h"
-#include "tests/backends/evdev/support/TouchpadTest.h"
 #include "tests/doubles/FakePlatform.h"
+#include "tests/support/touchpad/TouchpadTest.h"
 
 #include <algorithm>
 #include <cmath>

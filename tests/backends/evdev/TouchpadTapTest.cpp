@@ -1,6 +1,6 @@
 #include "backends/evdev/TouchpadTap.h"
 
-#include "tests/backends/evdev/support/TouchpadTest.h"
+#include "tests/support/touchpad/TouchpadTest.h"
 
 #include <linux/input.h>
 

@@ -2,8 +2,8 @@
 
 #include "tests/backends/linux/FakeIconLoader.h"
 #include "tests/backends/linux/FakeTopLevelWindows.h"
+#include "tests/backends/linux/IdleProgram.h"
 #include "tests/backends/linux/InstalledEntries.h"
-#include "tests/backends/linux/Program.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ namespace {
 
 class ApplicationFinderTest : public testing::Test {
 protected:
-  RunningApplicationPointer open(const Program& program, const std::string& className) {
+  RunningApplicationPointer open(const IdleProgram& program, const std::string& className) {
     common::TopLevelWindow window;
     window.id = ++lastWindow;
     window.processIdentifier = program.processIdentifier();
@@ -45,7 +45,7 @@ protected:
 };
 
 TEST_F(ApplicationFinderTest, FindsByTheNameOfARunningProgram) {
-  const Program program(folder + "/paint");
+  const IdleProgram program(folder + "/paint");
   const auto record = open(program, "Paint");
   expectFound("Paint", record, "", folder + "/paint");
   EXPECT_FALSE(finder.find("paint"));
@@ -57,10 +57,10 @@ TEST_F(ApplicationFinderTest, FindsByTheNameOfAnInstalledEntry) {
 }
 
 TEST_F(ApplicationFinderTest, FindsABuiltInNameByItsRoleAndItsRunningProgram) {
-  Program program(folder + "/appfinder");
+  IdleProgram program(folder + "/appfinder");
   const auto path =
       entries.add("xfce4-appfinder.desktop", "Name=Finder of Applications\nExec=" + folder + "/appfinder\n");
-  ASSERT_TRUE(waitUntil([&] { return roles.entry("Launchpad").has_value(); }));
+  ASSERT_TRUE(test::iterateUntil([&] { return roles.entry("Launchpad").has_value(); }));
   expectFound("Launchpad", nullptr, path, "");
   const auto record = open(program, "x");
   expectFound("Launchpad", record, path, "");
@@ -68,15 +68,15 @@ TEST_F(ApplicationFinderTest, FindsABuiltInNameByItsRoleAndItsRunningProgram) {
 }
 
 TEST_F(ApplicationFinderTest, TakesAProgramOfThatVeryNameBeforeTheOneInTheRole) {
-  const Program program(folder + "/mail");
+  const IdleProgram program(folder + "/mail");
   entries.add("mailer.desktop", "Name=Mailer\nExec=/bin/sh\nCategories=Email;\n");
-  ASSERT_TRUE(waitUntil([&] { return roles.entry("Mail").has_value(); }));
+  ASSERT_TRUE(test::iterateUntil([&] { return roles.entry("Mail").has_value(); }));
   const auto record = open(program, "Mail");
   expectFound("Mail", record, "", folder + "/mail");
 }
 
 TEST_F(ApplicationFinderTest, FindsByThePathOfAnEntryWhetherInstalledOrNot) {
-  const Program program(folder + "/paint");
+  const IdleProgram program(folder + "/paint");
   const auto path = entries.add("paint.desktop", "Name=Paint\nExec=" + folder + "/paint\n");
   expectFound(path, nullptr, path, "");
   const auto record = open(program, "x");
@@ -85,7 +85,7 @@ TEST_F(ApplicationFinderTest, FindsByThePathOfAnEntryWhetherInstalledOrNot) {
 }
 
 TEST_F(ApplicationFinderTest, FindsTheRunningRecordByThePathOfItsExecutableAlsoThroughALink) {
-  const Program program(folder + "/paint");
+  const IdleProgram program(folder + "/paint");
   const auto record = open(program, "Paint");
   ASSERT_EQ(::symlink((folder + "/paint").c_str(), (folder + "/link").c_str()), 0);
   expectFound(folder + "/paint", record, "", folder + "/paint");
@@ -93,8 +93,8 @@ TEST_F(ApplicationFinderTest, FindsTheRunningRecordByThePathOfItsExecutableAlsoT
 }
 
 TEST_F(ApplicationFinderTest, SaysWhenAnExecutableRunsMoreThanOnce) {
-  const Program first(folder + "/paint");
-  const Program second(std::vector<std::string>{folder + "/paint"});
+  const IdleProgram first(folder + "/paint");
+  const IdleProgram second(std::vector<std::string>{folder + "/paint"});
   const auto path = entries.add("paint.desktop", "Name=Paint\nExec=" + folder + "/paint\n");
   ASSERT_EQ(::symlink((folder + "/paint").c_str(), (folder + "/link").c_str()), 0);
   open(first, "x");
@@ -107,7 +107,7 @@ TEST_F(ApplicationFinderTest, SaysWhenAnExecutableRunsMoreThanOnce) {
 }
 
 TEST_F(ApplicationFinderTest, FindsAProgramsRecordAfterItsFileWasRemoved) {
-  const Program program(folder + "/paint");
+  const IdleProgram program(folder + "/paint");
   const auto record = open(program, "Paint");
   ::unlink((folder + "/paint").c_str());
   expectFound(folder + "/paint", record, "", "");
@@ -120,7 +120,7 @@ TEST_F(ApplicationFinderTest, FindsTheEntryOfAnExecutableThatDoesNotRun) {
 }
 
 TEST_F(ApplicationFinderTest, FindsTheProgramThatRunsOutOfAnApplicationFolder) {
-  const Program program(folder + "/Tool.app/bin/tool");
+  const IdleProgram program(folder + "/Tool.app/bin/tool");
   const auto record = open(program, "Tool");
   expectFound(folder + "/Tool.app", record, "", "");
   expectFound(folder + "/Tool.app/", record, "", "");

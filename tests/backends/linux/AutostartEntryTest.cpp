@@ -2,9 +2,9 @@
 
 #include "backends/linux/GlibPointers.h"
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/LogLines.h"
-#include "tests/backends/linux/OtherUser.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/base/OtherUser.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -49,7 +49,7 @@ protected:
   const std::string folder = DesktopSandbox::shared().makeFolder();
   const std::string state = DesktopSandbox::shared().makeFolder();
   AutostartEntry entry{folder, state, "/opt/orbel/bin/orbelmenu"};
-  LogLines log;
+  test::LogCapture log;
 };
 
 TEST_F(AutostartEntryTest, NothingIsRegisteredAtFirst) {
@@ -158,7 +158,7 @@ TEST_F(AutostartEntryTest, AnEntryThatIsALinkIsWrittenWhereItLeadsAndRemovedWher
 }
 
 TEST_F(AutostartEntryTest, AFolderThatCannotBeWrittenIsToldAndLeavesEverythingAsItWas) {
-  EXPECT_TRUE(passesAsOtherUser([&] {
+  EXPECT_TRUE(test::passesAsOtherUser([&] {
     const std::string locked = folder + "/locked";
     const auto lock = [&] {
       fs::permissions(locked + "/autostart", fs::perms::owner_read | fs::perms::owner_exec);
@@ -215,7 +215,7 @@ TEST_F(AutostartEntryTest, ChangesFromOutsideAreTold) {
   int changes = 0;
   auto observation = entry.observeChanges([&] { ++changes; });
   fs::remove(entry.path());
-  EXPECT_TRUE(waitUntil([&] { return changes > 0; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return changes > 0; }));
   EXPECT_EQ(entry.state().value(), State::notRegistered);
   observation.reset();
 }
@@ -227,7 +227,7 @@ TEST_F(AutostartEntryTest, ChangesFromOutsideAreToldAlsoWhereTheFolderComesLater
   std::vector<State> seen;
   const auto observation = watched.observeChanges([&] { seen.push_back(watched.state().value()); });
   const auto sees = [&](State expected) {
-    return waitUntil([&] { return !seen.empty() && seen.back() == expected; });
+    return test::iterateUntil([&] { return !seen.empty() && seen.back() == expected; });
   };
   ASSERT_TRUE(writer.setRegistered(true));
   EXPECT_TRUE(sees(State::registered));
@@ -243,13 +243,13 @@ TEST_F(AutostartEntryTest, AnEntryThatOthersAddedAndRemovedAgainIsNotRegistered)
   std::optional<State> seen;
   const auto observation = entry.observeChanges([&] { seen = entry.state().value(); });
   write("[Desktop Entry]\nType=Application\nName=Menu\nExec=/usr/bin/orbelmenu\n");
-  EXPECT_TRUE(waitUntil([&] { return seen == State::registered; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return seen == State::registered; }));
   fs::remove(entry.path());
-  EXPECT_TRUE(waitUntil([&] { return seen == State::notRegistered; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return seen == State::notRegistered; }));
 }
 
 TEST_F(AutostartEntryTest, AFolderThatCannotBeWatchedUntilItIsOpenedIsWatchedThen) {
-  EXPECT_TRUE(passesAsOtherUser([&] {
+  EXPECT_TRUE(test::passesAsOtherUser([&] {
     const std::string locked = folder + "/locked";
     fs::create_directories(locked + "/autostart");
     fs::permissions(locked + "/autostart", fs::perms::none);
@@ -257,10 +257,10 @@ TEST_F(AutostartEntryTest, AFolderThatCannotBeWatchedUntilItIsOpenedIsWatchedThe
     int changes = 0;
     const auto observation = watched.observeChanges([&] { ++changes; });
     fs::permissions(locked + "/autostart", fs::perms::owner_all);
-    EXPECT_TRUE(waitUntil([&] { return changes > 0; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return changes > 0; }));
     changes = 0;
     DesktopSandbox::write(watched.path(), "[Desktop Entry]\nType=Application\nExec=x\n");
-    EXPECT_TRUE(waitUntil([&] { return changes > 0; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return changes > 0; }));
     EXPECT_EQ(watched.state().value(), State::registered);
   }));
 }

@@ -2,8 +2,8 @@
 
 #include "foundation/PropertyListCoder.h"
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/OtherUser.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/support/base/OtherUser.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -109,13 +109,13 @@ TEST_F(BookmarksTest, FindADesktopEntryInAnotherDataFolder) {
   EXPECT_EQ(decoded(data).at("desktopEntry"), PropertyList("org.example.Moved.desktop"));
   const auto system = desktop.installSystemEntry("org.example.Moved.desktop", "Name=Moved\nExec=/bin/sh\n");
   desktop.removeEntry("org.example.Moved.desktop");
-  EXPECT_TRUE(waitUntil([&] {
+  EXPECT_TRUE(test::iterateUntil([&] {
     const auto* entry = entries.withIdentifier("org.example.Moved");
     return entry && entry->path == system;
   }));
   expectResolves(data, system, true);
   desktop.removeAllEntries();
-  EXPECT_TRUE(waitUntil([&] { return entries.withIdentifier("org.example.Moved") == nullptr; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return entries.withIdentifier("org.example.Moved") == nullptr; }));
   expectError(data, "does not exist");
 }
 
@@ -143,7 +143,7 @@ TEST_F(BookmarksTest, KeepThePlainPathWhenTheFolderMayNotBeLookedInto) {
   const auto data = make(path);
   ::chmod(folder.c_str(), 0700);
   if (::getuid() == 0) {
-    EXPECT_TRUE(passesAsOtherUser([&] { expectResolves(data, path, false); }));
+    EXPECT_TRUE(test::passesAsOtherUser([&] { expectResolves(data, path, false); }));
   } else {
     ::chmod(folder.c_str(), 0);
     expectResolves(data, path, false);

@@ -1,7 +1,7 @@
 #include "backends/linux/DesktopEntryIndex.h"
 
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -11,14 +11,15 @@ namespace {
 class DesktopEntryIndexTest : public testing::Test {
 protected:
   DesktopEntryIndexTest() {
-    EXPECT_TRUE(waitUntil([this] { return index.entries().empty(); }));
+    EXPECT_TRUE(test::iterateUntil([this] { return index.entries().empty(); }));
   }
   ~DesktopEntryIndexTest() override {
     desktop.removeAllEntries();
-    waitUntil([this] { return index.entries().empty(); });
+    EXPECT_TRUE(test::iterateUntil([this] { return index.entries().empty(); }));
   }
   void waitFor(const std::string& identifier) {
-    ASSERT_TRUE(waitUntil([&] { return index.withIdentifier(identifier) != nullptr; })) << identifier;
+    ASSERT_TRUE(test::iterateUntil([&] { return index.withIdentifier(identifier) != nullptr; }))
+        << identifier;
   }
 
   DesktopSandbox& desktop = DesktopSandbox::shared();
@@ -89,16 +90,16 @@ TEST_F(DesktopEntryIndexTest, FollowsChangesAndTellsObserversOnceTheNewEntriesCa
   const auto registration =
       index.observeChanges([&] { sawNew = sawNew || index.withIdentifier("later") != nullptr; });
   desktop.installEntry("later.desktop", "Name=Later\nExec=/bin/sh\n");
-  ASSERT_TRUE(waitUntil([&] { return sawNew; }));
+  ASSERT_TRUE(test::iterateUntil([&] { return sawNew; }));
   desktop.removeEntry("later.desktop");
-  EXPECT_TRUE(waitUntil([&] { return index.withIdentifier("later") == nullptr; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return index.withIdentifier("later") == nullptr; }));
 }
 
 TEST_F(DesktopEntryIndexTest, TakesTheUsersEntryBeforeTheSystems) {
   desktop.installSystemEntry("both.desktop", "Name=System\nExec=/bin/sh\n");
   waitFor("both");
   const auto own = desktop.installEntry("both.desktop", "Name=Own\nExec=/bin/sh\n");
-  EXPECT_TRUE(waitUntil([&] { return pathOf(index.withIdentifier("both")) == own; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return pathOf(index.withIdentifier("both")) == own; }));
 }
 
 TEST_F(DesktopEntryIndexTest, GivesAPathTheIdentifierOfItsPlace) {

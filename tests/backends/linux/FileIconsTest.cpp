@@ -2,7 +2,7 @@
 
 #include "tests/backends/linux/DesktopSandbox.h"
 #include "tests/backends/linux/FakeIconLoader.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ class FileIconsTest : public testing::Test {
 protected:
   ~FileIconsTest() override {
     desktop.removeAllEntries();
-    waitUntil([this] { return entries.entries().empty(); });
+    EXPECT_TRUE(test::iterateUntil([this] { return entries.entries().empty(); }));
   }
   // What is drawn for the file at 48 pixels.
   std::string drawn(const ImagePointer& image) {
@@ -97,7 +97,7 @@ TEST_F(FileIconsTest, DrawAnAppImageAsAnApplicationAndByItsEntryWhereItHasOne) {
   ::chmod(path.c_str(), 0755);
   EXPECT_EQ(drawn(path), "own fallback-application 48");
   desktop.installEntry("paint.desktop", "Name=Paint\nIcon=paint\nExec=" + path + " %U\n");
-  ASSERT_TRUE(waitUntil([&] { return entries.withExecutable(path) != nullptr; }));
+  ASSERT_TRUE(test::iterateUntil([&] { return entries.withExecutable(path) != nullptr; }));
   loader.themeNames = {"paint"};
   EXPECT_EQ(drawn(path), "theme paint 48");
 }

@@ -1,7 +1,7 @@
 #include "backends/linux/FileManager.h"
 
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gio/gio.h>
 #include <gtest/gtest.h>
@@ -79,7 +79,7 @@ protected:
   void TearDown() override {
     manager.reset();
     if (!m_bus) return;
-    runReadySources();
+    test::iterateWhatIsPending();
     g_test_dbus_stop(m_bus);
     g_object_unref(m_bus);
     ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
@@ -102,10 +102,10 @@ TEST_F(FileManagerTest, AsksTheFileManagerOnTheBus) {
   makeManager();
   manager->showFolder("/tmp/a b", "start-1");
   EXPECT_TRUE(onBus.shown.empty()) << "nothing waits for the answer";
-  ASSERT_TRUE(waitUntil([&] { return !onBus.shown.empty(); }));
+  ASSERT_TRUE(test::iterateUntil([&] { return !onBus.shown.empty(); }));
   EXPECT_EQ(onBus.shown, std::vector<std::string>{"file:///tmp/a%20b start-1"});
   manager->showFolder("/tmp", "");
-  ASSERT_TRUE(waitUntil([&] { return onBus.shown.size() == 2; }));
+  ASSERT_TRUE(test::iterateUntil([&] { return onBus.shown.size() == 2; }));
   EXPECT_TRUE(fallenBack.empty());
 }
 
@@ -113,7 +113,7 @@ TEST_F(FileManagerTest, FallsBackWhenNoFileManagerIsOnTheBus) {
   startBus();
   makeManager();
   manager->showFolder("/tmp", "");
-  EXPECT_TRUE(waitUntil([&] { return fallenBack == std::vector<std::string>{"/tmp"}; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return fallenBack == std::vector<std::string>{"/tmp"}; }));
 }
 
 TEST_F(FileManagerTest, FallsBackWhenTheFileManagerRefuses) {
@@ -122,7 +122,7 @@ TEST_F(FileManagerTest, FallsBackWhenTheFileManagerRefuses) {
   onBus.refuses = true;
   makeManager();
   manager->showFolder("/tmp", "");
-  EXPECT_TRUE(waitUntil([&] { return fallenBack == std::vector<std::string>{"/tmp"}; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return fallenBack == std::vector<std::string>{"/tmp"}; }));
 }
 
 TEST_F(FileManagerTest, FallsBackAtOnceWithoutASessionBus) {
@@ -135,7 +135,7 @@ TEST_F(FileManagerTest, FallsBackWhenTheBusDoesNotAnswer) {
   ::setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/no/such/bus", 1);
   makeManager();
   manager->showFolder("/tmp", "");
-  EXPECT_TRUE(waitUntil([&] { return fallenBack == std::vector<std::string>{"/tmp"}; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return fallenBack == std::vector<std::string>{"/tmp"}; }));
   ::unsetenv("DBUS_SESSION_BUS_ADDRESS");
 }
 
@@ -147,7 +147,7 @@ TEST_F(FileManagerTest, MayGoWhileAFolderIsBeingShown) {
   // The same calls by another manager come back after the abandoned ones.
   makeManager();
   manager->showFolder("/", "");
-  EXPECT_TRUE(waitUntil([&] { return !fallenBack.empty(); }));
+  EXPECT_TRUE(test::iterateUntil([&] { return !fallenBack.empty(); }));
   EXPECT_EQ(fallenBack, std::vector<std::string>{"/"});
 }
 
@@ -155,7 +155,7 @@ TEST_F(FileManagerTest, OutlivesTheBusAndFallsBackThen) {
   startBus();
   makeManager();
   manager->showFolder("/tmp", "");
-  ASSERT_TRUE(waitUntil([&] { return fallenBack.size() == 1; }));
+  ASSERT_TRUE(test::iterateUntil([&] { return fallenBack.size() == 1; }));
   // Ends the bus under the connection; whether the process outlives it shows by the test going on.
   GPid bus = 0;
   {
@@ -176,10 +176,10 @@ TEST_F(FileManagerTest, OutlivesTheBusAndFallsBackThen) {
   }
   ASSERT_GT(bus, 1);
   ASSERT_EQ(::kill(bus, SIGTERM), 0);
-  ASSERT_TRUE(waitUntil([&] {
+  ASSERT_TRUE(test::iterateUntil([&] {
     fallenBack.clear();
     manager->showFolder("/tmp", "");
-    return waitUntil([&] { return !fallenBack.empty(); });
+    return test::iterateUntil([&] { return !fallenBack.empty(); });
   }));
 }
 

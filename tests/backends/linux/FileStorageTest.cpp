@@ -1,7 +1,7 @@
 #include "backends/linux/FileStorage.h"
 
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/OtherUser.h"
+#include "tests/support/base/OtherUser.h"
 
 #include <gtest/gtest.h>
 
@@ -38,7 +38,7 @@ TEST_F(FileStorageTest, TellsAMissingFileFromOneThatIsRefused) {
 }
 
 TEST_F(FileStorageTest, LeavesTheOldFileWhenTheNewOneCannotBeWritten) {
-  EXPECT_TRUE(passesAsOtherUser([&] {
+  EXPECT_TRUE(test::passesAsOtherUser([&] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0755), 0);
     DesktopSandbox::write(own + "/file", "old");

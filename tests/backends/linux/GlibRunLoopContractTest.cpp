@@ -1,7 +1,7 @@
 #include "backends/linux/GlibRunLoop.h"
 
-#include "tests/backends/linux/Waiting.h"
 #include "tests/contracts/RunLoopContract.h"
+#include "tests/support/glib/MainLoop.h"
 
 namespace orbel::contracts {
 using namespace linux;
@@ -10,14 +10,14 @@ namespace {
 class GlibRunLoopSubject {
 public:
   RunLoop& loop() { return m_loop; }
-  bool runUntil(const std::function<bool()>& condition) { return waitUntil(condition); }
-  void runWhatIsDue() { runReadySources(); }
+  bool runUntil(const std::function<bool()>& condition) { return test::iterateUntil(condition); }
+  void runWhatIsDue() { test::iterateWhatIsPending(); }
   void holdUp(double seconds) {
     const double end = m_loop.clock().now() + seconds;
     while (m_loop.clock().now() < end) {
     }
   }
-  bool wouldWake() { return nextWakeUp() != -1; }
+  bool wouldWake() { return test::nextWakeUp() != -1; }
 
 private:
   linux::GlibRunLoop m_loop;

@@ -1,6 +1,6 @@
 #include "backends/linux/GlibRunLoop.h"
 
-#include "tests/backends/linux/Waiting.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <glib.h>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@ TEST(GlibRunLoop, TakesADelayThatNeverComesWithoutRunningIt) {
   GlibRunLoop loop;
   bool hasRun = false;
   loop.after(1e300, [&] { hasRun = true; });
-  runReadySources();
+  test::iterateWhatIsPending();
   EXPECT_FALSE(hasRun);
 }
 
@@ -29,7 +29,7 @@ TEST(GlibRunLoop, DropsPendingBlocksWhenItEnds) {
     loop.after(0, [held] { ++*held; });
     EXPECT_EQ(held.use_count(), 2);
   }
-  runReadySources();
+  test::iterateWhatIsPending();
   EXPECT_EQ(*held, 0);
   EXPECT_EQ(held.use_count(), 1);
 }
@@ -43,7 +43,7 @@ TEST(GlibRunLoop, DropsPendingBlocksWhenToldToAndTakesNewOnes) {
   EXPECT_TRUE(watched.expired());
   bool ran = false;
   loop.after(0.02, [&] { ran = true; });
-  EXPECT_TRUE(waitUntil([&] { return ran; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return ran; }));
 }
 
 TEST(GlibRunLoop, MayEndInsideABlock) {
@@ -51,7 +51,7 @@ TEST(GlibRunLoop, MayEndInsideABlock) {
   bool hasRunLater = false;
   loop->after(0, [&] { loop.reset(); });
   loop->after(0, [&] { hasRunLater = true; });
-  runReadySources();
+  test::iterateWhatIsPending();
   EXPECT_EQ(loop, nullptr);
   EXPECT_FALSE(hasRunLater);
 }
@@ -61,7 +61,7 @@ TEST(GlibRunLoop, RunsFramesOnARasterOfASixtiethOfASecondWithoutDrift) {
   std::vector<double> times;
   const double start = loop.clock().now();
   const auto frames = loop.onEveryFrame([&] { times.push_back(loop.clock().now() - start); });
-  ASSERT_TRUE(waitUntil([&] { return times.size() >= 30; }));
+  ASSERT_TRUE(test::iterateUntil([&] { return times.size() >= 30; }));
   // A loaded machine leaves frames out, but every one that runs has its own place and is never early.
   double earlier = 0;
   for (const double time : times) {
@@ -73,15 +73,15 @@ TEST(GlibRunLoop, RunsFramesOnARasterOfASixtiethOfASecondWithoutDrift) {
 
 TEST(GlibRunLoop, DoesNotWakeWhenNobodyWantsFrames) {
   GlibRunLoop loop;
-  EXPECT_EQ(nextWakeUp(), -1);
+  EXPECT_EQ(test::nextWakeUp(), -1);
   auto frames = loop.onEveryFrame([] {});
   auto others = loop.onEveryFrame([] {});
-  EXPECT_GE(nextWakeUp(), 0);
-  EXPECT_LE(nextWakeUp(), 17);
+  EXPECT_GE(test::nextWakeUp(), 0);
+  EXPECT_LE(test::nextWakeUp(), 17);
   frames.reset();
-  EXPECT_GE(nextWakeUp(), 0);
+  EXPECT_GE(test::nextWakeUp(), 0);
   others.reset();
-  EXPECT_EQ(nextWakeUp(), -1);
+  EXPECT_EQ(test::nextWakeUp(), -1);
 }
 
 TEST(GlibRunLoop, RunsDelaysInALoopThatABlockStarted) {
@@ -89,11 +89,11 @@ TEST(GlibRunLoop, RunsDelaysInALoopThatABlockStarted) {
   std::string order;
   loop.after(0, [&] {
     loop.after(0.01, [&] { order += "later "; });
-    EXPECT_TRUE(waitUntil([&] { return order == "waiting later "; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return order == "waiting later "; }));
     order += "outer";
   });
   loop.after(0, [&] { order += "waiting "; });
-  ASSERT_TRUE(waitUntil([&] { return order.ends_with("outer"); }));
+  ASSERT_TRUE(test::iterateUntil([&] { return order.ends_with("outer"); }));
   EXPECT_EQ(order, "waiting later outer");
 }
 
@@ -106,9 +106,9 @@ TEST(GlibRunLoop, KeepsFramesRunningInALoopThatAFrameStarted) {
   const auto nesting = loop.onEveryFrame([&] {
     if (outer++ > 0) return;
     const int before = others;
-    sawOthers = waitUntil([&] { return others >= before + 2; });
+    sawOthers = test::iterateUntil([&] { return others >= before + 2; });
   });
-  ASSERT_TRUE(waitUntil([&] { return outer > 0; }));
+  ASSERT_TRUE(test::iterateUntil([&] { return outer > 0; }));
   EXPECT_TRUE(sawOthers);
 }
 
@@ -116,7 +116,7 @@ TEST(GlibRunLoop, LetsRegistrationsOutliveIt) {
   std::optional<GlibRunLoop> loop(std::in_place);
   auto frames = loop->onEveryFrame([] {});
   loop.reset();
-  EXPECT_EQ(nextWakeUp(), -1);
+  EXPECT_EQ(test::nextWakeUp(), -1);
   frames.reset();
 }
 

@@ -3,7 +3,7 @@
 
 #include "backends/linux/DesktopEntryIndex.h"
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -16,14 +16,14 @@ public:
   explicit InstalledEntries(const DesktopEntryIndex& index) : m_index(index) {}
   ~InstalledEntries() {
     DesktopSandbox::shared().removeAllEntries();
-    EXPECT_TRUE(waitUntil([this] { return m_index.entries().empty(); }));
+    EXPECT_TRUE(test::iterateUntil([this] { return m_index.entries().empty(); }));
   }
   InstalledEntries(const InstalledEntries&) = delete;
   InstalledEntries& operator=(const InstalledEntries&) = delete;
 
   std::string add(const std::string& identifier, const std::string& lines) {
     auto path = DesktopSandbox::shared().installEntry(identifier, lines);
-    EXPECT_TRUE(waitUntil([&] { return m_index.withPath(path) != nullptr; })) << path;
+    EXPECT_TRUE(test::iterateUntil([&] { return m_index.withPath(path) != nullptr; })) << path;
     return path;
   }
 

@@ -1,8 +1,8 @@
 #include "backends/linux/Launcher.h"
 
 #include "tests/backends/linux/FakeTopLevelWindows.h"
-#include "tests/backends/linux/LogLines.h"
 #include "tests/backends/linux/ProgramReport.h"
+#include "tests/support/base/LogCapture.h"
 
 #include <gtest/gtest.h>
 

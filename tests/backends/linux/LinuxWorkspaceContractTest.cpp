@@ -2,8 +2,8 @@
 
 #include "tests/backends/linux/FakeIconLoader.h"
 #include "tests/backends/linux/FakeTopLevelWindows.h"
+#include "tests/backends/linux/IdleProgram.h"
 #include "tests/backends/linux/InstalledEntries.h"
-#include "tests/backends/linux/Program.h"
 #include "tests/contracts/WorkspaceContract.h"
 
 #include <filesystem>
@@ -16,7 +16,7 @@ namespace {
 
 class LinuxWorkspaceSubject {
 public:
-  LinuxWorkspaceSubject() { Program::makeIdleExecutable(m_executable); }
+  LinuxWorkspaceSubject() { IdleProgram::makeIdleExecutable(m_executable); }
   Workspace& workspace() { return m_workspace; }
   std::string addFile(const std::string& name) const {
     DesktopSandbox::write(missingPath(name), "x");
@@ -32,19 +32,19 @@ public:
   std::string install(const std::string& name) {
     const auto bundle = m_entries.add(
         name + ".desktop", "Name=" + name + "\nExec=/bin/true %u\nStartupWMClass=" + name + "Window\n");
-    EXPECT_TRUE(waitUntil([&] { return m_workspace.displayName(bundle) == name; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return m_workspace.displayName(bundle) == name; }));
     return bundle;
   }
   void makeDefault(const std::string& bundle, const std::string& file) {
     const std::string identifier = std::filesystem::path(bundle).filename();
     DesktopSandbox::shared().setDefaults("text/plain=" + identifier +
                                          "\nx-scheme-handler/orbel-test=" + identifier + "\n");
-    EXPECT_TRUE(waitUntil([&] { return m_workspace.defaultApplicationForFile(file) == bundle; }));
-    EXPECT_TRUE(waitUntil([&] { return m_workspace.applicationForUrl("orbel-test:x") == bundle; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return m_workspace.defaultApplicationForFile(file) == bundle; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return m_workspace.applicationForUrl("orbel-test:x") == bundle; }));
   }
   RunningApplicationPointer start(const std::string& bundle) {
     const auto window = ++m_lastWindow;
-    auto program = std::make_unique<Program>(std::vector<std::string>{m_executable});
+    auto program = std::make_unique<IdleProgram>(std::vector<std::string>{m_executable});
     const std::int32_t pid = program->processIdentifier();
     m_processes[pid] = {std::move(program), window};
     common::TopLevelWindow opened;
@@ -69,7 +69,7 @@ public:
 
 private:
   struct Process {
-    std::unique_ptr<Program> program;
+    std::unique_ptr<IdleProgram> program;
     std::uint64_t window = 0;
   };
   const std::string m_folder = DesktopSandbox::shared().makeFolder();

@@ -2,10 +2,10 @@
 
 #include "tests/backends/linux/FakeIconLoader.h"
 #include "tests/backends/linux/FakeTopLevelWindows.h"
+#include "tests/backends/linux/IdleProgram.h"
 #include "tests/backends/linux/InstalledEntries.h"
-#include "tests/backends/linux/LogLines.h"
-#include "tests/backends/linux/Program.h"
 #include "tests/backends/linux/ProgramReport.h"
+#include "tests/support/base/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -29,14 +29,14 @@ protected:
                                             "x-scheme-handler/orbel-test;\n");
     desktop.setDefaults("application/x-orbel-test=" + identifier + "\ninode/directory=" + identifier +
                         "\nx-scheme-handler/orbel-test=" + identifier + "\n");
-    EXPECT_TRUE(waitUntil([&] { return workspace.applicationForUrl("orbel-test:") == path; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return workspace.applicationForUrl("orbel-test:") == path; }));
     return path;
   }
   bool launches(const std::string& nameOrPath) {
     const auto launch = workspace.launchApplication(nameOrPath);
     return launch && *launch == Workspace::Launch::done;
   }
-  void open(const Program& program, const std::string& className) {
+  void open(const IdleProgram& program, const std::string& className) {
     common::TopLevelWindow window;
     window.id = 1;
     window.processIdentifier = program.processIdentifier();
@@ -49,7 +49,7 @@ protected:
   const std::string document = folder + "/a b.orbeltest";
   FakeTopLevelWindows windows;
   FakeIconLoader icons;
-  LogLines log;
+  test::LogCapture log;
   DesktopEntryIndex index;
   InstalledEntries entries{index};
   LinuxWorkspace workspace{windows, icons};
@@ -65,7 +65,7 @@ TEST_F(LinuxWorkspaceTest, StartsAnApplicationOnceAndThenBringsItForward) {
   EXPECT_FALSE(reporter.wait().empty());
   const auto starts = windows.startupIds.size();
 
-  const Program program(folder + "/tool");
+  const IdleProgram program(folder + "/tool");
   open(program, "ToolWindow");
   EXPECT_TRUE(workspace.launchApplicationAtPath(path));
   EXPECT_TRUE(launches("Tool"));
@@ -75,8 +75,8 @@ TEST_F(LinuxWorkspaceTest, StartsAnApplicationOnceAndThenBringsItForward) {
 }
 
 TEST_F(LinuxWorkspaceTest, LeavesItToTheCallerWhichOfTwoProcessesOfAnExecutableIsMeant) {
-  const Program first(folder + "/tool");
-  const Program second(std::vector<std::string>{folder + "/tool"});
+  const IdleProgram first(folder + "/tool");
+  const IdleProgram second(std::vector<std::string>{folder + "/tool"});
   open(first, "Tool");
   common::TopLevelWindow window;
   window.id = 2;
@@ -123,7 +123,7 @@ TEST_F(LinuxWorkspaceTest, ListsTheDefaultFirstAmongTheApplicationsOfAFile) {
   const auto first = installOpener("first.desktop", "/bin/sh");
   const auto second = entries.add("second.desktop", "Name=2\nExec=/bin/sh %f\n");
   desktop.setDefaults("application/x-orbel-test=second.desktop;first.desktop\n");
-  EXPECT_TRUE(waitUntil([&] {
+  EXPECT_TRUE(test::iterateUntil([&] {
     return workspace.applicationsForFile(document) == std::vector<std::string>{second, first};
   }));
 }
@@ -132,7 +132,7 @@ TEST_F(LinuxWorkspaceTest, OpensAFileWithAGivenApplicationEvenIfThatRuns) {
   const ProgramReport reporter("given-reporter");
   const auto path =
       entries.add("given.desktop", "Name=Given\nExec=given-reporter %f\nStartupWMClass=GivenWindow\n");
-  const Program program(folder + "/given");
+  const IdleProgram program(folder + "/given");
   open(program, "GivenWindow");
   EXPECT_TRUE(workspace.openFileWithApplication(document, path));
   EXPECT_TRUE(hasArgument(reporter.wait(), document));
@@ -142,7 +142,7 @@ TEST_F(LinuxWorkspaceTest, OpensAFileWithAGivenApplicationEvenIfThatRuns) {
 TEST_F(LinuxWorkspaceTest, OpensAFileWithTheProgramInARole) {
   const ProgramReport reporter("role-reporter");
   entries.add("browser.desktop", "Name=B\nExec=role-reporter %f\nCategories=WebBrowser;\n");
-  EXPECT_TRUE(waitUntil([&] { return workspace.openFileWithApplication(document, "Safari").succeeded(); }));
+  EXPECT_TRUE(test::iterateUntil([&] { return workspace.openFileWithApplication(document, "Safari").succeeded(); }));
   EXPECT_TRUE(hasArgument(reporter.wait(), document));
 }
 
@@ -166,12 +166,12 @@ TEST_F(LinuxWorkspaceTest, ShowsAFolderWithTheFolderHandlerWhenThereIsNoBus) {
 
 TEST_F(LinuxWorkspaceTest, LogsAFolderThatNothingShowsItself) {
   desktop.setDefaults("");
-  EXPECT_TRUE(waitUntil([&] {
+  EXPECT_TRUE(test::iterateUntil([&] {
     return workspace.applicationsForFile(folder).empty() &&
            workspace.defaultApplicationForFile(folder) == std::nullopt;
   }));
   EXPECT_TRUE(workspace.showFolder(folder));
-  EXPECT_TRUE(waitUntil([&] { return log.count("no file manager shows " + folder) == 1; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return log.count("no file manager shows " + folder) == 1; }));
 }
 
 TEST_F(LinuxWorkspaceTest, OpensWhatOnlyCountsAsAnApplicationAsAFile) {
@@ -199,7 +199,7 @@ TEST_F(LinuxWorkspaceTest, OpensAnAddressWithTheHandlerOfItsScheme) {
   EXPECT_EQ(workspace.openUrl("orbel-other:terminate/5").cause(),
             "no application opens the address orbel-other:terminate/5");
   desktop.setDefaults("x-scheme-handler/orbel-other=url.desktop\n");
-  EXPECT_TRUE(waitUntil([&] { return workspace.applicationForUrl("orbel-other:") == path; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return workspace.applicationForUrl("orbel-other:") == path; }));
   EXPECT_TRUE(workspace.openUrl("orbel-other:terminate/5"));
   EXPECT_TRUE(hasArgument(reporter.wait(), "orbel-other:terminate/5"));
   EXPECT_EQ(workspace.applicationForUrl("no scheme"), std::nullopt);
@@ -219,7 +219,7 @@ TEST_F(LinuxWorkspaceTest, TellsFilesFromFoldersAndFollowsLinks) {
 
 TEST_F(LinuxWorkspaceTest, ShowsAnEntrysNameElseTheFilesName) {
   const auto path = entries.add("malen.desktop", "Name=Paint\nName[de]=Malen\nExec=/bin/sh\n");
-  EXPECT_TRUE(waitUntil([&] { return workspace.displayName(path) == "Malen"; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return workspace.displayName(path) == "Malen"; }));
   EXPECT_EQ(workspace.displayName(document), "a b.orbeltest");
   EXPECT_EQ(workspace.displayName(folder + "/gone.desktop"), "gone.desktop");
   EXPECT_EQ(workspace.displayName("/tmp/"), "tmp");
@@ -230,8 +230,8 @@ TEST_F(LinuxWorkspaceTest, ShowsAnEntrysNameElseTheFilesName) {
 TEST_F(LinuxWorkspaceTest, KnowsWhichProgramPlaysARole) {
   const auto path =
       entries.add("mailer.desktop", "Name=Mailer\nExec=/bin/sh -c x\nCategories=Email;\nStartupWMClass=M\n");
-  const Program program(folder + "/mailer");
-  EXPECT_TRUE(waitUntil([&] { return workspace.displayName(path) == "Mailer"; }));
+  const IdleProgram program(folder + "/mailer");
+  EXPECT_TRUE(test::iterateUntil([&] { return workspace.displayName(path) == "Mailer"; }));
   open(program, "M");
   const auto running = workspace.runningApplications();
   ASSERT_EQ(running.size(), 1u);
@@ -258,7 +258,7 @@ TEST_F(LinuxWorkspaceTest, MatchesTheWindowOfWhatItStartedByTheStartupIdentifier
   DesktopSandbox::write(path, "[Desktop Entry]\nType=Application\nName=Mine\nExec=started-reporter\n");
   EXPECT_TRUE(workspace.launchApplicationAtPath(path));
   EXPECT_FALSE(reporter.wait().empty());
-  const Program program(folder + "/whatever");
+  const IdleProgram program(folder + "/whatever");
   common::TopLevelWindow window;
   window.id = 1;
   window.processIdentifier = program.processIdentifier();

@@ -2,10 +2,10 @@
 
 #include "foundation/PropertyListCoder.h"
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/LogLines.h"
-#include "tests/backends/linux/Waiting.h"
 #include "tests/contracts/PreferencesStoreContract.h"
 #include "tests/doubles/ManualRunLoop.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <filesystem>
 #include <memory>
@@ -22,11 +22,12 @@ public:
   }
   void changeFromOutside(const PropertyList::Dictionary& values) {
     // What the watch tells of the store's own saves comes first.
-    runReadySources();
+    test::iterateWhatIsPending();
     m_loop.advance(1);
     const auto bytes = PropertyListCoder::write(values, PropertyListCoder::Format::xml);
     DesktopSandbox::write(m_file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
-    EXPECT_TRUE(waitUntil([this] { return m_loop.pendingDelays() > 0; })) << "the watch tells nothing";
+    EXPECT_TRUE(test::iterateUntil([this] { return m_loop.pendingDelays() > 0; }))
+        << "the watch tells nothing";
     m_loop.advance(linux::PreferencesFile::kSettleDelay);
   }
   void letAMomentPass() { m_loop.advance(linux::PreferencesFile::kSaveDelay); }
@@ -51,7 +52,7 @@ private:
 
   const std::string m_folder = DesktopSandbox::shared().makeFolder() + "/orbelmenu";
   const std::string m_file = m_folder + "/preferences.plist";
-  LogLines m_log;
+  test::LogCapture m_log;
   ManualRunLoop m_loop;
   std::unique_ptr<linux::PreferencesFile> m_store;
 };

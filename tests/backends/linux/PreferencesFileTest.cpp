@@ -2,10 +2,10 @@
 
 #include "foundation/PropertyListCoder.h"
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/LogLines.h"
-#include "tests/backends/linux/OtherUser.h"
-#include "tests/backends/linux/Waiting.h"
 #include "tests/doubles/ManualRunLoop.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/base/OtherUser.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -42,7 +42,7 @@ protected:
 
   // The watch has told the store of a change, and the time is over that it lets the file settle.
   void takeChange() {
-    ASSERT_TRUE(waitUntil([this] { return loop.pendingDelays() > 0; }));
+    ASSERT_TRUE(test::iterateUntil([this] { return loop.pendingDelays() > 0; }));
     loop.advance(PreferencesFile::kSettleDelay);
   }
 
@@ -60,7 +60,7 @@ protected:
   const std::string folder = DesktopSandbox::shared().makeFolder();
   const std::string path = folder + "/preferences.plist";
   const std::string backup = path + ".backup";
-  LogLines log;
+  test::LogCapture log;
   ManualRunLoop loop;
   std::unique_ptr<PreferencesFile> store;
 };
@@ -230,7 +230,7 @@ TEST_F(PreferencesFileTest, FollowsASymbolicLinkToItsFile) {
   EXPECT_TRUE(std::filesystem::is_symlink(path));
   EXPECT_EQ(decoded(elsewhere + "/real.plist"), (PropertyList::Dictionary{{"a", 2}}));
   loop.advance(1);
-  runReadySources();
+  test::iterateWhatIsPending();
   loop.advance(1);
 
   DesktopSandbox::write(elsewhere + "/real.plist", xml({{"a", 3}}));
@@ -339,7 +339,7 @@ TEST_F(PreferencesFileTest, WaitsForAWriterThatIsNotDoneWithTheFile) {
   loop.advance(PreferencesFile::kSaveDelay);
   EXPECT_EQ(DesktopSandbox::read(path), whole.substr(0, whole.size() / 2));
   DesktopSandbox::write(path, whole);
-  ASSERT_TRUE(waitUntil([this] { return loop.pendingDelays() > 1; }));
+  ASSERT_TRUE(test::iterateUntil([this] { return loop.pendingDelays() > 1; }));
   loop.advance(1);
   EXPECT_TRUE(unreadableNames().empty());
   EXPECT_EQ(store->integer("a"), 2);
@@ -416,7 +416,7 @@ TEST_F(PreferencesFileTest, KeepsTheCopiesThatWereWrittenLastAlsoWhenTheClockWas
 }
 
 TEST_F(PreferencesFileTest, KeepsADatedCopyInAFolderThatCannotBeListed) {
-  EXPECT_TRUE(passesAsOtherUser([this] {
+  EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0700), 0);
     DesktopSandbox::write(own + "/preferences.plist", xml({{"a", 1}}));
@@ -459,7 +459,7 @@ TEST_F(PreferencesFileTest, LeavesSomethingThatIsNoOrdinaryFileAlone) {
 TEST_F(PreferencesFileTest, WorksInMemoryInAReadOnlyFolderAndSavesWhenThatIsPossibleAgain) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   ::chmod(path.c_str(), 0666);
-  EXPECT_TRUE(passesAsOtherUser([this] {
+  EXPECT_TRUE(test::passesAsOtherUser([this] {
     ::umask(0);
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0755), 0);
@@ -502,7 +502,7 @@ TEST_F(PreferencesFileTest, ASaveNeverLosesWhatAnotherProgramWritesInThatMoment)
 }
 
 TEST_F(PreferencesFileTest, RetriesAFailedSaveWithTheNextChange) {
-  EXPECT_TRUE(passesAsOtherUser([this] {
+  EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0555), 0);
     PreferencesFile stored(own + "/preferences.plist", loop);
@@ -517,7 +517,7 @@ TEST_F(PreferencesFileTest, RetriesAFailedSaveWithTheNextChange) {
 }
 
 TEST_F(PreferencesFileTest, DoesNotReplaceAFileThatIsWriteProtected) {
-  EXPECT_TRUE(passesAsOtherUser([this] {
+  EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string file = folder + "/protected.plist";
     DesktopSandbox::write(file, xml({{"a", 1}}));
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
@@ -530,7 +530,7 @@ TEST_F(PreferencesFileTest, DoesNotReplaceAFileThatIsWriteProtected) {
 }
 
 TEST_F(PreferencesFileTest, NeitherMovesNorReplacesAFileThatItMayNotRead) {
-  EXPECT_TRUE(passesAsOtherUser([this] {
+  EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0755), 0);
     const std::string file = own + "/preferences.plist";
@@ -552,7 +552,7 @@ TEST_F(PreferencesFileTest, NeitherMovesNorReplacesAFileThatItMayNotRead) {
 }
 
 TEST_F(PreferencesFileTest, LeavesABadFileThatItCannotMoveAsideAndLogsItOnce) {
-  EXPECT_TRUE(passesAsOtherUser([this] {
+  EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0755), 0);
     const std::string file = own + "/preferences.plist";
@@ -574,14 +574,14 @@ TEST_F(PreferencesFileTest, SavesAgainAfterItsFolderWasRemoved) {
   store->setObject("a", 1);
   ASSERT_TRUE(store->synchronize());
   std::filesystem::remove_all(folder + "/sub");
-  EXPECT_TRUE(waitUntil([this] {
+  EXPECT_TRUE(test::iterateUntil([this] {
     loop.advance(PreferencesFile::kSettleDelay);
     return store->object("a") == nullptr;
   }));
   store->setObject("b", 2);
   EXPECT_TRUE(store->synchronize());
   EXPECT_EQ(decoded(folder + "/sub/preferences.plist"), (PropertyList::Dictionary{{"b", 2}}));
-  runReadySources();
+  test::iterateWhatIsPending();
   loop.advance(1);
   DesktopSandbox::write(folder + "/sub/preferences.plist", xml({{"b", 3}}));
   takeChange();

@@ -1,8 +1,8 @@
 #include "backends/linux/ProcessRecord.h"
 
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/Program.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/backends/linux/IdleProgram.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -18,7 +18,7 @@ protected:
 };
 
 TEST_F(ProcessRecordTest, NamesTheExecutableAndTheArguments) {
-  const Program program(folder + "/strange ) name");
+  const IdleProgram program(folder + "/strange ) name");
   const auto record = ProcessRecord::read(program.processIdentifier());
   ASSERT_TRUE(record);
   EXPECT_EQ(record->executablePath, folder + "/strange ) name");
@@ -28,7 +28,7 @@ TEST_F(ProcessRecordTest, NamesTheExecutableAndTheArguments) {
 }
 
 TEST_F(ProcessRecordTest, KeepsTheExecutablesPathWhenItsFileIsReplaced) {
-  const Program program(folder + "/updated");
+  const IdleProgram program(folder + "/updated");
   ::unlink((folder + "/updated").c_str());
   EXPECT_EQ(ProcessRecord::read(program.processIdentifier())->executablePath, folder + "/updated");
 }
@@ -43,41 +43,41 @@ TEST_F(ProcessRecordTest, TellsProcessesOfTheSameNumberApartByTheirStart) {
 }
 
 TEST_F(ProcessRecordTest, HasNothingOfAProcessThatHasEndedEvenIfNobodyCollectedIt) {
-  Program program(folder + "/ends");
+  IdleProgram program(folder + "/ends");
   EXPECT_TRUE(ProcessRecord::startTimeOf(program.processIdentifier()));
   program.kill();
-  EXPECT_TRUE(waitUntil([&] { return !ProcessRecord::startTimeOf(program.processIdentifier()); }));
+  EXPECT_TRUE(test::iterateUntil([&] { return !ProcessRecord::startTimeOf(program.processIdentifier()); }));
   EXPECT_FALSE(ProcessRecord::read(program.processIdentifier()));
   EXPECT_FALSE(ProcessRecord::read(0));
   EXPECT_FALSE(ProcessRecord::read(-1));
 }
 
 TEST_F(ProcessRecordTest, NamesTheAppImageOnlyOfTheProgramInIt) {
-  const Program inside(folder + "/mount/usr/bin/paint",
-                       {"APPDIR=" + folder + "/mount", "APPIMAGE=/apps/Paint.AppImage"});
+  const IdleProgram inside(folder + "/mount/usr/bin/paint",
+                           {"APPDIR=" + folder + "/mount", "APPIMAGE=/apps/Paint.AppImage"});
   EXPECT_EQ(ProcessRecord::read(inside.processIdentifier())->appImagePath, "/apps/Paint.AppImage");
-  const Program startedByIt(folder + "/elsewhere/browser",
-                            {"APPDIR=" + folder + "/mount", "APPIMAGE=/apps/Paint.AppImage"});
+  const IdleProgram startedByIt(folder + "/elsewhere/browser",
+                                {"APPDIR=" + folder + "/mount", "APPIMAGE=/apps/Paint.AppImage"});
   EXPECT_EQ(ProcessRecord::read(startedByIt.processIdentifier())->appImagePath, std::nullopt);
 }
 
 TEST_F(ProcessRecordTest, NamesTheEntryOnlyOfTheProcessThatWasStartedByIt) {
-  const Program started(folder + "/a",
-                        {"GIO_LAUNCHED_DESKTOP_FILE=/x/a.desktop", "GIO_LAUNCHED_DESKTOP_FILE_PID=$PID"});
+  const IdleProgram started(folder + "/a",
+                            {"GIO_LAUNCHED_DESKTOP_FILE=/x/a.desktop", "GIO_LAUNCHED_DESKTOP_FILE_PID=$PID"});
   EXPECT_EQ(ProcessRecord::read(started.processIdentifier())->launchedEntryPath, "/x/a.desktop");
-  const Program inherited(folder + "/b",
-                          {"GIO_LAUNCHED_DESKTOP_FILE=/x/a.desktop", "GIO_LAUNCHED_DESKTOP_FILE_PID=1"});
+  const IdleProgram inherited(folder + "/b",
+                              {"GIO_LAUNCHED_DESKTOP_FILE=/x/a.desktop", "GIO_LAUNCHED_DESKTOP_FILE_PID=1"});
   EXPECT_EQ(ProcessRecord::read(inherited.processIdentifier())->launchedEntryPath, std::nullopt);
 }
 
 TEST_F(ProcessRecordTest, TakesTheScriptForTheProgramThatRunsIt) {
-  Program::makeIdleExecutable(folder + "/interpreter");
+  IdleProgram::makeIdleExecutable(folder + "/interpreter");
   const std::string script = folder + "/script";
   // The idle program copies the script to its output and ends, unless it has its standard input to read as
   // well.
   DesktopSandbox::write(script, "#!" + folder + "/interpreter -\n");
   ::chmod(script.c_str(), 0755);
-  const Program program(std::vector<std::string>{script});
+  const IdleProgram program(std::vector<std::string>{script});
   ASSERT_EQ(ProcessRecord::read(program.processIdentifier())->arguments.size(), 3u);
   EXPECT_EQ(ProcessRecord::read(program.processIdentifier())->executablePath, script);
 }
@@ -85,13 +85,13 @@ TEST_F(ProcessRecordTest, TakesTheScriptForTheProgramThatRunsIt) {
 TEST_F(ProcessRecordTest, KnowsTheInterpreterOfAScriptThatNamesItThroughEnv) {
   const std::string interpreter = folder + "/interpreter";
   const std::string script = folder + "/script";
-  Program::makeIdleExecutable(interpreter);
+  IdleProgram::makeIdleExecutable(interpreter);
   for (const std::string& line :
        {interpreter, "-S " + interpreter + " -", "-S -u HOME A=1 " + interpreter + " -",
         "-vS -i --chdir=/ " + interpreter + " - "}) {
     DesktopSandbox::write(script, "#!/usr/bin/env " + line + "\n");
     ::chmod(script.c_str(), 0755);
-    const Program program({interpreter, "-", script});
+    const IdleProgram program({interpreter, "-", script});
     EXPECT_EQ(ProcessRecord::read(program.processIdentifier())->executablePath, script) << line;
   }
 }
@@ -100,8 +100,8 @@ TEST_F(ProcessRecordTest, DoesNotTakeADocumentForTheProgram) {
   const std::string document = folder + "/document";
   DesktopSandbox::write(document, "#!/bin/sh\n");
   ::chmod(document.c_str(), 0755);
-  Program::makeIdleExecutable(folder + "/editor");
-  const Program editor({folder + "/editor", "-", document});
+  IdleProgram::makeIdleExecutable(folder + "/editor");
+  const IdleProgram editor({folder + "/editor", "-", document});
   EXPECT_EQ(ProcessRecord::read(editor.processIdentifier())->executablePath, folder + "/editor");
 }
 

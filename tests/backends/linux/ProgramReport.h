@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/backends/linux/DesktopSandbox.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <string>
 
@@ -24,8 +24,9 @@ public:
 
   // The lines, once the program has run; "" when it never does.
   std::string wait() const {
-    return waitUntil([this] { return DesktopSandbox::exists(m_report); }) ? DesktopSandbox::read(m_report)
-                                                                          : "";
+    return test::iterateUntil([this] { return DesktopSandbox::exists(m_report); })
+               ? DesktopSandbox::read(m_report)
+               : "";
   }
   bool hasRun() const { return DesktopSandbox::exists(m_report); }
 

@@ -14,7 +14,7 @@ protected:
     return entry ? entry->path : "none";
   }
   void waitFor(const std::string& role, const std::string& path) const {
-    EXPECT_TRUE(waitUntil([&] { return pathOf(role) == path; })) << role << " is " << pathOf(role);
+    EXPECT_TRUE(test::iterateUntil([&] { return pathOf(role) == path; })) << role << " is " << pathOf(role);
   }
 
   DesktopEntryIndex index;

@@ -3,8 +3,8 @@
 #include "tests/backends/linux/DesktopSandbox.h"
 #include "tests/backends/linux/FakeIconLoader.h"
 #include "tests/backends/linux/FakeTopLevelWindows.h"
-#include "tests/backends/linux/Program.h"
-#include "tests/backends/linux/Waiting.h"
+#include "tests/backends/linux/IdleProgram.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 
@@ -21,11 +21,11 @@ protected:
   void TearDown() override {
     list.reset();
     desktop.removeAllEntries();
-    waitUntil([this] { return entries.entries().empty(); });
+    EXPECT_TRUE(test::iterateUntil([this] { return entries.entries().empty(); }));
   }
   std::string install(const std::string& identifier, const std::string& lines) {
     auto path = desktop.installEntry(identifier, lines);
-    EXPECT_TRUE(waitUntil([&] { return entries.withPath(path) != nullptr; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return entries.withPath(path) != nullptr; }));
     return path;
   }
   static common::TopLevelWindow window(std::uint64_t id, std::optional<std::int32_t> process,
@@ -54,8 +54,8 @@ protected:
 };
 
 TEST_F(RunningApplicationListTest, HasOneRecordForEachProcessInTheOrderOfTheFirstWindows) {
-  const Program a(folder + "/a");
-  const Program b(folder + "/b");
+  const IdleProgram a(folder + "/a");
+  const IdleProgram b(folder + "/b");
   windows.open(window(1, a.processIdentifier(), "A"));
   windows.open(window(2, b.processIdentifier(), "B"));
   windows.open(window(3, a.processIdentifier(), "A"));
@@ -69,15 +69,15 @@ TEST_F(RunningApplicationListTest, HasOneRecordForEachProcessInTheOrderOfTheFirs
 }
 
 TEST_F(RunningApplicationListTest, ListsTwoProcessesOfOneProgramTwice) {
-  const Program first(folder + "/a");
-  const Program second(std::vector<std::string>{folder + "/a"});
+  const IdleProgram first(folder + "/a");
+  const IdleProgram second(std::vector<std::string>{folder + "/a"});
   windows.open(window(1, first.processIdentifier(), "A"));
   windows.open(window(2, second.processIdentifier(), "A"));
   EXPECT_EQ(list->applications().size(), 2u);
 }
 
 TEST_F(RunningApplicationListTest, LeavesOutProcessesWithoutAnOrdinaryWindow) {
-  const Program panel(folder + "/panel");
+  const IdleProgram panel(folder + "/panel");
   windows.list.push_back(window(1, panel.processIdentifier(), "Panel"));
   windows.changed();
   EXPECT_TRUE(list->applications().empty());
@@ -86,7 +86,7 @@ TEST_F(RunningApplicationListTest, LeavesOutProcessesWithoutAnOrdinaryWindow) {
 TEST_F(RunningApplicationListTest, KeepsTheRecordOfAProcessAndTellsOnlyOfRealChanges) {
   int calls = 0;
   const auto registration = list->observeChanges([&] { ++calls; });
-  const Program a(folder + "/a");
+  const IdleProgram a(folder + "/a");
   windows.open(window(1, a.processIdentifier(), "A"));
   EXPECT_EQ(calls, 1);
   const auto record = list->applications().at(0);
@@ -100,7 +100,7 @@ TEST_F(RunningApplicationListTest, KeepsTheRecordOfAProcessAndTellsOnlyOfRealCha
 }
 
 TEST_F(RunningApplicationListTest, AListOfWindowsThatArrivesLaterIsOneChange) {
-  const Program a(folder + "/a");
+  const IdleProgram a(folder + "/a");
   int calls = 0;
   const auto observer = list->observeChanges([&] { ++calls; });
   EXPECT_TRUE(list->applications().empty());
@@ -140,7 +140,7 @@ TEST_F(RunningApplicationListTest, NeverTakesItselfForAnOrdinaryProgram) {
 
 TEST_F(RunningApplicationListTest,
        MatchesTheEntryByApplicationIdThenWindowClassThenIdentifierThenExecutable) {
-  const Program program(folder + "/paint");
+  const IdleProgram program(folder + "/paint");
   auto open = [&](common::TopLevelWindow described) {
     windows.list.clear();
     windows.open(std::move(described));
@@ -165,7 +165,7 @@ TEST_F(RunningApplicationListTest,
 
 TEST_F(RunningApplicationListTest, MatchesAnEntryThatIsNotShown) {
   install("quiet.desktop", "Name=Quiet\nExec=/bin/sh\nNoDisplay=true\n");
-  const Program program(folder + "/a");
+  const IdleProgram program(folder + "/a");
   windows.open(window(1, program.processIdentifier(), "Quiet"));
   EXPECT_TRUE(list->applications().at(0)->bundlePath()->ends_with("/quiet.desktop"));
 }
@@ -174,7 +174,7 @@ TEST_F(RunningApplicationListTest, MatchesWhatWeStartedByItsStartupIdentifier) {
   const std::string path = folder + "/own.desktop";
   DesktopSandbox::write(path, "[Desktop Entry]\nType=Application\nName=Own\nExec=/bin/sh\n");
   startedAs["start-1"] = path;
-  const Program program(folder + "/a");
+  const IdleProgram program(folder + "/a");
   auto described = window(1, program.processIdentifier(), "Whatever");
   described.startupId = "start-1";
   windows.open(described);
@@ -184,7 +184,7 @@ TEST_F(RunningApplicationListTest, MatchesWhatWeStartedByItsStartupIdentifier) {
 
 TEST_F(RunningApplicationListTest, NoticesAnApplicationIdThatComesAfterTheWindow) {
   const auto path = install("org.example.Late.desktop", "Name=Late\nExec=/bin/sh -c x\n");
-  const Program program(folder + "/a");
+  const IdleProgram program(folder + "/a");
   windows.open(window(1, program.processIdentifier(), "early"));
   EXPECT_EQ(names(), std::vector<std::string>{"early"});
   const auto record = list->applications().at(0);
@@ -198,18 +198,19 @@ TEST_F(RunningApplicationListTest, NoticesAnApplicationIdThatComesAfterTheWindow
 }
 
 TEST_F(RunningApplicationListTest, ShowsTheProgramWithoutItsEntryAfterThatWasRemoved) {
-  const Program program(folder + "/paint");
+  const IdleProgram program(folder + "/paint");
   install("paint.desktop", "Name=Malen\nExec=" + folder + "/paint\n");
   windows.open(window(1, program.processIdentifier(), "PaintClass"));
   EXPECT_EQ(names(), std::vector<std::string>{"Malen"});
   desktop.removeEntry("paint.desktop");
-  EXPECT_TRUE(waitUntil([&] { return names() == std::vector<std::string>{"PaintClass"}; }));
+  EXPECT_TRUE(test::iterateUntil([&] { return names() == std::vector<std::string>{"PaintClass"}; }));
   EXPECT_EQ(list->applications().at(0)->bundlePath(), folder + "/paint");
 }
 
 TEST_F(RunningApplicationListTest, KnowsAnAppImageByItsOwnPath) {
   const std::string appImage = folder + "/Paint.AppImage";
-  const Program program(folder + "/mount/bin/paint", {"APPDIR=" + folder + "/mount", "APPIMAGE=" + appImage});
+  const IdleProgram program(folder + "/mount/bin/paint",
+                            {"APPDIR=" + folder + "/mount", "APPIMAGE=" + appImage});
   windows.open(window(1, program.processIdentifier(), "Paint-class"));
   const auto record = list->records().at(0);
   EXPECT_EQ(record->localizedName(), "Paint");
@@ -220,9 +221,10 @@ TEST_F(RunningApplicationListTest, KnowsAnAppImageByItsOwnPath) {
 
 TEST_F(RunningApplicationListTest, KnowsAnAppImageThatHasAnEntryByBoth) {
   const std::string appImage = folder + "/Paint.AppImage";
-  Program::makeIdleExecutable(appImage);
+  IdleProgram::makeIdleExecutable(appImage);
   const auto path = install("paint.desktop", "Name=Paint\nExec=" + appImage + " %U\n");
-  const Program program(folder + "/mount/bin/paint", {"APPDIR=" + folder + "/mount", "APPIMAGE=" + appImage});
+  const IdleProgram program(folder + "/mount/bin/paint",
+                            {"APPDIR=" + folder + "/mount", "APPIMAGE=" + appImage});
   windows.open(window(1, program.processIdentifier(), "x"));
   const auto record = list->records().at(0);
   EXPECT_EQ(record->bundlePath(), path);
@@ -234,7 +236,7 @@ TEST_F(RunningApplicationListTest, KnowsAnAppImageThatHasAnEntryByBoth) {
 }
 
 TEST_F(RunningApplicationListTest, TerminatesWithItsProcessAndNotWithItsWindows) {
-  Program program(folder + "/a");
+  IdleProgram program(folder + "/a");
   windows.open(window(1, program.processIdentifier(), "A"));
   const auto record = list->applications().at(0);
   windows.close(1);
@@ -245,7 +247,7 @@ TEST_F(RunningApplicationListTest, TerminatesWithItsProcessAndNotWithItsWindows)
 }
 
 TEST_F(RunningApplicationListTest, BringsTheLastActiveWindowForwardElseTheNewest) {
-  const Program program(folder + "/a");
+  const IdleProgram program(folder + "/a");
   windows.open(window(1, program.processIdentifier(), "A"));
   windows.open(window(2, program.processIdentifier(), "A"));
   const auto record = list->applications().at(0);
@@ -257,7 +259,7 @@ TEST_F(RunningApplicationListTest, BringsTheLastActiveWindowForwardElseTheNewest
 }
 
 TEST_F(RunningApplicationListTest, RestoresTheExactWindowThatWasActiveAtTheSummon) {
-  const Program program(folder + "/a");
+  const IdleProgram program(folder + "/a");
   windows.open(window(1, program.processIdentifier(), "A"));
   windows.open(window(2, program.processIdentifier(), "A"));
   windows.active = 1;
@@ -278,8 +280,8 @@ TEST_F(RunningApplicationListTest, RestoresTheExactWindowThatWasActiveAtTheSummo
 }
 
 TEST_F(RunningApplicationListTest, RestoresADialogAndTheDesktopToo) {
-  const Program program(folder + "/a");
-  const Program desktopProgram(folder + "/desktop");
+  const IdleProgram program(folder + "/a");
+  const IdleProgram desktopProgram(folder + "/desktop");
   windows.list.push_back(window(3, desktopProgram.processIdentifier(), "Desktop"));
   windows.open(window(1, program.processIdentifier(), "A"));
   windows.list.push_back(window(2, program.processIdentifier(), "A"));
@@ -306,8 +308,8 @@ TEST_F(RunningApplicationListTest, HasNoFrontmostProgramWithoutAnActiveWindowOfA
 TEST_F(RunningApplicationListTest, DrawsTheEntrysIconElseTheWindowsElseTheGenericOne) {
   install("a.desktop", "Name=A\nExec=/bin/sh -c x\nIcon=a-icon\n");
   loader.themeNames = {"a-icon"};
-  const Program a(folder + "/a");
-  const Program b(folder + "/b");
+  const IdleProgram a(folder + "/a");
+  const IdleProgram b(folder + "/b");
   windows.icons[2] = true;
   windows.open(window(1, a.processIdentifier(), "a"));
   windows.open(window(2, b.processIdentifier(), "unknown"));
@@ -319,15 +321,15 @@ TEST_F(RunningApplicationListTest, DrawsTheEntrysIconElseTheWindowsElseTheGeneri
   EXPECT_EQ(loader.calls.size(), 1u) << "the window has a picture of its own";
   windows.changed();
   EXPECT_EQ(list->applications()[1]->icon(), applications[1]->icon());
-  const Program c(folder + "/c");
+  const IdleProgram c(folder + "/c");
   windows.open(window(3, c.processIdentifier(), "unknown too"));
   EXPECT_EQ(list->applications()[2]->icon()->representation(128, 128).width, 128);
   EXPECT_EQ(loader.calls.back(), "own fallback-application 128");
 }
 
 TEST_F(RunningApplicationListTest, DrawsTheIconOfAWindowThatIsStillOpen) {
-  Program program(folder + "/a");
-  const Program other(folder + "/b");
+  IdleProgram program(folder + "/a");
+  const IdleProgram other(folder + "/b");
   windows.icons = {{2, true}};
   windows.open(window(1, program.processIdentifier(), "A")); // a splash window, without a picture
   const auto icon = list->applications().at(0)->icon();
@@ -341,7 +343,7 @@ TEST_F(RunningApplicationListTest, DrawsTheIconOfAWindowThatIsStillOpen) {
 }
 
 TEST_F(RunningApplicationListTest, KeepsWhatItHasDrawnWhenTheProgramHasGone) {
-  Program program(folder + "/a");
+  IdleProgram program(folder + "/a");
   windows.icons = {{1, true}};
   windows.open(window(1, program.processIdentifier(), "A"));
   const auto icon = list->applications().at(0)->icon();
@@ -356,9 +358,9 @@ TEST_F(RunningApplicationListTest, KeepsWhatItHasDrawnWhenTheProgramHasGone) {
 
 TEST_F(RunningApplicationListTest, TellsWhatOneInterpreterRunsApartByName) {
   const std::string java = folder + "/java";
-  const Program editor(java);
-  const Program game(std::vector<std::string>{java});
-  const Program again(std::vector<std::string>{java});
+  const IdleProgram editor(java);
+  const IdleProgram game(std::vector<std::string>{java});
+  const IdleProgram again(std::vector<std::string>{java});
   int calls = 0;
   const auto registration = list->observeChanges([&] { ++calls; });
   windows.open(window(1, editor.processIdentifier(), "Editor"));
@@ -383,8 +385,8 @@ TEST_F(RunningApplicationListTest, TellsWhatOneInterpreterRunsApartByName) {
 
 TEST_F(RunningApplicationListTest, AnEntryNamesItsProgramWhateverElseRunsTheSameInterpreter) {
   const auto path = install("editor.desktop", "Name=Editor\nExec=/bin/sh -c x\nStartupWMClass=Editor\n");
-  const Program editor(folder + "/java");
-  const Program game(std::vector<std::string>{folder + "/java"});
+  const IdleProgram editor(folder + "/java");
+  const IdleProgram game(std::vector<std::string>{folder + "/java"});
   windows.open(window(1, editor.processIdentifier(), "Editor"));
   windows.open(window(2, game.processIdentifier(), "Game"));
   EXPECT_EQ(list->records()[0]->bundlePath(), path);
@@ -392,7 +394,7 @@ TEST_F(RunningApplicationListTest, AnEntryNamesItsProgramWhateverElseRunsTheSame
 }
 
 TEST_F(RunningApplicationListTest, ReadsAProcessNumberThatWasGivenAgainAsAnotherProgram) {
-  Program first(folder + "/a");
+  IdleProgram first(folder + "/a");
   windows.open(window(1, first.processIdentifier(), "A"));
   const auto record = list->applications().at(0);
   const auto process = *list->records().at(0)->process();

@@ -1,10 +1,10 @@
 // Messages to a notification area on a real session bus.
 #include "backends/qt/session/DesktopNotifications.h"
 
-#include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/desktop/harness/NotificationServer.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -37,15 +37,15 @@ protected:
     return QDBusConnection::connectToBus(QString::fromStdString(m_address), QStringLiteral("notifications"));
   }
 
-  desktop::TemporaryDirectory m_folder{"orbel-notifications"};
+  test::TemporaryDirectory m_folder{"orbel-notifications"};
   std::string m_address;
-  std::optional<desktop::SessionBus> m_bus;
-  LogCapture m_log;
+  std::optional<test::SessionBus> m_bus;
+  test::LogCapture m_log;
   std::vector<std::string> m_causes; // of each answer; empty for a success
 };
 
 TEST_F(DesktopNotificationsOnDisplay, TheDesktopShowsTheMessageAsPlainText) {
-  desktop::NotificationServer server(m_address);
+  test::NotificationServer server(m_address);
   DesktopNotifications notifications(connection());
   deliver(notifications);
   EXPECT_TRUE(m_causes.empty()) << "answered within the call";

@@ -1,7 +1,7 @@
 #include "backends/qt/icons/IconThemeChoice.h"
 
 #include "tests/backends/qt/TestPictures.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -26,7 +26,7 @@ protected:
     writeText(m_configuration / file, text);
   }
 
-  desktop::TemporaryDirectory m_folder{"orbel-choice"};
+  test::TemporaryDirectory m_folder{"orbel-choice"};
   std::filesystem::path m_configuration = m_folder.path() / "config";
 };
 

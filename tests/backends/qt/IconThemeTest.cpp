@@ -1,7 +1,7 @@
 #include "backends/qt/icons/IconTheme.h"
 
 #include "tests/backends/qt/TestPictures.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -30,7 +30,7 @@ protected:
     return file ? std::filesystem::relative(file->toStdString(), m_icons).string() : "none";
   }
 
-  desktop::TemporaryDirectory m_folder{"orbel-icons"};
+  test::TemporaryDirectory m_folder{"orbel-icons"};
   std::filesystem::path m_icons = m_folder.path() / "icons";
 };
 

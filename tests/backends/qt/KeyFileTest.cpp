@@ -1,7 +1,7 @@
 #include "backends/qt/icons/KeyFile.h"
 
 #include "tests/backends/qt/TestPictures.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -14,7 +14,7 @@ protected:
     writeText(m_folder.path() / "file", text);
     return KeyFile(QString::fromStdString((m_folder.path() / "file").string()));
   }
-  desktop::TemporaryDirectory m_folder{"orbel-keyfile"};
+  test::TemporaryDirectory m_folder{"orbel-keyfile"};
 };
 
 TEST_F(KeyFileTest, ReadsValuesOfTheirGroupWithoutBlanksAndQuotes) {

@@ -1,8 +1,8 @@
 #include "backends/qt/icons/PictureReader.h"
 
-#include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestPictures.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <QColor>
 #include <QImage>
@@ -27,8 +27,8 @@ protected:
     EXPECT_TRUE(m_log.has(name)) << "the log does not name " << name;
   }
 
-  desktop::TemporaryDirectory m_folder{"orbel-pictures"};
-  LogCapture m_log;
+  test::TemporaryDirectory m_folder{"orbel-pictures"};
+  test::LogCapture m_log;
 };
 
 TEST_F(PictureReaderTest, ShrinksABitmapToTheAskedSize) {

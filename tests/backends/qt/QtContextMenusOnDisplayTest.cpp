@@ -25,7 +25,7 @@ class QtContextMenusOnDisplay : public testing::Test, public ContextMenuDelegate
 protected:
   void SetUp() override {
     if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
-    m_program = std::make_unique<desktop::TestWindow>(*testDisplay(), desktop::TestWindowOptions{});
+    m_program = std::make_unique<test::TestWindow>(*testDisplay(), test::TestWindowOptions{});
     ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); },
                             "it has the focus"));
     // What the round menu is to the window manager: nothing.
@@ -43,7 +43,7 @@ protected:
   }
   void menuDidClose() override { m_calls += "close "; }
 
-  static desktop::DesktopSession& session() { return *testDisplay(); }
+  static test::DesktopSession& session() { return *testDisplay(); }
   static xcb_window_t windowOf(const QWidget& widget) { return static_cast<xcb_window_t>(widget.winId()); }
   static QMenu* menu() { return qobject_cast<QMenu*>(QApplication::activePopupWidget()); }
   MenuEntry entry(const std::string& title, const std::string& icon = {}) {
@@ -67,7 +67,7 @@ protected:
     ASSERT_TRUE(becomesTrue([&] { return menu() && session().windows().isViewable(windowOf(*menu())); },
                             "it is open"));
   }
-  bool isOnTop(const desktop::ScreenPoint& place) {
+  bool isOnTop(const test::ScreenPoint& place) {
     return session().windows().windowAt(place) == windowOf(*menu());
   }
 
@@ -77,7 +77,7 @@ protected:
   QtIconLoader m_icons;
   PopUpRegistry m_popUps;
   QtContextMenus m_menus{m_popUps};
-  std::unique_ptr<desktop::TestWindow> m_program;
+  std::unique_ptr<test::TestWindow> m_program;
   std::unique_ptr<OpenContextMenu> m_open;
   std::string m_calls;
 };

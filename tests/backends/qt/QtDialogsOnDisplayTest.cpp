@@ -33,14 +33,14 @@ class QtDialogsOnDisplay : public testing::Test {
 protected:
   void SetUp() override {
     if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
-    m_program = std::make_unique<desktop::TestWindow>(session(), desktop::TestWindowOptions{});
+    m_program = std::make_unique<test::TestWindow>(session(), test::TestWindowOptions{});
     ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); },
                             "it has the focus"));
     m_icons.hasThemeIcon({"folder"}); // sets the toolkit's icon theme as the running program does
   }
   void TearDown() override { QApplication::setPalette(m_palette); }
 
-  static desktop::DesktopSession& session() { return *testDisplay(); }
+  static test::DesktopSession& session() { return *testDisplay(); }
   static QDialog* shownDialog() { return qobject_cast<QDialog*>(QApplication::activeModalWidget()); }
   static xcb_window_t dialogWindow() { return static_cast<xcb_window_t>(shownDialog()->winId()); }
   static testing::AssertionResult dialogHasFocus() {
@@ -55,9 +55,9 @@ protected:
     const auto place = session().windows().geometry(dialogWindow());
     ASSERT_TRUE(place);
     const QColor window = QApplication::palette().color(QPalette::Window);
-    const desktop::Rgb painted{static_cast<std::uint8_t>(window.red()),
-                               static_cast<std::uint8_t>(window.green()),
-                               static_cast<std::uint8_t>(window.blue())};
+    const test::Rgb painted{static_cast<std::uint8_t>(window.red()),
+                            static_cast<std::uint8_t>(window.green()),
+                            static_cast<std::uint8_t>(window.blue())};
     ASSERT_TRUE(becomesTrue(
         [&] {
           return difference(session().screen().pixel({place->x + 4, place->y + 4}), painted) < 8;
@@ -102,7 +102,7 @@ protected:
                       {.willTakeFocus = [this] { m_activeBefore = session().windows().activeWindow(); },
                        .dialogInFrontChanged = {},
                        .giveFocusBack = [this] { session().windows().activate(m_activeBefore.value()); }}};
-  std::unique_ptr<desktop::TestWindow> m_program;
+  std::unique_ptr<test::TestWindow> m_program;
   int m_answers = 0;
   std::optional<std::string> m_answer;
 };

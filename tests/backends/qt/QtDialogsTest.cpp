@@ -3,7 +3,7 @@
 #include "backends/qt/text/QtTextServices.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/backends/qt/TestPictures.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -105,7 +105,7 @@ protected:
                           },
                       .giveFocusBack = [this] { m_events += "back "; }};
   std::unique_ptr<QtDialogs> m_dialogs = std::make_unique<QtDialogs>(m_popUps, m_text, m_hooks);
-  desktop::TemporaryDirectory m_folder{"orbel-dialogs"};
+  test::TemporaryDirectory m_folder{"orbel-dialogs"};
   int m_answers = 0;
   std::optional<std::string> m_answer;
 };

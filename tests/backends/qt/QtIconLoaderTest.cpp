@@ -1,8 +1,8 @@
 #include "backends/qt/icons/QtIconLoader.h"
 
-#include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestPictures.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <QColor>
 #include <QIcon>
@@ -23,9 +23,9 @@ protected:
   }
   IconTheme::Folders folders() const { return {{QString::fromStdString(m_icons.string())}, {}}; }
 
-  desktop::TemporaryDirectory m_folder{"orbel-loader"};
+  test::TemporaryDirectory m_folder{"orbel-loader"};
   std::filesystem::path m_icons = m_folder.path() / "icons";
-  LogCapture m_log;
+  test::LogCapture m_log;
   QtIconLoader m_loader{QStringLiteral("hicolor"), folders()};
 };
 

@@ -3,11 +3,11 @@
 
 #include "backends/qt-x11/X11SystemTray.h"
 #include "backends/x11/Connection.h"
-#include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/desktop/harness/StatusNotifierWatcher.h"
 #include "tests/desktop/harness/SystemTray.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -25,10 +25,10 @@
 namespace orbel::qt {
 namespace {
 
-using desktop::PanelPresence;
-using desktop::Rgb;
-using desktop::StatusNotifierWatcher;
-using desktop::SystemTray;
+using test::PanelPresence;
+using test::Rgb;
+using test::StatusNotifierWatcher;
+using test::SystemTray;
 
 constexpr Rgb kDark{30, 30, 34};
 constexpr Rgb kLight{240, 240, 240};
@@ -81,7 +81,7 @@ protected:
     for (int y = 0; y < picture.height(); ++y) {
       for (int x = 0; x < picture.width(); ++x) {
         const Rgb color = picture.at({x, y});
-        if (desktop::difference(color, bar) < 120) continue;
+        if (test::difference(color, bar) < 120) continue;
         ++marked;
         brightness += color.green;
       }
@@ -89,10 +89,10 @@ protected:
     return {marked, marked ? brightness / marked : 0};
   }
 
-  desktop::TemporaryDirectory m_folder{"orbel-status"};
+  test::TemporaryDirectory m_folder{"orbel-status"};
   std::string m_address;
-  std::optional<desktop::SessionBus> m_bus;
-  LogCapture m_log;
+  std::optional<test::SessionBus> m_bus;
+  test::LogCapture m_log;
   std::unique_ptr<x11::Connection> m_connection;
   std::optional<qtx11::X11SystemTray> m_trayWatch;
   std::unique_ptr<StatusItem> m_item;

@@ -1,6 +1,6 @@
 #include "backends/qt/text/QtTextServices.h"
 
-#include "tests/backends/qt/LogCapture.h"
+#include "tests/support/base/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -41,7 +41,7 @@ TEST(QtTextServicesTest, TranslatesTheProgramsTexts) {
 }
 
 TEST(QtTextServicesTest, ShowsEnglishWhereThereIsNoTranslation) {
-  const LogCapture log;
+  const test::LogCapture log;
   for (const char* locale : {"en_GB", "fi_FI", "C", "zh_TW"}) {
     EXPECT_EQ(QtTextServices(QLocale(QLatin1String(locale))).localized("Rename"), "Rename") << locale;
   }

@@ -10,8 +10,8 @@
 #include "tests/contracts/DialogsContract.h"
 #include "tests/contracts/GraphicsContract.h"
 #include "tests/contracts/TextServicesContract.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
 #include "tests/doubles/FakeWindowSystem.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <QApplication>
 #include <QFileDialog>
@@ -134,7 +134,7 @@ private:
   qt::QtTextServices m_text{QLocale("en_US")};
   std::unique_ptr<qt::QtDialogs> m_dialogs =
       std::make_unique<qt::QtDialogs>(m_popUps, m_text, qt::DialogHooks());
-  desktop::TemporaryDirectory m_folder{"orbel-dialogs"};
+  test::TemporaryDirectory m_folder{"orbel-dialogs"};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(QtDialogsContract, DialogsContract, QtDialogsSubject);

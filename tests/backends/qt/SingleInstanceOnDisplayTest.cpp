@@ -1,12 +1,12 @@
 // Against a real session bus; the callers are programs of their own, as they are on a desktop.
 #include "backends/qt/session/SingleInstance.h"
 
-#include "tests/backends/qt/LogCapture.h"
 #include "tests/backends/qt/TestDisplay.h"
-#include "tests/desktop/harness/ChildProcess.h"
 #include "tests/desktop/harness/SessionBus.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/ChildProcess.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/base/TemporaryDirectory.h"
+#include "tests/support/base/TextFile.h"
 
 #include <gtest/gtest.h>
 
@@ -41,15 +41,15 @@ protected:
   // Runs a program while the handlers can be reached; its exit status, its output in m_output.
   int run(std::vector<std::string> command) {
     const auto output = m_folder.path() / ("output" + std::to_string(++m_runs));
-    desktop::ChildProcess process({.command = std::move(command),
-                                   .environment = m_environment,
-                                   .log = m_folder.path() / "errors",
-                                   .output = output,
-                                   .folder = {},
-                                   .handedDescriptor = -1});
+    test::ChildProcess process({.command = std::move(command),
+                                .environment = m_environment,
+                                .log = m_folder.path() / "errors",
+                                .output = output,
+                                .folder = {},
+                                .handedDescriptor = -1});
     EXPECT_TRUE(becomesTrue([&] { return !process.isRunning(); }, "the program ends"));
     m_output.clear();
-    for (const std::string& line : desktop::readLines(output))
+    for (const std::string& line : test::readLines(output))
       m_output += line;
     return process.exitStatus().value_or(-1);
   }
@@ -60,11 +60,11 @@ protected:
   }
   bool called(const std::string& calls) { return m_calls == calls; }
 
-  desktop::TemporaryDirectory m_folder{"orbel-bus"};
+  test::TemporaryDirectory m_folder{"orbel-bus"};
   std::string m_address = "unix:path=" + (m_folder.path() / "bus").string();
-  desktop::Environment m_environment;
-  std::optional<desktop::SessionBus> m_bus;
-  LogCapture m_log;
+  test::Environment m_environment;
+  std::optional<test::SessionBus> m_bus;
+  test::LogCapture m_log;
   std::string m_calls;
   std::string m_output;
   int m_runs = 0;

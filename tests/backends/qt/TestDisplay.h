@@ -3,7 +3,7 @@
 #pragma once
 
 #include "tests/desktop/harness/DesktopSession.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/Waiting.h"
 
 #include <gtest/gtest.h>
 
@@ -14,13 +14,13 @@
 namespace orbel::qt {
 
 // The desktop that this process is connected to; null in the round without a display.
-desktop::DesktopSession* testDisplay();
-void setTestDisplay(desktop::DesktopSession* session);
+test::DesktopSession* testDisplay();
+void setTestDisplay(test::DesktopSession* session);
 
 // Lets the toolkit work until the condition holds.
 template <class Condition>
 [[nodiscard]] testing::AssertionResult becomesTrue(Condition condition, const std::string& description) {
-  return desktop::waitFor(
+  return test::waitFor(
       [&] {
         QCoreApplication::processEvents();
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);

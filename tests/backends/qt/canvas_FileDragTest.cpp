@@ -1,6 +1,6 @@
 #include "backends/qt/windows/FileDrag.h"
 
-#include "tests/backends/qt/LogCapture.h"
+#include "tests/support/base/LogCapture.h"
 
 #include <gtest/gtest.h>
 
@@ -36,7 +36,7 @@ TEST(FileDragTest, ThisMachineMayBeNamed) {
 }
 
 TEST(FileDragTest, WhatIsNotOnThisMachineIsLeftOutAndLogged) {
-  LogCapture log;
+  test::LogCapture log;
   EXPECT_EQ(pathsOf("https://example.org/x\r\nfile://elsewhere.example/a\r\nfile:///here\r\nnonsense\r\n"),
             (Paths{{"/here"}}));
   EXPECT_TRUE(log.has("https://example.org/x"));
@@ -45,19 +45,19 @@ TEST(FileDragTest, WhatIsNotOnThisMachineIsLeftOutAndLogged) {
 }
 
 TEST(FileDragTest, AZeroByteInAPathIsRefused) {
-  LogCapture log;
+  test::LogCapture log;
   EXPECT_EQ(pathsOf("file:///etc%00/passwd\r\nfile:///a\r\n"), (Paths{{"/a"}}));
 }
 
 TEST(FileDragTest, AListWithoutALocalFileIsNoneAndIsLogged) {
-  LogCapture log;
+  test::LogCapture log;
   EXPECT_EQ(pathsOf("https://example.org/x\r\n"), Paths());
   EXPECT_TRUE(log.has("https://example.org/x"));
   EXPECT_EQ(pathsOf(""), Paths());
 }
 
 TEST(FileDragTest, CommentsAndEmptyLinesAreNoFiles) {
-  LogCapture log;
+  test::LogCapture log;
   EXPECT_EQ(pathsOf("# from somewhere\r\n\r\nfile:///a\n"), (Paths{{"/a"}}));
   EXPECT_TRUE(log.lines.empty());
 }

@@ -1,7 +1,7 @@
 // What stands behind a surface, with and without a compositor. The compositor is played by the test, which
 // holds its selection: what it would draw is then told by the window's properties.
 #include "tests/backends/qt/surface_WindowSystemFixture.h"
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <gtest/gtest.h>
 #include <xcb/shape.h>
@@ -9,8 +9,8 @@
 namespace orbel::qt {
 namespace {
 
-using desktop::Picture;
-using desktop::ScreenRect;
+using test::Picture;
+using test::ScreenRect;
 
 class BackdropOnDisplay : public WindowSystemFixture {
 protected:
@@ -78,7 +78,7 @@ TEST_F(BackdropOnDisplay, WithoutACompositorTheScreenShowsThroughAroundTheDisc) 
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
   const Picture shown = capture(kPlace);
-  for (const desktop::ScreenPoint corner : {desktop::ScreenPoint{2, 2}, {50, 50}, {397, 2}, {350, 350}}) {
+  for (const test::ScreenPoint corner : {test::ScreenPoint{2, 2}, {50, 50}, {397, 2}, {350, 350}}) {
     EXPECT_EQ(shown.at(corner), before.at(corner)) << corner;
   }
   EXPECT_GT(difference(shown.at({200, 200}), before.at({200, 200})), 40);
@@ -144,7 +144,7 @@ TEST_F(BackdropOnDisplay, ASubMenuShowsTheMenuBehindItButNoTitle) {
   ASSERT_TRUE(showsOwnWindows(2));
   const ScreenRect place{400, 300, 200, 200};
   const Picture expected = capture(place);
-  EXPECT_EQ(expected.at({2, 2}), (desktop::Rgb{255, 255, 0}));
+  EXPECT_EQ(expected.at({2, 2}), (test::Rgb{255, 255, 0}));
   sub->orderOut();
   ASSERT_TRUE(showsOwnWindows(1));
   const auto bubble = system->makeBubble("Title");
@@ -224,7 +224,7 @@ TEST_F(BackdropOnDisplay, WhenTheCompositorGoesAndTookTheBlurAlongAPlainDiscRema
   auto& display = session().display();
   ASSERT_TRUE(becomesTrue(
       [&] {
-        const auto extents = desktop::XcbReply<xcb_shape_query_extents_reply_t>(xcb_shape_query_extents_reply(
+        const auto extents = test::XcbReply<xcb_shape_query_extents_reply_t>(xcb_shape_query_extents_reply(
             display.get(), xcb_shape_query_extents(display.get(), window), nullptr));
         return extents && extents->bounding_shaped;
       },

@@ -1,6 +1,6 @@
 #include "tests/backends/qt/surface_DragSource.h"
 
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <utility>
 
@@ -53,7 +53,7 @@ void DragSource::enter(xcb_window_t target) {
   send("XdndEnter", kVersion << 24, m_type, XCB_NONE, XCB_NONE);
 }
 
-void DragSource::moveTo(desktop::ScreenPoint place) {
+void DragSource::moveTo(test::ScreenPoint place) {
   const auto packed = static_cast<std::uint32_t>(place.x) << 16 | static_cast<std::uint32_t>(place.y);
   send("XdndPosition", 0, packed, XCB_CURRENT_TIME, m_actions.back().second);
 }
@@ -98,7 +98,7 @@ void DragSource::send(const char* type, std::uint32_t first, std::uint32_t secon
 }
 
 void DragSource::serve() {
-  while (const auto event = desktop::XcbReply<xcb_generic_event_t>(xcb_wait_for_event(m_display.get()))) {
+  while (const auto event = test::XcbReply<xcb_generic_event_t>(xcb_wait_for_event(m_display.get()))) {
     switch (event->response_type & 0x7f) {
     case XCB_SELECTION_REQUEST:
       answerRequest(reinterpret_cast<const xcb_selection_request_event_t&>(*event));

@@ -2,8 +2,8 @@
 // connection and a thread of its own: the toolkit waits for the dragged data without running its loop.
 #pragma once
 
-#include "tests/desktop/harness/DisplayConnection.h"
-#include "tests/desktop/harness/ScreenGeometry.h"
+#include "tests/support/x11/DisplayConnection.h"
+#include "tests/support/x11/ScreenGeometry.h"
 
 #include <atomic>
 #include <string>
@@ -22,7 +22,7 @@ public:
   DragSource& operator=(const DragSource&) = delete;
 
   void enter(xcb_window_t target);
-  void moveTo(desktop::ScreenPoint place);
+  void moveTo(test::ScreenPoint place);
   void drop();
   void leave();
 
@@ -41,7 +41,7 @@ private:
             std::uint32_t fourth);
   std::string actionName(xcb_atom_t action) const;
 
-  desktop::DisplayConnection m_display; // made and asked for atoms before the thread starts
+  test::DisplayConnection m_display; // made and asked for atoms before the thread starts
   std::string m_data;
   std::vector<std::pair<std::string, xcb_atom_t>> m_actions;
   xcb_window_t m_window = XCB_NONE;

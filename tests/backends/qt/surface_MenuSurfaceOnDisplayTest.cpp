@@ -8,9 +8,9 @@
 namespace orbel::qt {
 namespace {
 
-using desktop::ScreenRect;
-constexpr auto kLeft = desktop::PointerButton::left;
-constexpr auto kRight = desktop::PointerButton::right;
+using test::ScreenRect;
+constexpr auto kLeft = test::PointerButton::left;
+constexpr auto kRight = test::PointerButton::right;
 
 class MenuSurfaceOnDisplay : public WindowSystemFixture {
 protected:
@@ -38,7 +38,7 @@ TEST_F(MenuSurfaceOnDisplay, TheFrameMayReachBeyondTheScreen) {
 }
 
 TEST_F(MenuSurfaceOnDisplay, ShowingTakesNoFocus) {
-  desktop::TestWindow program(session(), {});
+  test::TestWindow program(session(), {});
   ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == program.id(); },
                           "the program has the focus"));
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
@@ -51,7 +51,7 @@ TEST_F(MenuSurfaceOnDisplay, ShowingTakesNoFocus) {
 }
 
 TEST_F(MenuSurfaceOnDisplay, InputIsTakenInsideTheDiscAlone) {
-  desktop::TestWindow program(session(), {.frame = {250, 150, 600, 600}});
+  test::TestWindow program(session(), {.frame = {250, 150, 600, 600}});
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
@@ -66,7 +66,7 @@ TEST_F(MenuSurfaceOnDisplay, InputIsTakenInsideTheDiscAlone) {
 }
 
 TEST_F(MenuSurfaceOnDisplay, ItStandsAboveAFullscreenProgram) {
-  desktop::TestWindow program(session(), {.frame = {0, 0, 1280, 1024}, .isFullscreen = true});
+  test::TestWindow program(session(), {.frame = {0, 0, 1280, 1024}, .isFullscreen = true});
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
@@ -77,8 +77,8 @@ TEST_F(MenuSurfaceOnDisplay, BothButtonsCountAndTheOthersDoNot) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   session().input().movePointer({500, 400});
-  for (const auto button : {desktop::PointerButton::middle, desktop::PointerButton::wheelUp,
-                            desktop::PointerButton::wheelDown, kRight, kLeft}) {
+  for (const auto button : {test::PointerButton::middle, test::PointerButton::wheelUp,
+                            test::PointerButton::wheelDown, kRight, kLeft}) {
     session().input().click(button);
   }
   ASSERT_TRUE(
@@ -212,7 +212,7 @@ TEST_F(MenuSurfaceOnDisplay, AHiddenSurfaceReportsNoExit) {
 }
 
 TEST_F(MenuSurfaceOnDisplay, EscapeBelongsToThePrograms) {
-  desktop::TestWindow program(session(), {});
+  test::TestWindow program(session(), {});
   ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == program.id(); },
                           "the program has the focus"));
   const auto surface = makeSurface(delegate, squareAround(900, 700, 400));
@@ -260,7 +260,7 @@ TEST_F(MenuSurfaceOnDisplay, TheFirstPictureNeedsNoTurnOfTheLoop) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   session().display().roundTrip();
-  EXPECT_EQ(session().screen().pixel({500, 400}), (desktop::Rgb{0, 255, 0}));
+  EXPECT_EQ(session().screen().pixel({500, 400}), (test::Rgb{0, 255, 0}));
 }
 
 TEST_F(MenuSurfaceOnDisplay, OnlyDamageIsPainted) {

@@ -8,7 +8,7 @@
 namespace orbel::qt {
 namespace {
 
-using desktop::ScreenRect;
+using test::ScreenRect;
 
 class QtBubbleOnDisplay : public WindowSystemFixture {
 protected:
@@ -71,7 +71,7 @@ TEST_F(QtBubbleOnDisplay, AtTheSideOfTheScreenItStaysOnIt) {
   bubble->show(*wholeScreen, squareAround(1270, 400, 30));
   ASSERT_TRUE(showsOwnWindows(1));
   const ScreenRect window = place();
-  EXPECT_LE(window.x + window.width - kMargin, desktop::VirtualDisplay::kWidth);
+  EXPECT_LE(window.x + window.width - kMargin, test::VirtualDisplay::kWidth);
 }
 
 TEST_F(QtBubbleOnDisplay, OneWindowServesManyTitlesInTurn) {

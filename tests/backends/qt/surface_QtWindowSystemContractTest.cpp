@@ -20,16 +20,16 @@ public:
   }
   using WindowSystemFixture::settle;
   static void movePointer(Point screenPoint) {
-    session().input().movePointer({static_cast<int>(screenPoint.x),
-                                   desktop::VirtualDisplay::kHeight - static_cast<int>(screenPoint.y)});
+    session().input().movePointer(
+        {static_cast<int>(screenPoint.x), test::VirtualDisplay::kHeight - static_cast<int>(screenPoint.y)});
   }
   static void press(PointerButton button) { session().input().press(harnessButton(button)); }
   static void release(PointerButton button) { session().input().release(harnessButton(button)); }
   static void pressEscape() { session().input().typeKey(XK_Escape); }
 
 private:
-  static desktop::PointerButton harnessButton(PointerButton button) {
-    return button == PointerButton::primary ? desktop::PointerButton::left : desktop::PointerButton::right;
+  static test::PointerButton harnessButton(PointerButton button) {
+    return button == PointerButton::primary ? test::PointerButton::left : test::PointerButton::right;
   }
 };
 

@@ -78,7 +78,7 @@ TEST_F(QtWindowSystemOnDisplay, ADialogStandsAboveAllSurfacesAndBubbles) {
 // Takes the part of a manager that draws windows like ours above all others.
 class ManagerName {
 public:
-  explicit ManagerName(desktop::DisplayConnection& display, const std::string& name)
+  explicit ManagerName(test::DisplayConnection& display, const std::string& name)
       : m_display(display),
         m_window(display.value(display.root(), "_NET_SUPPORTING_WM_CHECK").value_or(XCB_NONE)),
         m_earlier(display.text(m_window, "_NET_WM_NAME").value_or("")) {
@@ -96,7 +96,7 @@ private:
     m_display.roundTrip();
   }
 
-  desktop::DisplayConnection& m_display;
+  test::DisplayConnection& m_display;
   xcb_window_t m_window;
   std::string m_earlier;
 };
@@ -122,7 +122,7 @@ TEST_F(QtWindowSystemOnDisplay, WhereTheManagerIgnoresTheOrderSurfacesGoOutOfSig
   dialog.hide();
   system->standBelow(std::nullopt);
   EXPECT_TRUE(showsOwnWindows(3));
-  EXPECT_EQ(session().windows().geometry(ownWindows().front()), (desktop::ScreenRect{250, 150, 500, 500}));
+  EXPECT_EQ(session().windows().geometry(ownWindows().front()), (test::ScreenRect{250, 150, 500, 500}));
 }
 
 TEST_F(QtWindowSystemOnDisplay, ASurfaceOrderedOutBehindADialogStaysAway) {

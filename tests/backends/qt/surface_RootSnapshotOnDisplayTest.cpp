@@ -13,8 +13,8 @@
 namespace orbel::qt {
 namespace {
 
-using desktop::Rgb;
-using desktop::Wallpaper;
+using test::Rgb;
+using test::Wallpaper;
 
 class RootSnapshotOnDisplay : public testing::Test {
 protected:
@@ -139,7 +139,7 @@ TEST_F(CompositorWatchOnDisplay, ACompositorIsSeenComingAndGoing) {
   EXPECT_FALSE(watch.isCompositing());
   {
     // Its selection falls free when its program ends.
-    desktop::DisplayConnection compositor(testDisplay()->environment().at("DISPLAY"));
+    test::DisplayConnection compositor(testDisplay()->environment().at("DISPLAY"));
     const xcb_window_t window = xcb_generate_id(compositor.get());
     xcb_create_window(compositor.get(), 0, window, compositor.root(), 0, 0, 1, 1, 0,
                       XCB_WINDOW_CLASS_INPUT_ONLY, XCB_COPY_FROM_PARENT, 0, nullptr);

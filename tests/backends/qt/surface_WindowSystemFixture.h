@@ -94,11 +94,11 @@ protected:
     system = std::make_unique<QtWindowSystem>(*displayServer, std::move(hooks));
   }
 
-  static desktop::DesktopSession& session() { return *testDisplay(); }
+  static test::DesktopSession& session() { return *testDisplay(); }
 
   // The screen's place of a device pixel, y down, in the core's points, y up.
   static Point pointAt(int x, int y) {
-    return {static_cast<double>(x), desktop::VirtualDisplay::kHeight - static_cast<double>(y)};
+    return {static_cast<double>(x), test::VirtualDisplay::kHeight - static_cast<double>(y)};
   }
   static Rect squareAround(int x, int y, double side) { return Rect::centeredAt(pointAt(x, y), side); }
 

@@ -2,7 +2,7 @@
 // environment chooses the toolkit's X11 platform, on a private desktop. Fixtures "…OnDisplay" need the
 // latter.
 #include "tests/backends/qt/TestDisplay.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <QApplication>
 
@@ -12,16 +12,16 @@
 namespace orbel::qt {
 
 namespace {
-desktop::DesktopSession* currentDisplay = nullptr;
+test::DesktopSession* currentDisplay = nullptr;
 
-void takeOver(const desktop::Environment& environment) {
+void takeOver(const test::Environment& environment) {
   for (const auto& [name, value] : environment)
     qputenv(name.c_str(), QByteArray::fromStdString(value));
 }
 
 int runTests(int argc, char** argv) {
-  std::optional<desktop::DesktopSession> session;
-  std::optional<desktop::TemporaryDirectory> home;
+  std::optional<test::DesktopSession> session;
+  std::optional<test::TemporaryDirectory> home;
   if (qgetenv("QT_QPA_PLATFORM") == "xcb") {
     session.emplace();
     takeOver(session->environment());
@@ -51,10 +51,10 @@ int runTests(int argc, char** argv) {
 }
 } // namespace
 
-desktop::DesktopSession* testDisplay() {
+test::DesktopSession* testDisplay() {
   return currentDisplay;
 }
-void setTestDisplay(desktop::DesktopSession* session) {
+void setTestDisplay(test::DesktopSession* session) {
   currentDisplay = session;
 }
 

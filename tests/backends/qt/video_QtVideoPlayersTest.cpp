@@ -1,7 +1,7 @@
 // The help's video through the real video program, and through programs that are none.
 #include "backends/qt/video/QtVideoPlayers.h"
-#include "tests/backends/qt/LogCapture.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <QFile>
 #include <QTest>
@@ -43,7 +43,7 @@ protected:
   int frames = 0;
   int ends = 0;
   ImagePointer lastFrame;
-  LogCapture log;
+  test::LogCapture log;
 };
 
 TEST_F(QtVideoPlayersTest, TheHelpsVideoPlaysToItsEndAndAgainFromItsStart) {
@@ -114,7 +114,7 @@ TEST_F(QtVideoPlayersTest, AVideoThatTheProgramCannotPlayIsLoggedOnce) {
 }
 
 TEST_F(QtVideoPlayersTest, WithoutAMediaPluginThereIsALineInTheLogAndNoFrame) {
-  const desktop::TemporaryDirectory folder("orbel-video");
+  const test::TemporaryDirectory folder("orbel-video");
   const auto program = folder.path() / "without-plugin";
   std::ofstream(program) << "#!/bin/sh\nQT_MEDIA_BACKEND=none exec " << ORBEL_VIDEO_PROGRAM << " \"$@\"\n";
   std::filesystem::permissions(program, std::filesystem::perms::owner_all);

@@ -2,6 +2,8 @@
 
 #include "tests/backends/x11/support/X11Test.h"
 
+#include <csignal>
+
 namespace orbel::test {
 namespace {
 
@@ -11,6 +13,10 @@ protected:
     X11Test::SetUp();
     m_connection = connect();
     ASSERT_TRUE(m_connection);
+  }
+  void endServer() {
+    session().markSpent();
+    server().sendSignal(SIGKILL);
   }
   // A property of the root window, to make the server tell us something.
   void changeRoot() { driver().setNumbers(driver().root(), "SOMETHING", "CARDINAL", {1}); }
@@ -131,7 +137,7 @@ TEST_F(ConnectionTest, ABrokenConnectionIsLoggedAndReportedOnce) {
   int lost = 0;
   const auto connection = x11::Connection::open(display(), [&] { ++lost; });
   m_connection.reset();
-  server().kill();
+  endServer();
   EXPECT_TRUE(iterateUntil([&] { return lost == 1; }));
   EXPECT_TRUE(hasLogged("the desktop is gone"));
   connection->drain();
@@ -142,9 +148,10 @@ TEST_F(ConnectionTest, ABrokenConnectionIsLoggedAndReportedOnce) {
 }
 
 TEST_F(ConnectionTest, WithNobodyToTellABrokenConnectionEndsTheProcessWithAFailure) {
+  session().markSpent(); // what the child does to the server it does to ours
   EXPECT_EXIT(
       {
-        server().kill();
+        endServer();
         (void)iterateUntil([] { return false; });
       },
       testing::ExitedWithCode(1), "");

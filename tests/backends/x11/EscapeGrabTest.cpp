@@ -74,7 +74,7 @@ TEST_F(EscapeGrabTest, TheEscapeGrabSilencesNeitherHotKeysNorTyping) {
   driver().tapKey(KEY_ESC);
   EXPECT_TRUE(iterateUntil([&] { return presses == 1 && escapes == 1; }));
   const auto hasTyped = [&](int evdevCode) {
-    return other->program().hasWritten("key " +
+    return other->hasWritten("key " +
                                        std::to_string(evdevCode + common::VirtualKeyCodes::kXKeyCodeOffset));
   };
   EXPECT_TRUE(iterateUntil([&] { return hasTyped(KEY_A); }));

@@ -4,9 +4,9 @@
 #include "backends/x11/Connection.h"
 #include "backends/x11/RawPointer.h"
 #include "backends/x11/X11EventTaps.h"
-#include "foundation/Log.h"
-#include "tests/backends/x11/support/MainLoop.h"
 #include "tests/backends/x11/support/PinchServer.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 #include <string>
@@ -20,8 +20,6 @@ using Phases = std::vector<x11::PinchPhase>;
 class PinchGesturesTest : public testing::Test {
 protected:
   void SetUp() override {
-    m_earlierSink =
-        Log::setSink([this](Log::Severity, const std::string& message) { m_log.push_back(message); });
     ASSERT_FALSE(m_server.display().empty()) << m_server.problem();
     m_connection = x11::Connection::open(m_server.display());
     ASSERT_TRUE(m_connection);
@@ -31,7 +29,6 @@ protected:
   void TearDown() override {
     m_pinches.reset();
     m_connection.reset();
-    Log::setSink(m_earlierSink);
   }
 
   void pinchOnce() {
@@ -43,8 +40,7 @@ protected:
   PinchServer m_server;
   std::unique_ptr<x11::Connection> m_connection;
   std::unique_ptr<x11::PinchGestures> m_pinches;
-  std::vector<std::string> m_log;
-  Log::Sink m_earlierSink;
+  LogCapture m_log;
 };
 
 // Touches that the test makes.
@@ -95,8 +91,8 @@ TEST_F(PinchGesturesTest, AnotherProgramThatListensAlreadyKeepsThePinches) {
   const auto first = others.observe([&](x11::PinchPhase) { ++ofOthers; });
   int ours = 0;
   const auto second = m_pinches->observe([&](x11::PinchPhase) { ++ours; });
-  ASSERT_EQ(m_log.size(), 1U);
-  EXPECT_NE(m_log[0].find("another program listens"), std::string::npos);
+  ASSERT_EQ(m_log.lines.size(), 1U);
+  EXPECT_TRUE(m_log.has("another program listens"));
   pinchOnce();
   EXPECT_TRUE(iterateUntil([&] { return ofOthers == 3; }));
   m_connection->drain();

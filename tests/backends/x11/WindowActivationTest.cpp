@@ -1,17 +1,18 @@
 #include "backends/x11/X11TopLevelWindows.h"
 
 #include "tests/backends/x11/support/WindowsTest.h"
+#include "tests/support/x11/WindowManagers.h"
 
 #include <algorithm>
 
 namespace orbel::test {
 namespace {
 
-class WindowActivationTest : public WindowsTest, public testing::WithParamInterface<const char*> {
+class WindowActivationTest : public WindowsTest, public testing::WithParamInterface<WindowManagerKind> {
 protected:
+  WindowActivationTest() : WindowsTest(GetParam()) {}
   void SetUp() override {
     WindowsTest::SetUp();
-    startWindowManager(GetParam());
     ASSERT_TRUE(iterateUntil([this] { return ids().empty(); }));
     m_earlier = programAt(50, 100);
     m_other = programAt(150, 150); // covers a part of the earlier one
@@ -39,10 +40,8 @@ protected:
   void clickOnOther() {
     driver().clickAt(320, 270);
     ++m_clicks;
-    const auto arrived = [&] {
-      return std::ranges::count(m_other->program().lines(), "release 1") == m_clicks;
-    };
-    EXPECT_TRUE(waitUntil(arrived)) << testing::PrintToString(m_other->program().lines());
+    const auto arrived = [&] { return std::ranges::count(m_other->lines(), "release 1") == m_clicks; };
+    EXPECT_TRUE(waitFor(arrived, "the click has arrived")) << testing::PrintToString(m_other->lines());
   }
 
   std::unique_ptr<OtherClient> m_earlier, m_other;
@@ -50,8 +49,9 @@ protected:
 };
 
 INSTANTIATE_TEST_SUITE_P(WindowManagers, WindowActivationTest,
-                         testing::Values("", "openbox", "xfwm4", "kwin_x11"),
-                         [](const auto& suite) { return *suite.param ? std::string(suite.param) : "none"; });
+                         testing::Values(WindowManagerKind::none, WindowManagerKind::openbox,
+                                         WindowManagerKind::xfwm4, WindowManagerKind::kwin),
+                         nameOfInstance);
 
 TEST_P(WindowActivationTest, ActivatingBringsAWindowToTheFrontWithTheFocus) {
   EXPECT_TRUE(windows().activate(m_other->window()));
@@ -112,7 +112,8 @@ TEST_P(WindowActivationTest, AClickBeforeTheMarkDoesNotCount) {
   windows().summonMark();
   clickOnOther();
   iterateWhatIsPending();
-  ASSERT_TRUE(iterateUntil([&] { return GetParam()[0] == '\0' || isActive(m_other->window()); }));
+  ASSERT_TRUE(
+      iterateUntil([&] { return GetParam() == WindowManagerKind::none || isActive(m_other->window()); }));
   raiseItself(m_earlier->window());
   ASSERT_TRUE(iterateUntil([&] { return isActive(m_earlier->window()); }));
   const xcb_timestamp_t clicked = connection().serverTime();
@@ -161,8 +162,10 @@ TEST_P(WindowActivationTest, PressesAreWatchedFromAMarkToTheFirstClickElsewhereO
 
 class DesktopsTest : public WindowActivationTest {};
 
-INSTANTIATE_TEST_SUITE_P(WindowManagers, DesktopsTest, testing::Values("openbox", "xfwm4", "kwin_x11"),
-                         [](const auto& suite) { return std::string(suite.param); });
+INSTANTIATE_TEST_SUITE_P(WindowManagers, DesktopsTest,
+                         testing::Values(WindowManagerKind::openbox, WindowManagerKind::xfwm4,
+                                         WindowManagerKind::kwin),
+                         nameOfInstance);
 
 TEST_P(DesktopsTest, ActivatingOpensAMinimizedWindow) {
   constexpr std::uint32_t iconicState = 3;
@@ -181,6 +184,7 @@ TEST_P(DesktopsTest, ActivatingGoesToTheWindowsDesktopAndRestoringDoesNot) {
   const auto shown = [&] { return driver().numbers(driver().root(), "_NET_CURRENT_DESKTOP"); };
   const auto desktopOf = [&](xcb_window_t window) { return driver().numbers(window, "_NET_WM_DESKTOP"); };
   const std::vector<std::uint32_t> first = {0}, second = {1};
+  session().markSpent();
   driver().askManager(driver().root(), "_NET_NUMBER_OF_DESKTOPS", {2});
   ASSERT_TRUE(
       iterateUntil([&] { return driver().numbers(driver().root(), "_NET_NUMBER_OF_DESKTOPS").at(0) == 2; }));

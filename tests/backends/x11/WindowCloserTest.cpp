@@ -1,21 +1,23 @@
 #include "backends/x11/WindowCloser.h"
 
 #include "tests/backends/x11/support/WindowsTest.h"
+#include "tests/support/x11/WindowManagers.h"
 
 namespace orbel::test {
 namespace {
 
-class WindowCloserTest : public WindowsTest, public testing::WithParamInterface<const char*> {
+class WindowCloserTest : public WindowsTest, public testing::WithParamInterface<WindowManagerKind> {
 protected:
+  WindowCloserTest() : WindowsTest(GetParam()) {}
   void SetUp() override {
     WindowsTest::SetUp();
-    startWindowManager(GetParam());
     ASSERT_TRUE(iterateUntil([this] { return ids().empty(); }));
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(WindowManagers, WindowCloserTest, testing::Values("", "openbox"),
-                         [](const auto& suite) { return *suite.param ? std::string(suite.param) : "none"; });
+INSTANTIATE_TEST_SUITE_P(WindowManagers, WindowCloserTest,
+                         testing::Values(WindowManagerKind::none, WindowManagerKind::openbox),
+                         nameOfInstance);
 
 TEST_P(WindowCloserTest, AllWindowsOfTheProcessAreAskedAndNoOthers) {
   const auto two = otherClient({"--at", "10", "50", "--window", "--at", "300", "50", "--window"});
@@ -38,7 +40,7 @@ TEST_P(WindowCloserTest, AWindowThatTakesNoRequestIsNotAskedAndItsProgramLives) 
 
 TEST_P(WindowCloserTest, AProcessWithoutWindowsIsLeftAlone) {
   const auto program = programAt(10, 50);
-  EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(server().processIdentifier()), 0);
+  EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(server().pid()), 0);
   EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(0), 0);
   EXPECT_EQ(x11::WindowCloser(connection()).closeWindows(-1), 0);
   EXPECT_TRUE(program->program().isRunning());

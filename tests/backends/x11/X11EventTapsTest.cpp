@@ -97,7 +97,7 @@ TEST_F(X11EventTapsTest, AReleaseAnywhereIsToldFromTheMainLoop) {
   setEnabled(*m_up, true);
   driver().clickAt(150, 150);
   EXPECT_TRUE(iterateUntil([&] { return m_releases == 1; }));
-  EXPECT_TRUE(iterateUntil([&] { return other->program().hasWritten("release 1"); })) << "it only listens";
+  EXPECT_TRUE(iterateUntil([&] { return other->hasWritten("release 1"); })) << "it only listens";
   driver().clickAt(900, 700); // the bare screen
   EXPECT_TRUE(iterateUntil([&] { return m_releases == 2; }));
 }
@@ -135,7 +135,7 @@ TEST_F(X11EventTapsTest, ALeftHandersPrimaryButtonIsTheOtherOne) {
 
 TEST_F(X11EventTapsTest, EventsComeDuringAnotherProgramsGrabOfThePointer) {
   const auto other = otherClient({"--window", "--grab-pointer"});
-  ASSERT_TRUE(other->program().hasWritten("pointer grabbed"));
+  ASSERT_TRUE(other->hasWritten("pointer grabbed"));
   setEnabled(*m_up, true);
   setEnabled(*m_moved, true);
   driver().clickAt(300, 300);

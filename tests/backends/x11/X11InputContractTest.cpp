@@ -1,4 +1,4 @@
-// The contracts of hot keys, event taps and the keyboard layout, on an X server of the test's own.
+// The contracts of hot keys, event taps and the keyboard layout, on the X server of these tests.
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "backends/x11/RawPointer.h"
 #include "backends/x11/X11EventTaps.h"
@@ -25,7 +25,7 @@ public:
   void TestBody() override {}
   using X11Test::connect;
   using X11Test::driver;
-  using X11Test::run;
+  using X11Test::session;
 };
 
 class X11HotKeysSubject {
@@ -109,9 +109,9 @@ INSTANTIATE_TYPED_TEST_SUITE_P(X11EventTapsContract, EventTapsContract, X11Event
 
 class X11KeyboardLayoutSubject {
 public:
-  X11KeyboardLayoutSubject() { m_server.run({"setxkbmap", "us"}); }
+  X11KeyboardLayoutSubject() { m_server.session().setKeyboardLayout({"us"}); }
   KeyboardLayout& layout() { return m_layout; }
-  void switchToGerman() { m_server.run({"setxkbmap", "de"}); }
+  void switchToGerman() { m_server.session().setKeyboardLayout({"de"}); }
   void holdShift() { m_server.driver().pressKey(KEY_LEFTSHIFT); }
 
 private:

@@ -2,8 +2,8 @@
 
 #include "backends/x11/PassiveKeyGrabs.h"
 #include "platform/HotKeyModifier.h"
-#include "tests/backends/x11/support/KeyboardGroup.h"
 #include "tests/backends/x11/support/X11Test.h"
+#include "tests/support/x11/KeyboardGroup.h"
 
 #include <algorithm>
 #include <linux/input-event-codes.h>
@@ -80,7 +80,7 @@ protected:
     X11Test::TearDown();
   }
   void focus(xcb_window_t window) {
-    ASSERT_TRUE(waitUntil([&] { return driver().isViewable(window); }));
+    ASSERT_TRUE(waitFor([&] { return driver().isViewable(window); }, "it is shown"));
     xcb_set_input_focus(driver().xcb(), XCB_INPUT_FOCUS_PARENT, window, XCB_CURRENT_TIME);
     driver().sync();
     ASSERT_EQ(driver().focus(), window);
@@ -107,11 +107,11 @@ protected:
     m_connection->drain(); // the server has dealt with what came of it
   }
   // What the window was typed so far, and nothing that was typed before is still on its way to it.
-  bool windowGot(const std::string& line) { return m_window->program().hasWritten(line); }
+  bool windowGot(const std::string& line) { return m_window->hasWritten(line); }
   bool windowGetsTheNextKey() {
     settle();
     driver().tapKey(KEY_F1);
-    return waitUntil([&] { return windowGot("key 67"); });
+    return waitFor([&] { return windowGot("key 67"); }, "the key reaches the window");
   }
 
   std::unique_ptr<x11::Connection> m_connection;
@@ -162,7 +162,7 @@ TEST_F(X11KeyRecorderTest, EveryModifierHasItsFlagOnEitherSideAndLocksHaveNone) 
 
 TEST_F(X11KeyRecorderTest, KeysAreTheSameUnderEveryLayout) {
   for (const std::string layout : {"us", "de", "fr", "ru"}) {
-    run({"setxkbmap", layout});
+    session().setKeyboardLayout({layout});
     iterateWhatIsPending();
     startRecording();
     m_told.clear();
@@ -179,7 +179,7 @@ TEST_F(X11KeyRecorderTest, KeysAreTheSameUnderEveryLayout) {
 }
 
 TEST_F(X11KeyRecorderTest, TheSecondGroupOfALayoutMakesNoDifference) {
-  run({"setxkbmap", "-layout", "us,ru"});
+  session().setKeyboardLayout({"-layout", "us,ru"});
   lockKeyboardGroup(driver().xcb(), 1);
   driver().sync();
   startRecording();
@@ -189,7 +189,7 @@ TEST_F(X11KeyRecorderTest, TheSecondGroupOfALayoutMakesNoDifference) {
 }
 
 TEST_F(X11KeyRecorderTest, TheKeyForTheThirdLevelAddsNoFlag) {
-  run({"setxkbmap", "de"});
+  session().setKeyboardLayout({"de"});
   iterateWhatIsPending();
   startRecording();
   driver().tapKeys({KEY_RIGHTALT, KEY_Q});
@@ -307,7 +307,7 @@ TEST_F(X11KeyRecorderTest, AHotKeyOfOursThatIsHeldGivesWay) {
 
 TEST_F(X11KeyRecorderTest, WhileAnotherProgramHoldsTheKeyboardTheRecordingWaitsAndSaysSo) {
   auto other = otherClient({"--window", "--grab-keyboard"});
-  ASSERT_TRUE(other->program().hasWritten("keyboard grabbed"));
+  ASSERT_TRUE(other->hasWritten("keyboard grabbed"));
   startRecording();
   ASSERT_TRUE(m_recording);
   EXPECT_TRUE(hasLogged("another program holds the keyboard"));
@@ -394,7 +394,7 @@ TEST_F(X11KeyRecorderTest, AFocusThatTheServerMovesAwayIsToldWithoutTheToolkit) 
   EXPECT_EQ(m_focusLosses, 1);
   EXPECT_FALSE(m_recording);
   driver().tapKey(KEY_F1);
-  EXPECT_TRUE(waitUntil([&] { return other->program().hasWritten("key 67"); }));
+  EXPECT_TRUE(waitFor([&] { return other->hasWritten("key 67"); }, "it gets the key"));
   EXPECT_EQ(m_told, Told());
 }
 
@@ -417,7 +417,7 @@ TEST_F(X11KeyRecorderTest, AWindowHiddenWhileTheEndingKeyIsHeldFreesTheKeyboard)
   settle();
   ASSERT_FALSE(m_recording);
   settings->program().writeLine("unmap " + name);
-  ASSERT_TRUE(waitUntil([&] { return !driver().isViewable(settings->window()); }));
+  ASSERT_TRUE(waitFor([&] { return !driver().isViewable(settings->window()); }, "it is hidden"));
   driver().releaseKey(KEY_SPACE);
   settle();
 
@@ -438,7 +438,7 @@ TEST_F(X11KeyRecorderTest, AnEventThatIsNotSwallowedReachesTheWindow) {
   driver().tapKeys({KEY_LEFTMETA, KEY_Q});
   settle();
   EXPECT_FALSE(m_recording);
-  EXPECT_TRUE(waitUntil([&] { return windowGot("key 24"); }));
+  EXPECT_TRUE(waitFor([&] { return windowGot("key 24"); }, "the key reaches the window"));
   EXPECT_TRUE(windowGetsTheNextKey());
 }
 
@@ -479,7 +479,7 @@ TEST_F(X11KeyRecorderTest, TheKeyboardIsFreeWhenTheRecorderEndsInTheMiddle) {
   m_recording.reset(); // late and harmless
   m_connection->drain();
   driver().tapKey(KEY_F1);
-  EXPECT_TRUE(waitUntil([&] { return windowGot("key 67"); }));
+  EXPECT_TRUE(waitFor([&] { return windowGot("key 67"); }, "the key reaches the window"));
 }
 
 TEST_F(X11KeyRecorderTest, WhetherACombinationIsTakenCanBeAskedWhileItRecords) {

@@ -1,8 +1,8 @@
 #include "backends/x11/X11KeyboardLayout.h"
 
 #include "scene/Event.h"
-#include "tests/backends/x11/support/KeyboardGroup.h"
 #include "tests/backends/x11/support/X11Test.h"
+#include "tests/support/x11/KeyboardGroup.h"
 
 #include <linux/input-event-codes.h>
 
@@ -13,7 +13,7 @@ class X11KeyboardLayoutTest : public X11Test {
 protected:
   void SetUp() override {
     X11Test::SetUp();
-    run({"setxkbmap", "us"});
+    session().setKeyboardLayout({"us"});
     m_connection = connect();
     ASSERT_TRUE(m_connection);
     m_layout = std::make_unique<x11::X11KeyboardLayout>(*m_connection);
@@ -51,23 +51,23 @@ TEST_F(X11KeyboardLayoutTest, CodesWithoutAKeyYieldNothing) {
 
 TEST_F(X11KeyboardLayoutTest, AnotherLayoutIsSeenAtOnce) {
   EXPECT_EQ(text(6), "z");
-  run({"setxkbmap", "de"});
+  session().setKeyboardLayout({"de"});
   EXPECT_EQ(text(6), "y");
   EXPECT_EQ(text(41), "ö");
-  run({"setxkbmap", "us"});
+  session().setKeyboardLayout({"us"});
   EXPECT_EQ(text(6), "z");
 }
 
 TEST_F(X11KeyboardLayoutTest, DeadKeysYieldTheirSpacingCharacter) {
-  run({"setxkbmap", "de"});
+  session().setKeyboardLayout({"de"});
   EXPECT_EQ(text(24), "´");
   EXPECT_EQ(text(50), "^");
-  run({"setxkbmap", "us", "-variant", "intl"});
+  session().setKeyboardLayout({"us", "-variant", "intl"});
   EXPECT_EQ(text(50), "`");
 }
 
 TEST_F(X11KeyboardLayoutTest, TheGroupThatIsSwitchedToCounts) {
-  run({"setxkbmap", "-layout", "us,ru"});
+  session().setKeyboardLayout({"-layout", "us,ru"});
   EXPECT_EQ(text(0), "a");
   lockKeyboardGroup(driver().xcb(), 1);
   driver().sync();

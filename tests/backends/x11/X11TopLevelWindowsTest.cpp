@@ -1,6 +1,7 @@
 #include "backends/x11/X11TopLevelWindows.h"
 
 #include "tests/backends/x11/support/WindowsTest.h"
+#include "tests/support/x11/WindowManagers.h"
 
 #include <array>
 #include <unistd.h>
@@ -9,19 +10,20 @@ namespace orbel::test {
 namespace {
 
 // With and without a window manager: what tells which programs run must not depend on it.
-class X11TopLevelWindowsTest : public WindowsTest, public testing::WithParamInterface<const char*> {
+class X11TopLevelWindowsTest : public WindowsTest, public testing::WithParamInterface<WindowManagerKind> {
 protected:
+  X11TopLevelWindowsTest() : WindowsTest(GetParam()) {}
   void SetUp() override {
     WindowsTest::SetUp();
-    startWindowManager(GetParam());
     iterateWhatIsPending();
     // The window that tested the window manager has gone.
     ASSERT_TRUE(iterateUntil([this] { return ids().empty(); }));
   }
 };
 
-INSTANTIATE_TEST_SUITE_P(WindowManagers, X11TopLevelWindowsTest, testing::Values("", "openbox"),
-                         [](const auto& suite) { return *suite.param ? std::string(suite.param) : "none"; });
+INSTANTIATE_TEST_SUITE_P(WindowManagers, X11TopLevelWindowsTest,
+                         testing::Values(WindowManagerKind::none, WindowManagerKind::openbox),
+                         nameOfInstance);
 
 TEST_P(X11TopLevelWindowsTest, AWindowIsListedWithAllThatIdentifiesIt) {
   const auto client = otherClient({"--title", "Grüße", "--class", "editor", "Editor", "--window"});
@@ -220,7 +222,7 @@ TEST_P(X11TopLevelWindowsTest, ANewProgramWithTheWindowNumberOfTheLastOneIsAnoth
   auto earlier = otherClient({"--class", "old", "Old", "--window"});
   const xcb_window_t number = earlier->window();
   ASSERT_TRUE(iterateUntil([&] { return isListed(number); }));
-  earlier->program().kill();
+  earlier->program().terminate();
   ASSERT_TRUE(iterateUntil([&] { return !driver().exists(number); }) &&
               iterateUntil([&] { return !isListed(number); }));
   earlier.reset();
@@ -250,7 +252,7 @@ TEST_P(X11TopLevelWindowsTest, AnIconOfAtLeastTheSizeIsChosenElseTheLargest) {
 
 TEST_P(X11TopLevelWindowsTest, ABrokenIconGivesTheWholeOnesBeforeItOrNone) {
   const auto client = programAt(10, 50);
-  if (*GetParam() != '\0') {
+  if (GetParam() != WindowManagerKind::none) {
     // A window manager may give an icon of its own to windows that have none, and to those whose icon is
     // broken.
     EXPECT_TRUE(windows().icon(0x7FFFFFF, 32).isEmpty());
@@ -279,10 +281,14 @@ TEST_P(X11TopLevelWindowsTest, StartupIdentifiersDifferAndCarryTheServersTime) {
   EXPECT_FALSE(x11::Connection::isLaterTime(stamp, connection().serverTime()));
 }
 
-class WindowManagerRestartTest : public WindowsTest {};
+class WindowManagerRestartTest : public WindowsTest {
+protected:
+  WindowManagerRestartTest() : WindowsTest(WindowManagerKind::openbox) {}
+  void startWindowManager() { session().windowManager().start(); }
+  void stopWindowManager() { session().windowManager().stop(); }
+};
 
 TEST_F(WindowManagerRestartTest, WindowsKeepTheirOrderThroughIt) {
-  startWindowManager("openbox");
   const auto first = programAt(10, 50);
   const auto second = programAt(300, 50);
   const auto third = programAt(600, 50);
@@ -297,7 +303,7 @@ TEST_F(WindowManagerRestartTest, WindowsKeepTheirOrderThroughIt) {
   withMeanwhile.push_back(meanwhile->window());
   EXPECT_TRUE(iterateUntil([&] { return ids() == withMeanwhile; }));
 
-  startWindowManager("openbox");
+  startWindowManager();
   EXPECT_TRUE(iterateUntil([&] { return ids() == withMeanwhile; }));
   const auto last = programAt(300, 300);
   withMeanwhile.push_back(last->window());
@@ -307,8 +313,10 @@ TEST_F(WindowManagerRestartTest, WindowsKeepTheirOrderThroughIt) {
 }
 
 TEST_F(WindowManagerRestartTest, AWindowManagerThatStartsAfterUsTakesOver) {
+  stopWindowManager();
+  makeWindows();
   const auto first = programAt(10, 50);
-  startWindowManager("openbox");
+  startWindowManager();
   const auto second = programAt(300, 50);
   const std::vector<std::uint64_t> expected = {first->window(), second->window()};
   EXPECT_TRUE(iterateUntil([&] { return ids() == expected; }));
@@ -316,7 +324,6 @@ TEST_F(WindowManagerRestartTest, AWindowManagerThatStartsAfterUsTakesOver) {
 }
 
 TEST_F(WindowManagerRestartTest, UnderAWindowManagerTheScreensTooltipsWakeNobody) {
-  startWindowManager("openbox");
   const auto program = programAt(10, 50);
   ASSERT_TRUE(iterateUntil([&] { return isActive(program->window()); }));
   connection().drain();

@@ -1,11 +1,11 @@
 #include "tests/desktop/agent/AgentFixture.h"
 
 #include "tests/desktop/harness/TestGrabber.h"
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <algorithm>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 constexpr int kUpperPart = 200; // of the window; below it other things are of the ring's colour
@@ -107,4 +107,4 @@ testing::AssertionResult AgentFixture::waitUntilFree(xcb_keysym_t key, std::uint
                  "another program can have the combination");
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -3,7 +3,7 @@
 
 #include "tests/desktop/menu/MenuFixture.h"
 
-#include "tests/desktop/harness/Picture.h"
+#include "tests/support/x11/Picture.h"
 
 #include <X11/keysym.h>
 
@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class AgentFixture : public MenuFixture {
 protected:
@@ -46,4 +46,4 @@ private:
   ScreenRect m_recorder;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

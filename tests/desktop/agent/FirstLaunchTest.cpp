@@ -1,9 +1,9 @@
 // What a person sees when the program is started: for the first time, again, and a second time while it runs.
 #include "tests/desktop/agent/AgentFixture.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

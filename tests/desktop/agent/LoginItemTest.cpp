@@ -1,9 +1,9 @@
 // "Launch at login" of the real program and the entry in the autostart folder.
 #include "tests/desktop/agent/AgentFixture.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

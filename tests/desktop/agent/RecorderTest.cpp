@@ -4,7 +4,7 @@
 #include "tests/desktop/harness/Bell.h"
 #include "tests/desktop/harness/TestGrabber.h"
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 
@@ -22,7 +22,7 @@ protected:
     ASSERT_TRUE(openSettings());
     ASSERT_TRUE(findRecorder());
   }
-  void useLayout(const std::string& layout) { ASSERT_EQ(m_session.run({"setxkbmap", layout}).exitStatus, 0); }
+  void useLayout(const std::string& layout) { m_session.setKeyboardLayout({layout}); }
   testing::AssertionResult click() {
     return changesRecorder([&] { m_input.clickAt(shortcutArea()); }, "it records");
   }
@@ -199,6 +199,7 @@ TEST_F(RecorderTest, ACommandOfTheProgramItselfShowsTheAlertAndIsNotRecorded) {
 
 TEST_F(RecorderTest, AHeldKeyThatEndsARecordingDoesNotOpenTheMenuByItsRepetitions) {
   start();
+  m_session.markSpent();
   ASSERT_EQ(m_session.run({"xset", "r", "rate", "40", "100"}).exitStatus, 0);
   ASSERT_TRUE(click());
   m_input.pressKey(XK_Control_L);

@@ -3,7 +3,7 @@
 
 #include "tests/desktop/harness/StatusNotifierWatcher.h"
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <stdexcept>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -65,4 +65,4 @@ ClientOptions ClientOptions::parse(const std::vector<std::string>& arguments) {
   return options;
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

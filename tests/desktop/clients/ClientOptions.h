@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 struct ClientOptions {
   std::string title = "Test client";
@@ -33,4 +33,4 @@ struct ClientOptions {
   static ClientOptions parse(const std::vector<std::string>& arguments);
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

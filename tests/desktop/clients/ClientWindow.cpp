@@ -1,6 +1,6 @@
 #include "tests/desktop/clients/ClientWindow.h"
 
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <array>
 #include <cerrno>
@@ -12,7 +12,7 @@
 #include <unistd.h>
 #include <xcb/xcb_icccm.h>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -248,4 +248,4 @@ void ClientWindow::setAtoms(const char* property, const std::vector<xcb_atom_t>&
                       XCB_ATOM_ATOM, 32, static_cast<std::uint32_t>(atoms.size()), atoms.data());
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -13,10 +13,10 @@
 
 #include "tests/desktop/clients/ClientOptions.h"
 #include "tests/desktop/clients/EventLog.h"
-#include "tests/desktop/harness/DisplayConnection.h"
-#include "tests/desktop/harness/Keymap.h"
+#include "tests/support/x11/DisplayConnection.h"
+#include "tests/support/x11/Keymap.h"
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class ClientWindow {
 public:
@@ -51,4 +51,4 @@ private:
   bool m_isClosed = false;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

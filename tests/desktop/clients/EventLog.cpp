@@ -5,7 +5,7 @@
 #include <system_error>
 #include <unistd.h>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 EventLog::EventLog(const std::string& path)
     : m_descriptor(path.empty() ? ::dup(STDOUT_FILENO)
@@ -25,4 +25,4 @@ void EventLog::write(std::string_view line) {
   }
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class EventLog {
 public:
@@ -20,4 +20,4 @@ private:
   int m_descriptor;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,13 +1,13 @@
 #include "tests/desktop/clients/FileDragWindow.h"
 
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <array>
 #include <cstdlib>
 #include <sstream>
 #include <utility>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -235,4 +235,4 @@ std::string FileDragWindow::actionName(xcb_atom_t action) {
   return "none";
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -8,12 +8,12 @@
 #pragma once
 
 #include "tests/desktop/clients/EventLog.h"
-#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/support/x11/DisplayConnection.h"
 
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 struct FileDragOptions {
   int x = 0;
@@ -63,4 +63,4 @@ private:
   std::string m_answer; // the last one written down
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -10,7 +10,7 @@
 #include <stdexcept>
 
 int main(int argumentCount, char** arguments) try {
-  using namespace orbel::desktop;
+  using namespace orbel::test;
   if (argumentCount != 5) throw std::invalid_argument("usage: file-drag X Y URI-LIST-FILE LOG");
   std::ifstream file(arguments[3], std::ios::binary);
   FileDragOptions options;

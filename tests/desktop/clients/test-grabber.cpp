@@ -4,9 +4,9 @@
 //   grabbed | bad-access     whether the server granted it
 //   pressed, released        each use of it
 #include "tests/desktop/clients/EventLog.h"
-#include "tests/desktop/harness/DisplayConnection.h"
-#include "tests/desktop/harness/Keymap.h"
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/DisplayConnection.h"
+#include "tests/support/x11/Keymap.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <cstdlib>
 #include <exception>
@@ -15,7 +15,7 @@
 
 namespace {
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 // NumLock is the second modifier in every layout of these tests.
 constexpr std::uint16_t kLockVariants[] = {0, XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2,

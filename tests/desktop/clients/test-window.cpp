@@ -9,7 +9,7 @@
 #include <iostream>
 
 int main(int argumentCount, char** arguments) try {
-  using namespace orbel::desktop;
+  using namespace orbel::test;
   const ClientOptions options = ClientOptions::parse({arguments + 1, arguments + argumentCount});
   EventLog log(options.log);
   ClientWindow(options, log).run();

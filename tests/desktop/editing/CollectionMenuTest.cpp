@@ -1,11 +1,11 @@
 // A collection's menu over the main one: what its members and its button do, and what hides which of the two.
 #include "tests/desktop/editing/EditingFixture.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
 #include <X11/keysym.h>
 #include <chrono>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {

@@ -1,17 +1,17 @@
 // The program that asks others to quit, run as the desktop runs it: whom it asks, and whom it refuses.
-#include "tests/desktop/harness/ChildProcess.h"
-#include "tests/desktop/harness/DesktopSession.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/desktop/harness/SharedDesktop.h"
 #include "tests/desktop/harness/TestWindow.h"
-#include "tests/desktop/harness/TextFile.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/ChildProcess.h"
+#include "tests/support/base/TemporaryDirectory.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
 
 #include <chrono>
 #include <gtest/gtest.h>
 #include <limits>
 #include <unistd.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {
@@ -34,7 +34,8 @@ protected:
     return testing::AssertionFailure() << "status " << result.exitStatus << ": " << result.errors;
   }
 
-  DesktopSession m_session{{.windowManager = WindowManagerKind::openbox}};
+  SharedDesktop m_desktop{{.windowManager = WindowManagerKind::openbox}};
+  DesktopSession& m_session = m_desktop.session();
 };
 
 TEST_F(CompanionTest, APlainProgramClosesAndOneWithAnUnsavedDocumentGetsToAsk) {

@@ -1,11 +1,11 @@
 // What the context menus do to the stored items, and how they and their prompts behave on a real desktop.
 #include "tests/desktop/editing/EditingFixture.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
 #include <X11/keysym.h>
 #include <chrono>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {

@@ -1,6 +1,6 @@
 #include "tests/desktop/editing/EditingFixture.h"
 
-#include "tests/desktop/harness/Picture.h"
+#include "tests/support/x11/Picture.h"
 
 #include <algorithm>
 #include <chrono>
@@ -8,7 +8,7 @@
 #include <iostream>
 #include <numbers>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -213,4 +213,4 @@ testing::AssertionResult EditingFixture::waitForIconAt(ScreenPoint place, Rgb co
   return waitForResult([&] { return hasColor(place, color); }, kPatience, "the icon is there");
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 inline constexpr ScreenPoint kPlace{640, 500};
 // Beside the menu, where the windows of started programs do not cover it.
@@ -88,4 +88,4 @@ inline auto editingWindowManagers() {
   return testing::Values(WindowManagerKind::openboxWithPicom, WindowManagerKind::xfwm4Compositing);
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,14 +1,14 @@
 // Entries that ask for more: another application for a file, and the panel in which a program is kept; and
 // the ways to open and to close a context menu.
 #include "tests/desktop/editing/EditingFixture.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <X11/keysym.h>
 #include <chrono>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {

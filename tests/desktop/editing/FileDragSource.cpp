@@ -1,13 +1,13 @@
 #include "tests/desktop/editing/FileDragSource.h"
 
 #include "tests/desktop/harness/TestWindow.h"
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <cctype>
 #include <cstdio>
 #include <stdexcept>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 FileDragSource::FileDragSource(DesktopSession& session, const std::vector<std::string>& uris,
                                ScreenPoint place)
@@ -72,4 +72,4 @@ testing::AssertionResult FileDragSource::waitForStatus(const std::string& action
       "the badge says " + action);
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

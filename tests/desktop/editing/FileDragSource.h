@@ -3,14 +3,14 @@
 
 #include "tests/desktop/harness/ClientLog.h"
 #include "tests/desktop/harness/DesktopSession.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/Waiting.h"
 
 #include <filesystem>
 #include <memory>
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class FileDragSource {
 public:
@@ -36,4 +36,4 @@ private:
   xcb_window_t m_window = XCB_NONE;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,16 +1,16 @@
 // Files dragged out of another program onto the open menu.
 #include "tests/desktop/editing/EditingFixture.h"
 #include "tests/desktop/editing/FileDragSource.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <X11/keysym.h>
 #include <chrono>
 #include <csignal>
 #include <unistd.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {

@@ -1,10 +1,10 @@
 // "Quit Application", from the context menu through the companion to the program.
 #include "tests/desktop/editing/EditingFixture.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
 #include <chrono>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {

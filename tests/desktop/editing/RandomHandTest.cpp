@@ -2,9 +2,9 @@
 // each the file must hold what the edit says, and the icons must stand in the order of the file.
 #include "tests/desktop/editing/EditingFixture.h"
 #include "tests/desktop/editing/FileDragSource.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <X11/keysym.h>
 #include <algorithm>
@@ -13,7 +13,7 @@
 #include <map>
 #include <random>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {

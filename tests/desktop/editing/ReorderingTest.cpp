@@ -1,8 +1,8 @@
 // Icons dragged along the circle: to another place, and into a collection.
 #include "tests/desktop/editing/EditingFixture.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

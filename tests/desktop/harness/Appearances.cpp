@@ -1,11 +1,11 @@
 #include "tests/desktop/harness/Appearances.h"
 
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <algorithm>
 #include <iterator>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 template <class Event>
@@ -66,4 +66,4 @@ void Appearances::take(const xcb_generic_event_t& event) {
   }
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -2,15 +2,15 @@
 // they were there: also those that came and went between two looks. Needs no polling: the server tells.
 #pragma once
 
-#include "tests/desktop/harness/DisplayConnection.h"
-#include "tests/desktop/harness/ScreenGeometry.h"
+#include "tests/support/x11/DisplayConnection.h"
+#include "tests/support/x11/ScreenGeometry.h"
 
 #include <map>
 #include <set>
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class Appearances {
 public:
@@ -30,4 +30,4 @@ private:
   std::vector<ScreenRect> m_places;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,6 +1,6 @@
 #include "tests/desktop/harness/Bell.h"
 
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <stdexcept>
 // The C header has a member of this name.
@@ -8,7 +8,7 @@
 #include <xcb/xkb.h>
 #undef explicit
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 Bell::Bell(const std::string& display) : m_display(display) {
   const auto* extension = xcb_get_extension_data(m_display.get(), &xcb_xkb_id);
@@ -30,4 +30,4 @@ int Bell::rings() {
   return m_rings;
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

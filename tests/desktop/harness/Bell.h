@@ -1,11 +1,11 @@
 // Hears the display's bell, which programs ring to refuse something.
 #pragma once
 
-#include "tests/desktop/harness/DisplayConnection.h"
+#include "tests/support/x11/DisplayConnection.h"
 
 #include <string>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class Bell {
 public:
@@ -21,4 +21,4 @@ private:
   int m_rings = 0;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 constexpr unsigned kDoNotQueue = 4;
@@ -83,4 +83,4 @@ GVariant* BusService::ask(const std::string& name, const std::string& path, cons
   return outcome.answer;
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

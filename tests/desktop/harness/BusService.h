@@ -9,7 +9,7 @@
 using GDBusConnection = struct _GDBusConnection;
 using GVariant = struct _GVariant;
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class BusService {
 public:
@@ -41,4 +41,4 @@ private:
   unsigned m_object = 0;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

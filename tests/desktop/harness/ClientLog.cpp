@@ -1,8 +1,8 @@
 #include "tests/desktop/harness/ClientLog.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 std::vector<std::string> ClientLog::lines() const {
   return readLines(m_path);
@@ -16,4 +16,4 @@ std::vector<std::string> ClientLog::linesOf(std::string_view event) const {
   return found;
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

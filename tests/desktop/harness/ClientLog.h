@@ -8,7 +8,7 @@
 #include <utility>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class ClientLog {
 public:
@@ -25,4 +25,4 @@ private:
   std::filesystem::path m_path;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

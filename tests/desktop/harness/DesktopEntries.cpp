@@ -1,10 +1,10 @@
 #include "tests/desktop/harness/DesktopEntries.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <utility>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -85,4 +85,4 @@ void DesktopEntries::writeMimeCache() const {
   replaceFile(m_dataFolder / "applications/mimeinfo.cache", text);
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 struct DesktopEntry {
   std::string id; // without ".desktop"
@@ -44,4 +44,4 @@ private:
   std::map<std::string, std::string> m_defaults;               // entry id by MIME type
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

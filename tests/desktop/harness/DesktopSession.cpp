@@ -1,14 +1,15 @@
 #include "tests/desktop/harness/DesktopSession.h"
 
 #include "tests/desktop/harness/SessionProcesses.h"
-#include "tests/desktop/harness/TextFile.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
+#include "tests/support/x11/KeyboardGroup.h"
 
 #include <cstdlib>
 #include <iostream>
 #include <stdexcept>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -35,7 +36,7 @@ DesktopSession::DesktopSession(const DesktopSessionOptions& options)
       m_preferences(configurationFolder() / "orbelmenu/preferences.plist") {
   makeFolders();
   makeEnvironment();
-  m_server.emplace(m_environment, logFile("xvfb"));
+  m_server.emplace(m_environment, logFile("xvfb"), options.reach);
   m_environment["DISPLAY"] = m_server->name();
   m_display = std::make_unique<DisplayConnection>(m_server->name());
   if (options.bus == BusPresence::running) {
@@ -52,6 +53,7 @@ DesktopSession::DesktopSession(const DesktopSessionOptions& options)
   m_input.emplace(*m_display);
   m_screen.emplace(*m_display, ORBEL_PICTURE_FOLDER);
   startWindowManager(options);
+  m_memory.emplace(m_folder.path(), runtimeFolder(), *m_display);
 }
 
 DesktopSession::~DesktopSession() {
@@ -155,6 +157,30 @@ RunResult DesktopSession::run(const std::vector<std::string>& command, const Env
   return {*process.exitStatus(), readFile(logFile(name + "-output")), readFile(logFile(name + "-errors"))};
 }
 
+void DesktopSession::setKeyboardLayout(const std::vector<std::string>& words) {
+  std::vector<std::string> command = {"setxkbmap"};
+  command.insert(command.end(), words.begin(), words.end());
+  m_hasOtherLayout = true;
+  if (const RunResult result = run(command); result.exitStatus != 0)
+    throw std::runtime_error("setxkbmap fails: " + result.errors);
+}
+
+bool DesktopSession::restore() try {
+  if (m_isSpent) return false;
+  m_input.emplace(*m_display); // the earlier hand lets go of what it holds
+  if (m_hasOtherLayout) {
+    setKeyboardLayout({"-layout", "us", "-variant", "", "-option", ""});
+    m_hasOtherLayout = false;
+  }
+  unlockKeyboard(m_display->get());
+  m_input->movePointer({VirtualDisplay::kWidth / 2, VirtualDisplay::kHeight / 2});
+  m_entries = DesktopEntries(dataFolder(), configurationFolder());
+  return m_memory->restore(*m_windows, m_windowManager->kind() != WindowManagerKind::none);
+} catch (const std::exception& error) {
+  std::cerr << "the desktop cannot be used again: " << error.what() << '\n';
+  return false;
+}
+
 std::filesystem::path DesktopSession::copyProgram(const std::filesystem::path& program,
                                                   const std::string& name) {
   const std::filesystem::path copy = m_folder.path() / "bin" / name;
@@ -174,4 +200,4 @@ void DesktopSession::leaveEvidence() noexcept {
   }
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,24 +1,25 @@
-// A whole private desktop for one test: home and XDG folders, X server, session bus, window manager,
-// wallpaper. Everything ends with the object; after a failed test the logs of all programs are printed and
-// the folder stays, with a picture of the screen in it.
+// A whole private desktop: home and XDG folders, X server, session bus, window manager, wallpaper. Everything
+// ends with the object; after a failed test the logs of all programs are printed and the folder stays, with a
+// picture of the screen in it. The cases of a program share one through SharedDesktop.
 //
 //   DesktopSession session({.windowManager = WindowManagerKind::openbox});
 //   TestWindow window(session, {.title = "Letters"});
 //   session.input().clickAt(window.frame().center());
 #pragma once
 
-#include "tests/desktop/harness/ChildProcess.h"
 #include "tests/desktop/harness/DesktopEntries.h"
-#include "tests/desktop/harness/DisplayConnection.h"
-#include "tests/desktop/harness/Input.h"
+#include "tests/desktop/harness/DesktopMemory.h"
 #include "tests/desktop/harness/PreferencesFile.h"
-#include "tests/desktop/harness/Screen.h"
 #include "tests/desktop/harness/SessionBus.h"
-#include "tests/desktop/harness/TemporaryDirectory.h"
-#include "tests/desktop/harness/VirtualDisplay.h"
-#include "tests/desktop/harness/Wallpaper.h"
-#include "tests/desktop/harness/WindowManager.h"
-#include "tests/desktop/harness/Windows.h"
+#include "tests/support/base/ChildProcess.h"
+#include "tests/support/base/TemporaryDirectory.h"
+#include "tests/support/x11/DisplayConnection.h"
+#include "tests/support/x11/Input.h"
+#include "tests/support/x11/Screen.h"
+#include "tests/support/x11/VirtualDisplay.h"
+#include "tests/support/x11/Wallpaper.h"
+#include "tests/support/x11/WindowManager.h"
+#include "tests/support/x11/Windows.h"
 
 #include <filesystem>
 #include <memory>
@@ -26,7 +27,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 enum class Background { wallpaper, plain };
 enum class BusPresence { running, absent };
@@ -35,6 +36,9 @@ struct DesktopSessionOptions {
   WindowManagerKind windowManager = WindowManagerKind::openbox; // xfwm4 needs the bus
   Background background = Background::wallpaper;
   BusPresence bus = BusPresence::running;
+  DisplayReach reach = DisplayReach::thisMachine;
+
+  bool operator==(const DesktopSessionOptions&) const = default;
 };
 
 struct RunResult {
@@ -73,6 +77,7 @@ public:
   PreferencesFile& preferences() { return m_preferences; }
   // Throws std::bad_optional_access in a session without a bus.
   SessionBus& bus() { return m_bus.value(); }
+  VirtualDisplay& server() { return *m_server; }
   WindowManager& windowManager() { return *m_windowManager; }
   void restartWindowManager();
 
@@ -81,9 +86,20 @@ public:
                                       const Environment& changes = {});
   // Runs a program to its end; throws std::runtime_error when it takes longer than kPatience.
   RunResult run(const std::vector<std::string>& command, const Environment& changes = {});
+  // Runs setxkbmap with these words, such as "de"; restore() brings back the first layout. Throws
+  // std::runtime_error when it fails.
+  void setKeyboardLayout(const std::vector<std::string>& words);
   // A copy of the program under another name in the session's own folder, so that several desktop entries can
   // run the same client as different executables.
   std::filesystem::path copyProgram(const std::filesystem::path& program, const std::string& name);
+
+  // No other case gets this desktop: for what restore() does not undo, such as another arrangement of
+  // monitors, and for what may harm the server or the window manager.
+  void markSpent() { m_isSpent = true; }
+  // As it was when it came up: programs that were started since are ended, their windows are gone, files are
+  // removed, keys and buttons are released, the pointer is where a new server has it. False when the desktop
+  // cannot be used any more.
+  bool restore();
 
 private:
   void makeFolders();
@@ -104,6 +120,9 @@ private:
   std::optional<Input> m_input;
   std::optional<Screen> m_screen;
   int m_runCount = 0;
+  bool m_isSpent = false;
+  bool m_hasOtherLayout = false;
+  std::optional<DesktopMemory> m_memory;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

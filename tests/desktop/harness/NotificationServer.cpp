@@ -2,7 +2,7 @@
 
 #include <gio/gio.h>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 constexpr const char* kIntrospection = R"(<node><interface name="org.freedesktop.Notifications">
@@ -34,4 +34,4 @@ const std::vector<NotificationServer::Message>& NotificationServer::messages() {
   return m_messages;
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class NotificationServer {
 public:
@@ -26,4 +26,4 @@ private:
   std::unique_ptr<BusService> m_service;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,12 +1,12 @@
 #include "tests/desktop/harness/OrbelAgent.h"
 
-#include "tests/desktop/harness/TextFile.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
 
 #include <cstdlib>
 #include <stdexcept>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 OrbelAgent::OrbelAgent(DesktopSession& session, const OrbelAgentOptions& options)
     : m_session(session), m_log(session.freshLogFile("orbelmenu")),
@@ -61,4 +61,4 @@ testing::AssertionResult OrbelAgent::quit() {
   return testing::AssertionFailure() << "orbelmenu has ended with status " << *m_process->exitStatus();
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

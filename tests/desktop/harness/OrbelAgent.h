@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 struct OrbelAgentOptions {
   Environment changes = {}; // on top of the session's environment
@@ -54,4 +54,4 @@ private:
   std::unique_ptr<ChildProcess> m_process;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,11 +1,11 @@
 #include "tests/desktop/harness/PreferencesFile.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <stdexcept>
 #include <utility>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 PreferencesFile::PreferencesFile(std::filesystem::path path) : m_path(std::move(path)) {}
 
@@ -72,4 +72,4 @@ PropertyListNode PreferencesFile::parsedForChange() const {
   return list;
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

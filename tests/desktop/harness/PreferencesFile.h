@@ -12,7 +12,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class PreferencesFile {
 public:
@@ -56,4 +56,4 @@ private:
   std::filesystem::path m_path;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -116,4 +116,4 @@ std::uint32_t elementCount(plist_t array) {
   return hasType(array, PLIST_ARRAY) ? plist_array_get_size(array) : 0;
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

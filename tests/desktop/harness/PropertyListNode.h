@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 enum class PropertyListFormat { xml, binary };
 
@@ -59,4 +59,4 @@ plist_t valueIn(plist_t dictionary, const std::string& key);
 plist_t elementIn(plist_t array, std::uint64_t index);
 std::uint32_t elementCount(plist_t array);
 
-} // namespace orbel::desktop
+} // namespace orbel::test

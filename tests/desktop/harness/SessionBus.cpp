@@ -1,14 +1,14 @@
 #include <gio/gio.h>
 
-#include "tests/desktop/harness/AnnouncedLine.h"
 #include "tests/desktop/harness/SessionBus.h"
-#include "tests/desktop/harness/TextFile.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/AnnouncedLine.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
 
 #include <memory>
 #include <stdexcept>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -137,4 +137,4 @@ void SessionBus::stop() {
   m_daemon->terminate();
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,7 +1,7 @@
 // A private session bus that starts only the services it was told of, and the calls that tests make on it.
 #pragma once
 
-#include "tests/desktop/harness/ChildProcess.h"
+#include "tests/support/base/ChildProcess.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -10,7 +10,7 @@
 
 using GDBusConnection = struct _GDBusConnection;
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class SessionBus {
 public:
@@ -46,4 +46,4 @@ private:
   GDBusConnection* m_connection = nullptr;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

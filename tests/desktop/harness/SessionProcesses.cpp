@@ -1,7 +1,7 @@
 #include "tests/desktop/harness/SessionProcesses.h"
 
-#include "tests/desktop/harness/TextFile.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
 
 #include <algorithm>
 #include <cctype>
@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -47,4 +47,4 @@ void endProcessesOfSession(const std::filesystem::path& runtimeFolder) {
   }
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -6,10 +6,10 @@
 #include <sys/types.h>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 std::vector<pid_t> processesOfSession(const std::filesystem::path& runtimeFolder);
 // Kills them until none is left.
 void endProcessesOfSession(const std::filesystem::path& runtimeFolder);
 
-} // namespace orbel::desktop
+} // namespace orbel::test

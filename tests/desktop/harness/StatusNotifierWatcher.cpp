@@ -2,7 +2,7 @@
 
 #include <gio/gio.h>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 constexpr const char* kItemPath = "/StatusNotifierItem";
@@ -105,4 +105,4 @@ std::vector<std::uint32_t> StatusNotifierWatcher::pixels(const std::string& item
   return pixels;
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

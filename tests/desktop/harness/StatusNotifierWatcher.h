@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 enum class PanelPresence { drawsItems, absent };
 
@@ -38,4 +38,4 @@ private:
   std::unique_ptr<BusService> m_service;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

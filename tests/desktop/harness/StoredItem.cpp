@@ -2,7 +2,7 @@
 
 #include <utility>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -61,4 +61,4 @@ std::ostream& operator<<(std::ostream& stream, const StoredItem& item) {
   return stream << " }";
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 struct StoredItem {
   std::string kind; // the "class" key
@@ -38,4 +38,4 @@ struct StoredItem {
 // Kind, name and path in brackets, the members after it: for failure messages.
 std::ostream& operator<<(std::ostream& stream, const StoredItem& item);
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -2,7 +2,7 @@
 
 #include "tests/desktop/harness/PropertyListNode.h"
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -54,4 +54,4 @@ std::optional<StoredShortcut> StoredShortcut::unarchived(const std::string& arch
   return StoredShortcut{*keyCode, *modifierFlags};
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 inline constexpr std::int64_t kShiftFlag = 0x20000;
 inline constexpr std::int64_t kControlFlag = 0x40000;
@@ -34,4 +34,4 @@ struct StoredShortcut {
   friend bool operator==(const StoredShortcut&, const StoredShortcut&) = default;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

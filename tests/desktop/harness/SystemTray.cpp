@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <memory>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 constexpr int kBarWidth = 400;
@@ -100,4 +100,4 @@ void SystemTray::dock(xcb_window_t icon) {
   m_display.roundTrip();
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -2,15 +2,15 @@
 // it is the end of the panel.
 #pragma once
 
-#include "tests/desktop/harness/DisplayConnection.h"
-#include "tests/desktop/harness/ScreenGeometry.h"
+#include "tests/support/x11/DisplayConnection.h"
+#include "tests/support/x11/ScreenGeometry.h"
 
 #include <array>
 #include <cstdint>
 #include <optional>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class SystemTray {
 public:
@@ -35,4 +35,4 @@ private:
   std::vector<xcb_window_t> m_icons;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,12 +1,12 @@
 #include "tests/desktop/harness/TestGrabber.h"
 
 #include "tests/desktop/harness/TestWindow.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/Waiting.h"
 
 #include <stdexcept>
 #include <string>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 TestGrabber::TestGrabber(DesktopSession& session, xcb_keysym_t key, std::uint16_t modifiers)
     : m_log(session.freshLogFile("test-grabber")),
@@ -19,4 +19,4 @@ TestGrabber::TestGrabber(DesktopSession& session, xcb_keysym_t key, std::uint16_
   }
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

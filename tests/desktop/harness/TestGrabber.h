@@ -6,7 +6,7 @@
 
 #include <memory>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class TestGrabber {
 public:
@@ -24,4 +24,4 @@ private:
   std::unique_ptr<ChildProcess> m_process;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,13 +1,13 @@
 #include "tests/desktop/harness/TestWindow.h"
 
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/Waiting.h"
 
 #include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <stdexcept>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -78,4 +78,4 @@ ScreenRect TestWindow::frame() const {
   return m_session.windows().geometry(m_window).value_or(ScreenRect{});
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

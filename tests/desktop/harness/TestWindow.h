@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 struct TestWindowOptions {
   std::string title = "Test window";
@@ -57,4 +57,4 @@ private:
   xcb_window_t m_window = XCB_NONE;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

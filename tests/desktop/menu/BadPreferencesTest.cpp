@@ -2,7 +2,7 @@
 // the log says what happened, and nothing of the user's is lost.
 #include "tests/desktop/menu/MenuFixture.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <cstdlib>
 #include <functional>
@@ -11,7 +11,7 @@
 
 #include <X11/keysym.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -1,12 +1,12 @@
 // Items whose desktop entry, program or icon is not what it should be.
 #include "tests/desktop/menu/MenuFixture.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <algorithm>
 #include <array>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <X11/keysym.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

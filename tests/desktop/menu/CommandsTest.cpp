@@ -1,7 +1,7 @@
 // What other programs and a second start can ask the running program for.
 #include "tests/desktop/menu/MenuFixture.h"
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

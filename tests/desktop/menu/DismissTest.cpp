@@ -1,11 +1,11 @@
 // The ways to get rid of the menu without opening anything, and which window is in front afterwards.
 #include "tests/desktop/menu/MenuFixture.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
 #include <X11/keysym.h>
 #include <chrono>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {

@@ -3,7 +3,7 @@
 #include <gio/gio.h>
 #include <stdexcept>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -66,4 +66,4 @@ void FakeFileManager::answer(const char* method, GVariant* parameters, GDBusMeth
   g_dbus_method_invocation_return_value(invocation, nullptr);
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -10,7 +10,7 @@
 using GDBusMethodInvocation = struct _GDBusMethodInvocation;
 using GVariant = struct _GVariant;
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 class FakeFileManager {
 public:
@@ -32,4 +32,4 @@ private:
   std::vector<std::string> m_requests;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

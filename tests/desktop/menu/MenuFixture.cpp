@@ -1,6 +1,6 @@
 #include "tests/desktop/menu/MenuFixture.h"
 
-#include "tests/desktop/harness/Picture.h"
+#include "tests/support/x11/Picture.h"
 
 #include <X11/keysym.h>
 #include <algorithm>
@@ -10,7 +10,7 @@
 #include <set>
 #include <utility>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 
@@ -66,7 +66,7 @@ std::vector<std::filesystem::path> filesBeside(const std::filesystem::path& file
   return found;
 }
 
-MenuFixture::MenuFixture(const DesktopSessionOptions& options) : m_session(options) {
+MenuFixture::MenuFixture(const DesktopSessionOptions& options) : m_desktop(options) {
   // The very first launch would show the settings.
   m_session.preferences().setBoolean("launchedBefore", true);
 }
@@ -263,4 +263,4 @@ void MenuFixture::savePicture(const std::string& name) {
   m_session.screen().save(file);
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

@@ -1,15 +1,15 @@
 // The real program on a private desktop: preferences with the shortcut Control+Alt+Space and items, programs
-// that items stand for, and what a person does with the menu. Each test has a session of its own. After every
+// that items stand for, and what a person does with the menu. After every
 // test the program must still run, have caused no X error, and quit in order.
 //
 // Places are pixels of the screen, y down.
 #pragma once
 
 #include "tests/desktop/harness/ClientLog.h"
-#include "tests/desktop/harness/DesktopSession.h"
 #include "tests/desktop/harness/OrbelAgent.h"
+#include "tests/desktop/harness/SharedDesktop.h"
 #include "tests/desktop/harness/TestWindow.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/Waiting.h"
 
 #include <filesystem>
 #include <gtest/gtest.h>
@@ -18,7 +18,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 inline constexpr StoredShortcut kControlAltSpace{kSpaceKeyCode, kControlFlag | kOptionFlag};
 inline constexpr std::uint16_t kControlAltMask = XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
@@ -99,7 +99,11 @@ protected:
   // The picture's name gets the test's name in front.
   void savePicture(const std::string& name);
 
-  DesktopSession m_session;
+private:
+  SharedDesktop m_desktop;
+
+protected:
+  DesktopSession& m_session = m_desktop.session();
   Windows& m_windows = m_session.windows();
   Input& m_input = m_session.input();
 
@@ -107,4 +111,4 @@ private:
   std::unique_ptr<OrbelAgent> m_agent;
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

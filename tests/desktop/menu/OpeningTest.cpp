@@ -1,13 +1,13 @@
 // What a click on an item of each kind opens.
 #include "tests/desktop/menu/FakeFileManager.h"
 #include "tests/desktop/menu/MenuFixture.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <chrono>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {

@@ -4,12 +4,12 @@
 #include "tests/desktop/menu/MenuFixture.h"
 
 #include "tests/desktop/harness/Appearances.h"
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <X11/keysym.h>
 #include <cmath>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using namespace std::chrono_literals;
 
 namespace {
@@ -156,6 +156,7 @@ TEST_F(PointerCircleTest, ACircleOpensTheMenuOverAWindowThatListensToThePointer)
 
 // What counts is the way on the screen: the same movement of a mouse becomes a larger one with acceleration.
 TEST_F(PointerCircleTest, ACircleOpensTheMenuAtAnyPointerSpeed) {
+  m_session.markSpent();
   startAgentWithCircle();
   const CircularWay byHand{.center = {0, 0}, .radius = 30};
   for (const std::uint16_t acceleration : {std::uint16_t{1}, std::uint16_t{4}}) {
@@ -172,6 +173,7 @@ TEST_F(PointerCircleTest, ACircleOpensTheMenuAtAnyPointerSpeed) {
 }
 
 TEST_F(PointerCircleTest, ACircleAcrossTwoMonitorsOpensTheMenuAtThePointer) {
+  m_session.markSpent();
   ASSERT_EQ(m_session.run({"xrandr", "--setmonitor", "left", "640/169x1024/271+0+0", "screen"}).exitStatus,
             0);
   ASSERT_EQ(m_session.run({"xrandr", "--setmonitor", "right", "640/169x1024/271+640+0", "none"}).exitStatus,

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -2,11 +2,11 @@
 #include "tests/desktop/menu/MenuFixture.h"
 
 #include "tests/desktop/harness/TestGrabber.h"
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <X11/keysym.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -1,13 +1,13 @@
 // The shortcut, where the menu appears, how large it is, and what a press through its corner reaches.
 #include "tests/desktop/menu/MenuFixture.h"
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
-#include "tests/desktop/harness/Wallpaper.h"
+#include "tests/support/x11/Wallpaper.h"
 
 #include <array>
 #include <cmath>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

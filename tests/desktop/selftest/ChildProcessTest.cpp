@@ -1,13 +1,13 @@
-#include "tests/desktop/harness/ChildProcess.h"
+#include "tests/support/base/ChildProcess.h"
 
-#include "tests/desktop/harness/TemporaryDirectory.h"
-#include "tests/desktop/harness/TextFile.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/TemporaryDirectory.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
 
 #include <csignal>
 #include <gtest/gtest.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -1,13 +1,13 @@
 #include "tests/desktop/harness/DesktopEntries.h"
 
-#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/SharedDesktop.h"
 #include "tests/desktop/harness/TestWindow.h"
-#include "tests/desktop/harness/TextFile.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
 
 #include <gtest/gtest.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 
@@ -26,7 +26,8 @@ protected:
                                  .further = {{"Categories", "Office;"}}});
   }
 
-  DesktopSession m_session{{.windowManager = WindowManagerKind::openbox}};
+  SharedDesktop m_desktop{{.windowManager = WindowManagerKind::openbox}};
+  DesktopSession& m_session = m_desktop.session();
 };
 
 TEST_F(DesktopEntriesTest, OpensADocumentInTheDefaultApplication) {

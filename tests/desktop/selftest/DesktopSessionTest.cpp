@@ -1,15 +1,15 @@
-#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/SharedDesktop.h"
 
 #include "tests/desktop/harness/SessionProcesses.h"
 #include "tests/desktop/harness/TestGrabber.h"
 #include "tests/desktop/harness/TestWindow.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/Waiting.h"
 
 #include <X11/keysym.h>
 #include <algorithm>
 #include <gtest/gtest.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 
@@ -30,7 +30,8 @@ protected:
     return testing::AssertionFailure() << "active is " << active.value_or(0);
   }
 
-  DesktopSession m_session{{.windowManager = GetParam()}};
+  SharedDesktop m_desktop{{.windowManager = GetParam()}};
+  DesktopSession& m_session = m_desktop.session();
   Windows& m_windows = m_session.windows();
 };
 

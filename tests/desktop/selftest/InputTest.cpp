@@ -1,16 +1,16 @@
-#include "tests/desktop/harness/Input.h"
+#include "tests/support/x11/Input.h"
 
-#include "tests/desktop/harness/DesktopSession.h"
+#include "tests/desktop/harness/SharedDesktop.h"
 #include "tests/desktop/harness/TestWindow.h"
-#include "tests/desktop/harness/Waiting.h"
-#include "tests/desktop/harness/XcbReply.h"
+#include "tests/support/base/Waiting.h"
+#include "tests/support/x11/XcbReply.h"
 
 #include <X11/keysym.h>
 #include <gtest/gtest.h>
 #include <map>
 #include <xcb/xinput.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 
@@ -45,7 +45,8 @@ private:
 
 class InputTest : public testing::Test {
 protected:
-  DesktopSession m_session{{.windowManager = WindowManagerKind::none, .bus = BusPresence::absent}};
+  SharedDesktop m_desktop{{.windowManager = WindowManagerKind::none, .bus = BusPresence::absent}};
+  DesktopSession& m_session = m_desktop.session();
   Input& m_input = m_session.input();
 };
 
@@ -92,7 +93,7 @@ TEST_F(InputTest, TypesWithShiftWhereTheLayoutNeedsItAndInOtherLayouts) {
             (std::vector<std::string>{"key-press 0x61", "key-press 0xffe1", "key-press 0x62"}));
 
   EXPECT_THROW(m_input.typeKey(XK_udiaeresis), std::runtime_error);
-  ASSERT_EQ(m_session.run({"setxkbmap", "de"}).exitStatus, 0);
+  m_session.setKeyboardLayout({"de"});
   m_input.typeKey(XK_udiaeresis);
   EXPECT_TRUE(waitFor([&] { return window.log().count("key-release") == 4; }, "the umlaut was typed"));
 }

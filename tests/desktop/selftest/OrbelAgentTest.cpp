@@ -1,12 +1,13 @@
 #include "tests/desktop/harness/OrbelAgent.h"
+#include "tests/desktop/harness/SharedDesktop.h"
 
 #include "tests/desktop/harness/TestWindow.h"
-#include "tests/desktop/harness/Waiting.h"
+#include "tests/support/base/Waiting.h"
 
 #include <cstdlib>
 #include <gtest/gtest.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 
@@ -15,7 +16,8 @@ protected:
   void choose(const std::string& executable) { ::setenv("ORBELMENU_EXECUTABLE", executable.c_str(), 1); }
   void TearDown() override { ::unsetenv("ORBELMENU_EXECUTABLE"); }
 
-  DesktopSession m_session{{.windowManager = WindowManagerKind::none}};
+  SharedDesktop m_desktop{{.windowManager = WindowManagerKind::none}};
+  DesktopSession& m_session = m_desktop.session();
 };
 
 TEST_F(OrbelAgentTest, IsReadyWithItsBusNameAndQuitsOverTheBus) {

@@ -1,12 +1,12 @@
-#include "tests/desktop/harness/Picture.h"
+#include "tests/support/x11/Picture.h"
 
-#include "tests/desktop/harness/TemporaryDirectory.h"
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TemporaryDirectory.h"
+#include "tests/support/base/TextFile.h"
 
 #include <gtest/gtest.h>
 #include <stdexcept>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include "tests/desktop/harness/PreferencesFile.h"
 
-#include "tests/desktop/harness/TemporaryDirectory.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

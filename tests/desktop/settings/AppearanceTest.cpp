@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

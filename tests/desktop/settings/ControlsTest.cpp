@@ -1,11 +1,11 @@
 // Each control of the settings changes the store at once, by mouse and by keyboard.
 #include "tests/desktop/settings/SettingsFixture.h"
 
-#include "tests/desktop/harness/TextFile.h"
+#include "tests/support/base/TextFile.h"
 
 #include <fstream>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -2,7 +2,7 @@
 // outside while the window is open or closed.
 #include "tests/desktop/settings/SettingsFixture.h"
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 namespace {
 constexpr const char* kTitle = "Settings — Orbel Menu";
@@ -90,4 +90,4 @@ testing::AssertionResult SettingsFixture::becomes(const std::string& key, std::i
                  key + " is stored as " + std::to_string(value));
 }
 
-} // namespace orbel::desktop
+} // namespace orbel::test

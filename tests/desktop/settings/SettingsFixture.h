@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-namespace orbel::desktop {
+namespace orbel::test {
 
 // Pixels from the window's top left corner.
 inline constexpr ScreenPoint kRecorder{209, 116};
@@ -56,4 +56,4 @@ protected:
   PreferencesFile& preferences() { return m_session.preferences(); }
 };
 
-} // namespace orbel::desktop
+} // namespace orbel::test

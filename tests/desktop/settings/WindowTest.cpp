@@ -1,11 +1,11 @@
 // The settings window as a window: how it opens, where it stands, how it moves, closes and quits.
 #include "tests/desktop/settings/SettingsFixture.h"
 
-#include "tests/desktop/menu/WindowManagers.h"
+#include "tests/support/x11/WindowManagers.h"
 
 #include <cmath>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 
 namespace {
 

@@ -2,15 +2,15 @@
 // menu on the screen. This test and the program run with umockdev's library between them and the kernel.
 #include "tests/desktop/menu/MenuFixture.h"
 
-#include "tests/backends/evdev/support/TestTouchpad.h"
 #include "tests/desktop/harness/Appearances.h"
+#include "tests/support/touchpad/TestTouchpad.h"
 
 #include <X11/keysym.h>
 #include <array>
 #include <chrono>
 #include <umockdev.h>
 
-using namespace orbel::desktop;
+using namespace orbel::test;
 using orbel::test::TestTouchpad;
 
 namespace {

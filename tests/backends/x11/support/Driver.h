@@ -1,8 +1,11 @@
-// The user's hands, by XTEST, and a look at the server, over a connection apart from those under test.
-// Key codes are the kernel's, screen positions are pixels with the y axis pointing down.
+// The hand, the eye and the other programs of these tests, over a connection apart from those under test.
+// Key codes are the kernel's, as the code under test sees them; screen positions are pixels with the y axis
+// pointing down. What is still held is released with the object, and its windows and grabs end.
 #pragma once
 
-#include "backends/x11/XcbReply.h"
+#include "tests/support/x11/DisplayConnection.h"
+#include "tests/support/x11/Input.h"
+#include "tests/support/x11/Windows.h"
 
 #include <cstdint>
 #include <optional>
@@ -15,12 +18,9 @@ namespace orbel::test {
 class Driver {
 public:
   explicit Driver(const std::string& display);
-  ~Driver();
-  Driver(const Driver&) = delete;
-  Driver& operator=(const Driver&) = delete;
 
-  xcb_connection_t* xcb() const { return m_connection; }
-  xcb_window_t root() const { return m_screen->root; }
+  xcb_connection_t* xcb() const { return m_display.get(); }
+  xcb_window_t root() const { return m_display.root(); }
 
   // Each returns after the server has dealt with it.
   void pressKey(std::uint16_t evdevCode);
@@ -40,26 +40,25 @@ public:
   bool grabKeyByExtension(std::uint16_t evdevCode, std::uint16_t modifierMask);
   void ungrabKey(std::uint16_t evdevCode, std::uint16_t modifierMask);
 
-  xcb_atom_t atom(const std::string& name);
+  xcb_atom_t atom(const std::string& name) { return m_display.atom(name); }
   void setText(xcb_window_t window, const char* property, const char* type, const std::string& text);
   void setNumbers(xcb_window_t window, const char* property, const char* type,
                   const std::vector<std::uint32_t>& numbers);
   std::vector<std::uint32_t> numbers(xcb_window_t window, const char* property);
   // To the window manager, about the window.
   void askManager(xcb_window_t window, const char* type, const std::vector<std::uint32_t>& data);
-  bool exists(xcb_window_t window);
-  bool isViewable(xcb_window_t window);
+  bool exists(xcb_window_t window) const { return m_windows.exists(window); }
+  bool isViewable(xcb_window_t window) const { return m_windows.isViewable(window); }
   xcb_window_t focus();
   // The child of the root that is the window or holds it, and its place from bottom to top.
   int stackingPlace(xcb_window_t window);
   void raise(xcb_window_t window);
-  void sync();
+  void sync() { m_display.roundTrip(); }
 
 private:
-  void fake(std::uint8_t type, std::uint8_t detail, std::int16_t x = 0, std::int16_t y = 0);
-
-  xcb_connection_t* m_connection;
-  const xcb_screen_t* m_screen;
+  DisplayConnection m_display;
+  Input m_input{m_display};
+  Windows m_windows{m_display};
 };
 
 } // namespace orbel::test

@@ -1,12 +1,12 @@
 #include "tests/backends/x11/support/PinchServer.h"
 
-#include "tests/backends/x11/support/MainLoop.h"
+#include "tests/support/base/AnnouncedLine.h"
+#include "tests/support/base/TextFile.h"
+#include "tests/support/base/Waiting.h"
 
 #include <array>
-#include <cstdlib>
 #include <cstring>
 #include <filesystem>
-#include <fstream>
 #include <stdexcept>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -57,35 +57,34 @@ PinchServer::PinchServer() {
     m_problem = std::string(kServer) + " is not installed";
     return;
   }
-  m_folder = (std::filesystem::temp_directory_path() / "pinch-test-XXXXXX").string();
-  if (!mkdtemp(m_folder.data())) throw std::runtime_error("no temporary folder");
-  std::ofstream(m_folder + "/xorg.conf") << configuration(m_folder + "/touchpad");
-  m_server = std::make_unique<Program>(
-      std::vector<std::string>{kServer, "-displayfd", "1", "-config", m_folder + "/xorg.conf", "-logfile",
-                               m_folder + "/log", "-quiet", "-noreset", "-nolisten", "tcp", "-sharevts",
-                               "-novtswitch"},
-      std::map<std::string, std::string>{});
-  if (!iterateUntil([this] { return !m_server->lines().empty() || !m_server->isRunning(); }) ||
-      m_server->lines().empty()) {
+  const std::filesystem::path folder = m_folder.path();
+  writeFile(folder / "xorg.conf", configuration(folder / "touchpad"));
+  AnnouncedLine announcement;
+  m_server.emplace(
+      ProcessDescription{.command = {kServer, "-displayfd", std::to_string(announcement.writeEnd()),
+                                     "-config", folder / "xorg.conf", "-logfile", folder / "log", "-quiet",
+                                     "-noreset", "-nolisten", "tcp", "-sharevts", "-novtswitch"},
+                         .environment = {{"PATH", "/usr/bin:/bin"}},
+                         .handedDescriptor = announcement.writeEnd()});
+  const auto number = announcement.read(kPatience);
+  if (!number) {
     m_problem = "the X server does not start without a console";
   } else if (!connectToTouchpad()) {
     m_problem = "the X server has no driver for input tests";
   } else {
-    m_display = ":" + m_server->lines().front();
+    m_display = ':' + *number;
   }
 }
 
 PinchServer::~PinchServer() {
   if (m_socket >= 0) close(m_socket);
-  m_server.reset();
-  if (!m_folder.empty()) std::filesystem::remove_all(m_folder);
 }
 
 bool PinchServer::connectToTouchpad() {
   m_socket = socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0);
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
-  const std::string path = m_folder + "/touchpad";
+  const std::string path = m_folder.path() / "touchpad";
   path.copy(static_cast<char*>(address.sun_path), sizeof address.sun_path - 1);
   if (connect(m_socket, reinterpret_cast<const sockaddr*>(&address), sizeof address) != 0) return false;
   struct Version {

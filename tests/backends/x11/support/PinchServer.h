@@ -3,10 +3,11 @@
 // version 1.1.
 #pragma once
 
-#include "tests/backends/x11/support/Program.h"
+#include "tests/support/base/ChildProcess.h"
+#include "tests/support/base/TemporaryDirectory.h"
 
 #include <cstdint>
-#include <memory>
+#include <optional>
 #include <string>
 
 namespace orbel::test {
@@ -41,10 +42,10 @@ private:
   bool receive();
   void sendPinch(std::uint16_t gestureType, double scale);
 
-  std::string m_folder;
+  TemporaryDirectory m_folder{"orbel-pinch"};
   std::string m_display;
   std::string m_problem;
-  std::unique_ptr<Program> m_server;
+  std::optional<ChildProcess> m_server;
   int m_socket = -1;
 };
 

@@ -43,7 +43,7 @@ std::unique_ptr<OtherClient> WindowsTest::programAt(int x, int y) {
   auto program = otherClient({"--title", "program", "--class", "program", "Program", "--at",
                               std::to_string(x), std::to_string(y), "--window"});
   EXPECT_TRUE(iterateUntil([&] { return isListed(program->window()); }))
-      << "the client said " << testing::PrintToString(program->program().lines()) << ", its status is "
+      << "the client said " << testing::PrintToString(program->lines()) << ", its status is "
       << testing::PrintToString(program->program().exitStatus());
   return program;
 }

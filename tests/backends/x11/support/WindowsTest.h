@@ -14,6 +14,7 @@ namespace orbel::test {
 
 class WindowsTest : public X11Test {
 protected:
+  using X11Test::X11Test;
   void SetUp() override;
   void TearDown() override;
 

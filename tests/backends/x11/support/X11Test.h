@@ -1,15 +1,17 @@
-// A test on an X server of its own. What the code under test logs is kept.
+// A test on an X server that the cases of the program share, one for each window manager. What the code under
+// test logs is kept.
 #pragma once
 
 #include "backends/x11/Connection.h"
-#include "foundation/Log.h"
 #include "tests/backends/x11/support/Driver.h"
-#include "tests/backends/x11/support/MainLoop.h"
 #include "tests/backends/x11/support/OtherClient.h"
-#include "tests/backends/x11/support/Program.h"
+#include "tests/desktop/harness/SharedDesktop.h"
+#include "tests/support/base/LogCapture.h"
+#include "tests/support/glib/MainLoop.h"
 
 #include <gtest/gtest.h>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,35 +19,26 @@ namespace orbel::test {
 
 class X11Test : public testing::Test {
 protected:
+  explicit X11Test(WindowManagerKind windowManager = WindowManagerKind::none);
   void SetUp() override;
   void TearDown() override;
 
-  const std::string& display() const { return m_display; }
+  DesktopSession& session() { return m_desktop.session(); }
+  const std::string& display() { return session().server().name(); }
   Driver& driver() { return *m_driver; }
-  std::unique_ptr<x11::Connection> connect() { return x11::Connection::open(m_display); }
-  Program& server() { return *m_server; }
+  std::unique_ptr<x11::Connection> connect() { return x11::Connection::open(display()); }
+  ChildProcess& server() { return session().server().server(); }
 
   // Another program with the windows that the options describe.
   std::unique_ptr<OtherClient> otherClient(const std::vector<std::string>& options);
-  // Runs a program to its end on this display; it must succeed.
-  void run(std::vector<std::string> command);
-  // "openbox", "xfwm4" or "kwin_x11"; returns when it serves windows. "" is no window manager.
-  void startWindowManager(const std::string& name);
-  void stopWindowManager();
 
-  bool hasLogged(const std::string& part) const;
-  const std::vector<std::string>& log() const { return m_log; }
+  bool hasLogged(const std::string& part) const { return m_log->has(part); }
+  const std::vector<std::string>& log() const { return m_log->lines; }
 
 private:
-  std::string makeFolder();
-
-  std::string m_folder;
-  std::string m_display;
-  std::unique_ptr<Program> m_server;
+  SharedDesktop m_desktop;
+  std::optional<LogCapture> m_log;
   std::unique_ptr<Driver> m_driver;
-  std::unique_ptr<Program> m_windowManager;
-  std::vector<std::string> m_log;
-  Log::Sink m_earlierSink;
 };
 
 } // namespace orbel::test

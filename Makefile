@@ -10,14 +10,12 @@ PREFIX ?= /usr/local
 DESTDIR ?=
 # One job a core; memory is no limit for this project.
 JOBS ?= $(shell nproc)
-# The tests labelled "live" run real servers and window managers, which have races of their own: what fails there is run
-# again, twice at the most, and ctest says so. The others get no second try.
-REPEAT ?= --repeat until-pass:3
 
 # $(call run_tests,<preset>)
+# No test is run a second time but those that tests/retried-tests.txt names, with the reason.
 define run_tests
-	ctest --preset $(1) -j $(JOBS) -LE live
-	ctest --preset $(1) -j $(JOBS) -L live $(REPEAT)
+	$(if $(strip $(shell cat tests/retried-tests.txt)),ctest --preset $(1) -L retried --repeat until-pass:3)
+	ctest --preset $(1) -j $(JOBS) -LE retried
 endef
 
 .PHONY: run test build bench install format format-check tidy asan core clean

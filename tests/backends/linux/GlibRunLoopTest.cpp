@@ -71,19 +71,6 @@ TEST(GlibRunLoop, RunsFramesOnARasterOfASixtiethOfASecondWithoutDrift) {
   }
 }
 
-TEST(GlibRunLoop, DoesNotWakeWhenNobodyWantsFrames) {
-  GlibRunLoop loop;
-  EXPECT_EQ(test::nextWakeUp(), -1);
-  auto frames = loop.onEveryFrame([] {});
-  auto others = loop.onEveryFrame([] {});
-  EXPECT_GE(test::nextWakeUp(), 0);
-  EXPECT_LE(test::nextWakeUp(), 17);
-  frames.reset();
-  EXPECT_GE(test::nextWakeUp(), 0);
-  others.reset();
-  EXPECT_EQ(test::nextWakeUp(), -1);
-}
-
 TEST(GlibRunLoop, RunsDelaysInALoopThatABlockStarted) {
   GlibRunLoop loop;
   std::string order;

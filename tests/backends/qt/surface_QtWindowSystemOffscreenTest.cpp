@@ -152,16 +152,5 @@ TEST(QtWindowSystemOffscreenTest, SurfacesAndBubblesWorkWithoutAServer) {
   EXPECT_FALSE(system.prefersReducedMotion());
 }
 
-TEST(QtWindowSystemOffscreenTest, AlphaIsCutToItsRange) {
-  if (testDisplay()) GTEST_SKIP() << "needs the round without a display";
-  PlainDisplayServer display;
-  QtWindowSystem system(display, {});
-  const auto surface = system.makeSurface(SurfaceLevel::menu);
-  surface->setAlpha(7);
-  EXPECT_EQ(surface->alpha(), 1);
-  surface->setAlpha(-1);
-  EXPECT_EQ(surface->alpha(), 0);
-}
-
 } // namespace
 } // namespace orbel::qt

@@ -95,9 +95,12 @@ TEST_P(DismissTest, TheCloseButtonDoesNothingRightAfterTheMenuHasOpened) {
     pressShortcut();
     if (!waitFor([&] { return menuWindow().has_value(); }, "the menu is there")) return false;
     m_input.click();
-    // The click is served between two steps of the fade that this waits for.
-    if (!waitUntilMenuShown(m_center)) return false;
+    // Once the program has answered twice it has been around its event loop, and the click is behind it.
+    for (int answer = 0; answer < 2; ++answer) {
+      if (!m_session.bus().answers(OrbelAgent::kBusName, OrbelAgent::kObjectPath)) return false;
+    }
     if (std::chrono::steady_clock::now() - start > kCloseButtonGuard) return std::nullopt; // a busy machine
+    if (!waitUntilMenuShown(m_center)) return false;
     return static_cast<bool>(holdsFor([&] { return isMenuShown(m_center); }, kSomeFades, "the menu stays"));
   };
   std::optional<bool> result;

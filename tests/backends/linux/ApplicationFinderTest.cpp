@@ -130,7 +130,7 @@ TEST_F(ApplicationFinderTest, FindsTheProgramThatRunsOutOfAnApplicationFolder) {
 TEST_F(ApplicationFinderTest, FindsNothingWhereThereIsNoApplication) {
   DesktopSandbox::write(folder + "/notes.apps/letter.txt", "x");
   for (const auto& path : {std::string(), folder + "/missing", folder, folder + "/notes.apps/letter.txt",
-                           std::string("No Such Program")}) {
+                           std::string("No Such IdleProgram")}) {
     EXPECT_FALSE(finder.find(path)) << path;
   }
 }

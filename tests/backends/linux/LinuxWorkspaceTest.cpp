@@ -96,8 +96,8 @@ TEST_F(LinuxWorkspaceTest, LeavesItToTheCallerWhichOfTwoProcessesOfAnExecutableI
 TEST_F(LinuxWorkspaceTest, SaysWhyAnApplicationCannotBeStarted) {
   EXPECT_EQ(workspace.launchApplicationAtPath(folder + "/gone.desktop").cause(),
             folder + "/gone.desktop does not exist");
-  EXPECT_EQ(workspace.launchApplication("No Such Program").cause(),
-            "there is no application No Such Program");
+  EXPECT_EQ(workspace.launchApplication("No Such IdleProgram").cause(),
+            "there is no application No Such IdleProgram");
   EXPECT_EQ(workspace.launchApplicationAtPath(folder + "/gone.app").cause(),
             folder + "/gone.app does not exist");
   EXPECT_TRUE(log.lines.empty()) << "whoever asked logs it";
@@ -142,15 +142,16 @@ TEST_F(LinuxWorkspaceTest, OpensAFileWithAGivenApplicationEvenIfThatRuns) {
 TEST_F(LinuxWorkspaceTest, OpensAFileWithTheProgramInARole) {
   const ProgramReport reporter("role-reporter");
   entries.add("browser.desktop", "Name=B\nExec=role-reporter %f\nCategories=WebBrowser;\n");
-  EXPECT_TRUE(test::iterateUntil([&] { return workspace.openFileWithApplication(document, "Safari").succeeded(); }));
+  EXPECT_TRUE(
+      test::iterateUntil([&] { return workspace.openFileWithApplication(document, "Safari").succeeded(); }));
   EXPECT_TRUE(hasArgument(reporter.wait(), document));
 }
 
 TEST_F(LinuxWorkspaceTest, SaysWhyAFileCannotBeOpened) {
   EXPECT_EQ(workspace.openFile(folder + "/missing").cause(), folder + "/missing does not exist");
   EXPECT_EQ(workspace.openFile(document).cause(), "no application opens " + document);
-  EXPECT_EQ(workspace.openFileWithApplication(document, "No Such Program").cause(),
-            "there is no application No Such Program to open " + document);
+  EXPECT_EQ(workspace.openFileWithApplication(document, "No Such IdleProgram").cause(),
+            "there is no application No Such IdleProgram to open " + document);
   EXPECT_TRUE(log.lines.empty()) << "whoever asked logs it";
   EXPECT_EQ(workspace.defaultApplicationForFile(folder + "/missing"), std::nullopt);
   EXPECT_TRUE(workspace.applicationsForFile(folder + "/missing").empty());

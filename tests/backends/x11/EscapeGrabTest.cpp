@@ -74,8 +74,7 @@ TEST_F(EscapeGrabTest, TheEscapeGrabSilencesNeitherHotKeysNorTyping) {
   driver().tapKey(KEY_ESC);
   EXPECT_TRUE(iterateUntil([&] { return presses == 1 && escapes == 1; }));
   const auto hasTyped = [&](int evdevCode) {
-    return other->hasWritten("key " +
-                                       std::to_string(evdevCode + common::VirtualKeyCodes::kXKeyCodeOffset));
+    return other->hasWritten("key " + std::to_string(evdevCode + common::VirtualKeyCodes::kXKeyCodeOffset));
   };
   EXPECT_TRUE(iterateUntil([&] { return hasTyped(KEY_A); }));
   EXPECT_FALSE(hasTyped(KEY_ESC));

@@ -62,7 +62,7 @@ bool Driver::grabKey(std::uint16_t evdevCode, std::uint16_t modifierMask) {
 
 bool Driver::grabKeyByExtension(std::uint16_t evdevCode, std::uint16_t modifierMask) {
   x11::ownReply(xcb_input_xi_query_version_reply(m_display.get(),
-                                            xcb_input_xi_query_version(m_display.get(), 2, 2), nullptr));
+                                                 xcb_input_xi_query_version(m_display.get(), 2, 2), nullptr));
   const std::uint32_t events = XCB_INPUT_XI_EVENT_MASK_KEY_PRESS;
   const std::uint32_t modifiers = modifierMask;
   const auto cookie = xcb_input_xi_passive_grab_device(
@@ -101,15 +101,15 @@ void Driver::askManager(xcb_window_t window, const char* type, const std::vector
 }
 
 xcb_window_t Driver::focus() {
-  const auto reply =
-      x11::ownReply(xcb_get_input_focus_reply(m_display.get(), xcb_get_input_focus(m_display.get()), nullptr));
+  const auto reply = x11::ownReply(
+      xcb_get_input_focus_reply(m_display.get(), xcb_get_input_focus(m_display.get()), nullptr));
   return reply ? reply->focus : xcb_window_t{XCB_NONE};
 }
 
 int Driver::stackingPlace(xcb_window_t window) {
   for (;;) {
-    const auto tree =
-        x11::ownReply(xcb_query_tree_reply(m_display.get(), xcb_query_tree(m_display.get(), window), nullptr));
+    const auto tree = x11::ownReply(
+        xcb_query_tree_reply(m_display.get(), xcb_query_tree(m_display.get(), window), nullptr));
     if (!tree) return -1;
     if (tree->parent == root()) break;
     window = tree->parent;

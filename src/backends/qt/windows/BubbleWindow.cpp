@@ -54,11 +54,12 @@ void BubbleWindow::paintNow() {
   const QSize needed = size();
   if (m_backingStore.size() != needed) m_backingStore.resize(needed);
   const QRect all(QPoint(), needed);
-  m_backingStore.beginPaint(all); // clears it
+  m_backingStore.beginPaint(all); // clears a store that has transparency
   QPaintDevice* device = m_backingStore.paintDevice();
   if (device && device->devType() == QInternal::Image) {
     auto& store = *static_cast<QImage*>(device);
     QImage pixels(store.bits(), store.width(), store.height(), store.bytesPerLine(), store.format());
+    if (!pixels.hasAlphaChannel()) pixels.fill(Qt::black);
     QPainter(&pixels).drawImage(0, 0, m_picture);
   }
   m_backingStore.endPaint();

@@ -64,7 +64,7 @@ void MenuWindow::paintNow() {
     m_backingStore.resize(all.size());
   }
 
-  m_backingStore.beginPaint(points); // clears it
+  m_backingStore.beginPaint(points); // clears a store that has transparency
   QPaintDevice* device = m_backingStore.paintDevice();
   if (device && device->devType() == QInternal::Image) {
     // The same pixels without the toolkit's scaling: the canvas scales by itself and keeps images on whole
@@ -74,6 +74,7 @@ void MenuWindow::paintNow() {
     QPainter painter(&pixels);
     damage = scaled(points, devicePixelRatio()) & pixels.rect();
     painter.setClipRect(damage);
+    if (!pixels.hasAlphaChannel()) painter.fillRect(damage, Qt::black);
     m_owner->paintWindow(painter, damage);
   }
   m_backingStore.endPaint();

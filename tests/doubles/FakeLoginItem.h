@@ -3,9 +3,9 @@
 #pragma once
 
 #include "platform/LoginItem.h"
+#include "tests/doubles/ObserverList.h"
 
 #include <functional>
-#include <memory>
 #include <utility>
 
 namespace orbel {
@@ -20,13 +20,12 @@ public:
     return {};
   }
   Registration observeChanges(std::function<void()> block) override {
-    *m_block = std::move(block);
-    return Registration([block = m_block] { *block = nullptr; });
+    return m_observers.add(std::move(block));
   }
   // With the desktop's own tools.
   void change(Result<State> state) {
     current = std::move(state);
-    if (const auto block = *m_block) block();
+    m_observers.call();
   }
 
   Result<State> current = State::undecided;
@@ -34,7 +33,7 @@ public:
   int requests = 0;
 
 private:
-  std::shared_ptr<std::function<void()>> m_block = std::make_shared<std::function<void()>>();
+  ObserverList m_observers;
 };
 
 } // namespace orbel

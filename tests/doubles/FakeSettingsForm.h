@@ -4,6 +4,8 @@
 
 #include "platform/SettingsForm.h"
 
+#include <algorithm>
+#include <functional>
 #include <map>
 #include <memory>
 #include <optional>
@@ -31,6 +33,7 @@ public:
   void close() override {
     happened.emplace_back("close");
     visible = false;
+    if (closed) closed();
   }
   bool isVisible() const override { return visible; }
   void setFloating(bool isFloating) override { floating = isFloating; }
@@ -57,6 +60,7 @@ public:
     double cornerRadius;
     Size size; // of the window when it was set
   };
+  std::function<void()> closed; // the form's
   ManagedWindowDelegate* delegate = nullptr;
   Rect screenFrame{300, 200, 420, 380};
   bool visible = false;
@@ -81,7 +85,9 @@ public:
       if (const auto* button = std::get_if<SettingsPopUpButton>(&control->kind))
         values[control->identifier] = button->choices.at(0).tag;
     }
+    managedWindow.closed = [this] { closePopovers(); };
   }
+  ~FakeSettingsForm() override { managedWindow.closed = nullptr; }
   ManagedWindow& window() override { return managedWindow; }
   void setValue(const std::string& identifier, SettingsValue value) override {
     values.at(identifier) = value;
@@ -147,6 +153,9 @@ public:
   std::map<std::string, bool> visible;         // by identifier
   std::vector<std::string> received;           // identifiers of the controls that were sent a value
   std::vector<FakePopover*> popovers;          // those that live
+
+private:
+  void closePopovers();
 };
 
 class FakePopover : public Popover {
@@ -180,6 +189,13 @@ inline std::unique_ptr<Popover> FakeSettingsForm::makePopover(std::function<void
   auto popover = std::make_unique<FakePopover>(*this, std::move(didClose));
   popovers.push_back(popover.get());
   return popover;
+}
+
+inline void FakeSettingsForm::closePopovers() {
+  const auto earlier = popovers; // one that closes may destroy others
+  for (FakePopover* popover : earlier) {
+    if (std::count(popovers.begin(), popovers.end(), popover) > 0) popover->close();
+  }
 }
 
 class FakeSettingsForms : public SettingsForms {

@@ -16,7 +16,18 @@ public:
     return std::make_unique<Item>(*this, items.back());
   }
 
+  // What the status area shows; nothing where there is none.
+  std::vector<std::shared_ptr<StatusItemContents>> shown() const {
+    return hasStatusArea ? items : decltype(items)();
+  }
+  // On the icon that came last; its item may end in there.
+  void click() const {
+    const auto icons = shown();
+    if (!icons.empty() && icons.back()->clicked) icons.back()->clicked();
+  }
+
   std::vector<std::shared_ptr<StatusItemContents>> items; // that are there now
+  bool hasStatusArea = true;
 
 private:
   class Item : public StatusItem {

@@ -13,16 +13,20 @@ class FakeUserNotifications : public UserNotifications {
 public:
   void deliver(const UserNotification& notification, std::function<void(const Result<>&)> done) override {
     delivered.push_back(notification);
-    m_done = std::move(done);
+    m_pending.push_back(std::move(done));
   }
+  // All that wait for their answer.
   void answer(const Result<>& taken) {
-    if (const auto done = std::exchange(m_done, nullptr)) done(taken);
+    for (const auto& done : std::exchange(m_pending, {})) {
+      if (done) done(taken);
+    }
   }
+  bool isWaiting() const { return !m_pending.empty(); }
 
   std::vector<UserNotification> delivered;
 
 private:
-  std::function<void(const Result<>&)> m_done;
+  std::vector<std::function<void(const Result<>&)>> m_pending;
 };
 
 } // namespace orbel

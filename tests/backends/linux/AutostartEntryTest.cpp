@@ -210,16 +210,6 @@ TEST_F(AutostartEntryTest, APathThatNoEntryCanNameOrNoneIsRefused) {
   EXPECT_FALSE(fs::exists(entry.path()));
 }
 
-TEST_F(AutostartEntryTest, ChangesFromOutsideAreTold) {
-  ASSERT_TRUE(entry.setRegistered(true));
-  int changes = 0;
-  auto observation = entry.observeChanges([&] { ++changes; });
-  fs::remove(entry.path());
-  EXPECT_TRUE(test::iterateUntil([&] { return changes > 0; }));
-  EXPECT_EQ(entry.state().value(), State::notRegistered);
-  observation.reset();
-}
-
 TEST_F(AutostartEntryTest, ChangesFromOutsideAreToldAlsoWhereTheFolderComesLater) {
   const std::string above = folder + "/not/yet";
   AutostartEntry watched(above, state, "/usr/bin/orbelmenu");
@@ -237,15 +227,6 @@ TEST_F(AutostartEntryTest, ChangesFromOutsideAreToldAlsoWhereTheFolderComesLater
     ASSERT_TRUE(writer.setRegistered(true));
     EXPECT_TRUE(sees(State::registered)) << gone;
   }
-}
-
-TEST_F(AutostartEntryTest, AnEntryThatOthersAddedAndRemovedAgainIsNotRegistered) {
-  std::optional<State> seen;
-  const auto observation = entry.observeChanges([&] { seen = entry.state().value(); });
-  write("[Desktop Entry]\nType=Application\nName=Menu\nExec=/usr/bin/orbelmenu\n");
-  EXPECT_TRUE(test::iterateUntil([&] { return seen == State::registered; }));
-  fs::remove(entry.path());
-  EXPECT_TRUE(test::iterateUntil([&] { return seen == State::notRegistered; }));
 }
 
 TEST_F(AutostartEntryTest, AFolderThatCannotBeWatchedUntilItIsOpenedIsWatchedThen) {

@@ -4,6 +4,7 @@
 #include "backends/common/TopLevelWindows.h"
 #include "foundation/Observers.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
@@ -20,11 +21,11 @@ public:
   std::optional<std::uint64_t> activeWindow() const override { return active; }
   bool activate(std::uint64_t window) override {
     activated.push_back(window);
-    return true;
+    return makeActive(window);
   }
   bool restore(std::uint64_t window, std::uint64_t summon) override {
     restored.emplace_back(window, summon);
-    return true;
+    return makeActive(window);
   }
   std::uint64_t summonMark() override { return ++mark; }
   Bitmap icon(std::uint64_t window, int pixelSize) const override {
@@ -59,6 +60,14 @@ public:
   std::uint64_t mark = 100;
 
 private:
+  // False when there is no such window.
+  bool makeActive(std::uint64_t id) {
+    const auto isMeant = [id](const common::TopLevelWindow& window) { return window.id == id; };
+    if (std::none_of(list.begin(), list.end(), isMeant)) return false;
+    active = id;
+    return true;
+  }
+
   Observers<> m_observers;
 };
 

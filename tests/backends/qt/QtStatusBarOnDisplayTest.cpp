@@ -166,29 +166,6 @@ TEST_F(QtStatusBarOnDisplay, ThePixelsAreTheShapeInTheThemesTextColour) {
   QApplication::setPalette(before);
 }
 
-TEST_F(QtStatusBarOnDisplay, APanelThatComesLaterGetsTheItem) {
-  makeItem();
-  QCoreApplication::processEvents();
-  StatusNotifierWatcher watcher(m_address);
-  ASSERT_TRUE(registersWith(watcher));
-  EXPECT_TRUE(watcher.click(watcher.items().front()));
-  EXPECT_TRUE(becomesTrue([&] { return m_clicks == 1; }, "the click is told"));
-}
-
-TEST_F(QtStatusBarOnDisplay, APanelThatCrashesAndReturnsGetsTheItemAgain) {
-  auto watcher = std::make_unique<StatusNotifierWatcher>(m_address);
-  makeItem();
-  ASSERT_TRUE(registersWith(*watcher));
-  for (int round = 1; round <= 3; ++round) {
-    watcher.reset();
-    QCoreApplication::processEvents();
-    watcher = std::make_unique<StatusNotifierWatcher>(m_address);
-    ASSERT_TRUE(registersWith(*watcher)) << round;
-    EXPECT_TRUE(watcher->click(watcher->items().front()));
-    EXPECT_TRUE(becomesTrue([&] { return m_clicks == round; }, "the click is told"));
-  }
-}
-
 TEST_F(QtStatusBarOnDisplay, AnItemThatEndsLeavesTheBus) {
   StatusNotifierWatcher watcher(m_address);
   makeItem();

@@ -20,22 +20,6 @@ protected:
   }
 };
 
-TEST_F(QtSettingsFormTest, ShowsTheValuesItIsGivenAndTellsNobody) {
-  form().setValue("gesture", std::int64_t{4});
-  form().setValue("menuSize", std::int64_t{3});
-  for (const char* box : {"magnify", "startOnLogin", "swiftMode"})
-    form().setValue(box, true);
-  EXPECT_EQ(find<FormPopUpButton>("Gesture").currentText(), "Four");
-  EXPECT_EQ(find<FormPopUpButton>("Menu size").currentText(), "Large");
-  EXPECT_TRUE(find<QCheckBox>("Magnify items under the pointer").isChecked());
-  EXPECT_FALSE(find<QCheckBox>("Show running applications").isChecked());
-  EXPECT_TRUE(find<QCheckBox>("Launch at login").isChecked());
-  EXPECT_TRUE(find<QCheckBox>("Swift Mode").isChecked());
-  form().setValue("swiftMode", false);
-  EXPECT_FALSE(find<QCheckBox>("Swift Mode").isChecked());
-  EXPECT_TRUE(done.empty());
-}
-
 TEST_F(QtSettingsFormTest, AClickOnACheckBoxTellsItsNewState) {
   shown();
   click(find<QCheckBox>("Magnify items under the pointer"));
@@ -126,14 +110,6 @@ TEST_F(QtSettingsFormTest, ButtonsTellTheirAction) {
   click(find<FormButton>("example.org"));
   click(find<FormButton>("Quit Orbel Menu"));
   EXPECT_EQ(done, (Done{"help", "swiftModeInfo", "website", "quit"}));
-}
-
-TEST_F(QtSettingsFormTest, TheHelpButtonIsThereOnlyWhenItIsWanted) {
-  shown();
-  form().setVisible("help", false);
-  EXPECT_FALSE(find<FormButton>("Show how to make the gesture").isVisible());
-  form().setVisible("help", true);
-  EXPECT_TRUE(find<FormButton>("Show how to make the gesture").isVisible());
 }
 
 TEST_F(QtSettingsFormTest, ItsKeysDoWhatTheyAreThereFor) {
@@ -269,17 +245,6 @@ TEST_F(QtSettingsFormTest, APopoverMayEndWhileItTellsThatItHasClosed) {
   popover->show("tint");
   QTest::keyClick(&find<ViewHost>("a"), Qt::Key_Space);
   EXPECT_EQ(popover, nullptr);
-}
-
-TEST_F(QtSettingsFormTest, PopoversCloseWithTheWindow) {
-  shown();
-  int closed = 0;
-  const auto popover = form().makePopover([&] { ++closed; });
-  popover->setContent({hosted("a", {0, 0, 20, 20})}, 1);
-  popover->show("help");
-  form().window().close();
-  EXPECT_FALSE(popover->isShown());
-  EXPECT_EQ(closed, 1);
 }
 
 } // namespace

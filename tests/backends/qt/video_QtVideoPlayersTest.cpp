@@ -75,24 +75,6 @@ TEST_F(QtVideoPlayersTest, NothingComesBeforeItPlays) {
   EXPECT_LE(frames, 1); // a player may show where it stands
 }
 
-TEST_F(QtVideoPlayersTest, APlayerMayEndWithinItsOwnHandler) {
-  QtVideoPlayers players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
-  std::unique_ptr<VideoPlayer> player;
-  bool ended = false;
-  auto loaded = players.load("ThreeFingerRest", "mp4",
-                             {.frameReady =
-                                  [&](ImagePointer) {
-                                    ended = true;
-                                    player.reset();
-                                  },
-                              .didPlayToEnd = {}});
-  ASSERT_TRUE(loaded) << loaded.cause();
-  player = *std::move(loaded);
-  player->play();
-  ASSERT_TRUE(waitFor([&] { return ended; }));
-  EXPECT_EQ(player, nullptr);
-}
-
 TEST_F(QtVideoPlayersTest, WithoutTheProgramThereIsNoPlayer) {
   QtVideoPlayers players(QStringLiteral("/nowhere/orbelmenu-video"));
   EXPECT_EQ(players.load("ThreeFingerRest", "mp4", handlers()).cause(),

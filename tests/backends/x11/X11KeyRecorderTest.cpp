@@ -127,18 +127,6 @@ protected:
   int m_focusLosses = 0;
 };
 
-TEST_F(X11KeyRecorderTest, KeysAndModifiersAreToldAndReachNobodyElse) {
-  startRecording();
-  ASSERT_TRUE(m_recording);
-  driver().tapKeys({KEY_LEFTCTRL, KEY_LEFTALT, KEY_A});
-  settle();
-  EXPECT_EQ(m_told, Told({held(kControlFlag), held(kControlFlag | kOptionFlag),
-                          key(kLetterA, kControlFlag | kOptionFlag), held(kControlFlag), held(0)}));
-  m_recording.reset();
-  EXPECT_TRUE(windowGetsTheNextKey());
-  EXPECT_FALSE(windowGot("key 38"));
-}
-
 TEST_F(X11KeyRecorderTest, EveryModifierHasItsFlagOnEitherSideAndLocksHaveNone) {
   startRecording();
   const std::pair<std::uint16_t, std::uint64_t> modifiers[] = {
@@ -440,36 +428,6 @@ TEST_F(X11KeyRecorderTest, AnEventThatIsNotSwallowedReachesTheWindow) {
   EXPECT_FALSE(m_recording);
   EXPECT_TRUE(waitFor([&] { return windowGot("key 24"); }, "the key reaches the window"));
   EXPECT_TRUE(windowGetsTheNextKey());
-}
-
-TEST_F(X11KeyRecorderTest, ALaterRecordingReplacesAnEarlierOne) {
-  startRecording();
-  Told later;
-  auto recorded = m_recorder->record({[&](const KeyEvent& event) {
-                                        later.push_back(inShort(event));
-                                        return true;
-                                      },
-                                      [] {}});
-  ASSERT_TRUE(recorded);
-  Registration second = *std::move(recorded);
-  m_recording.reset(); // ends nothing any more
-  driver().tapKey(KEY_A);
-  settle();
-  EXPECT_EQ(m_told, Told());
-  EXPECT_EQ(later, Told({key(kLetterA)}));
-  second.reset();
-  EXPECT_TRUE(windowGetsTheNextKey());
-}
-
-TEST_F(X11KeyRecorderTest, ARecordingGoesOnAfterAPause) {
-  // As while an alert is up: the keyboard is free in between.
-  startRecording();
-  m_recording.reset();
-  settle();
-  startRecording();
-  driver().tapKey(KEY_A);
-  settle();
-  EXPECT_EQ(m_told, Told({key(kLetterA)}));
 }
 
 TEST_F(X11KeyRecorderTest, TheKeyboardIsFreeWhenTheRecorderEndsInTheMiddle) {

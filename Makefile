@@ -1,7 +1,10 @@
 # The user's commands. Everything they need is installed first, by tools/install-packages.
+#   make          the same as make build
+#   make build    build/release/orbelmenu and its companion
 #   make run      build and start the menu (with no display: an embedded one, with pictures of every step)
 #   make test     build and run every test
-#   make build    build/release/orbelmenu and its companion
+#   make core     build and test the portable core alone, without Qt and X11
+#   make headers  compile each header on its own
 #   make bench    the table of speeds
 #   make install  PREFIX=/usr/local DESTDIR=
 #   make format   clang-format over the sources (make format-check: only look)
@@ -18,7 +21,8 @@ define run_tests
 	ctest --preset $(1) -j $(JOBS) -LE retried
 endef
 
-.PHONY: run test build bench install format format-check tidy asan core clean
+.DEFAULT_GOAL := build
+.PHONY: run test build bench install format format-check tidy asan core headers clean
 run: build
 	@tools/install-packages run
 	@tools/run
@@ -45,6 +49,11 @@ core:
 	cmake --preset core
 	cmake --build --preset core -j $(JOBS)
 	ctest --preset core -j $(JOBS)
+
+headers:
+	@tools/install-packages build test
+	cmake --preset dev
+	cmake --build --preset dev -j $(JOBS) --target all_verify_interface_header_sets
 
 bench:
 	@tools/install-packages build test bench

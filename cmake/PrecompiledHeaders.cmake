@@ -23,8 +23,11 @@ function(orbel_precompiled_headers family)
   target_precompile_headers(orbel_precompiled_${family} PRIVATE ${FAMILY_HEADERS})
 endfunction()
 
+# Benchmarks use the tests' harness without their headers: then it is compiled without.
 function(orbel_use_precompiled_headers target family)
-  target_precompile_headers(${target} REUSE_FROM orbel_precompiled_${family})
+  if(TARGET orbel_precompiled_${family})
+    target_precompile_headers(${target} REUSE_FROM orbel_precompiled_${family})
+  endif()
 endfunction()
 
 # Once GoogleTest has been found, and Qt where it is used.

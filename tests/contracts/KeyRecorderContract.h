@@ -35,7 +35,7 @@ protected:
                                                 ++focusLosses;
                                                 recording.reset();
                                               }});
-    if (!started) EXPECT_NE(started.cause(), "");
+    EXPECT_EQ(started.cause().empty(), started.succeeded());
     const bool hasBegun = started.succeeded();
     recording = std::move(started).valueOr(Registration());
     return hasBegun;

@@ -36,7 +36,7 @@ protected:
                                                 ++ends;
                                                 if (endsAtEnd) player.reset();
                                               }});
-    if (!loaded) EXPECT_NE(loaded.cause(), "");
+    EXPECT_EQ(loaded.cause().empty(), loaded.succeeded());
     player = std::move(loaded).valueOr(nullptr);
     return player != nullptr;
   }

@@ -20,7 +20,7 @@ public:
     } else {
       std::filesystem::remove(path);
     }
-    EXPECT_TRUE(linux::waitUntil([&] { return m_isRegistered == registered; }));
+    EXPECT_TRUE(test::iterateUntil([&] { return m_isRegistered == registered; }));
   }
   void makeUnreadable() { std::filesystem::create_directories(m_entry.path()); }
   // A file where the folder belongs.
@@ -33,7 +33,7 @@ private:
   std::optional<bool> m_isRegistered; // as told
   Registration m_observation = m_entry.observeChanges([this] {
     const auto state = m_entry.state();
-    m_isRegistered = state == LoginItem::State::registered;
+    m_isRegistered = state && *state == LoginItem::State::registered;
   });
 };
 

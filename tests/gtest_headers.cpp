@@ -1,1 +1,0 @@
-// Nothing but the precompiled GoogleTest headers that the unit tests reuse.

@@ -1,6 +1,6 @@
-// How well the pointer's circle is recognised, under manual time: prints one table. Says which shares are
-// missed and then ends with status 1. Everything is drawn from fixed seeds, so that every run prints the
-// same.
+// How well the pointer's circle is recognised, under manual time: prints one table. Says which shares
+// are missed and then ends with status 1. Everything is drawn from fixed seeds, so that every run prints
+// the same.
 #include "bench/gestures/Movement.h"
 #include "bench/gestures/Wandering.h"
 #include "settings/PointerCircleRecognizer.h"

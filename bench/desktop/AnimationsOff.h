@@ -1,5 +1,5 @@
-// A settings manager that tells every program to do without animations, so that a fade does not hide what is
-// measured.
+// A settings manager that tells every program to do without animations, so that a fade does not hide what
+// is measured.
 #pragma once
 
 #include "tests/support/x11/DisplayConnection.h"

@@ -53,8 +53,8 @@ public:
   // The menu has faded out: its controller is let go, and the next request makes a new one.
   void orbelWindowDidDisappear();
 
-  // The desktop asked for it (its own key binding, a script): as if the shortcut were pressed, or a click
-  // elsewhere.
+  // The desktop asked for it (its own key binding, a script): as if the shortcut were pressed, or a
+  // click elsewhere.
   void showMenuAtPointer();
   void hideMenu();
 

@@ -49,11 +49,11 @@ public:
   void orderOut() { m_surface->orderOut(); }
   bool isShown() const { return m_surface->isShown(); }
 
-  // Whether the pointer is over the window's square frame, or over a pop-up that belongs to it. False when
-  // unknown.
+  // Whether the pointer is over the window's square frame, or over a pop-up that belongs to it. False
+  // when unknown.
   bool pointerIsOver() const;
-  // The pointer's place in window points, which may lie outside the frame; the middle of the window when
-  // unknown.
+  // The pointer's place in window points, which may lie outside the frame; the middle of the window
+  // when unknown.
   Point pointerLocationOrCenter() const;
 
   // Escape while the window is shown.

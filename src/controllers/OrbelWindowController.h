@@ -1,7 +1,7 @@
-// Owns the main radial menu: loads the user's items and the running programs, feeds the view, shows the
-// window around a point and fades it out again, and carries out what the user does in it. Every change is
-// saved at once. Made hidden by the application delegate for a show, and let go after
-// "OrbelWindowControllerDidDisappearNotification".
+// Owns the main radial menu: loads the user's items and the running programs, feeds the view,
+// shows the window around a point and fades it out again, and carries out what the user does in
+// it. Every change is saved at once. Made hidden by the application delegate for a show, and let
+// go after "OrbelWindowControllerDidDisappearNotification".
 //
 // OrbelWindowController.cpp: making, showing, hiding. ...Items.cpp: the list. ...Commands.cpp: clicks, drops.
 // ...Menus.cpp: the context menus and their entries.

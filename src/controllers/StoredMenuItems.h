@@ -15,8 +15,8 @@ public:
     MenuItemList items;           // in stored order
     bool droppedElements = false; // elements of the list itself could not be read
   };
-  // None when nothing is stored. A stored value that is no list counts as an empty one with something
-  // dropped.
+  // None when nothing is stored. A stored value that is no list counts as an empty one with
+  // something dropped.
   std::optional<Loaded> load();
 
   // Writes every item that has a stored form, in order, in place of the old list.

@@ -1,6 +1,5 @@
-// Points, sizes and rectangles in double points with the y axis pointing up.
-// A rectangle's origin is its bottom-left corner. Used everywhere; the flip to a y-down surface is a
-// backend's.
+// Points, sizes and rectangles in double points with the y axis pointing up. A rectangle's origin is its
+// bottom-left corner. Used everywhere; the flip to a y-down surface is a backend's.
 #pragma once
 
 #include <algorithm>

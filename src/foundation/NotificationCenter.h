@@ -1,5 +1,5 @@
-// Named notifications inside the process, delivered at once, on the main thread, in the order of
-// registration.
+// Named notifications inside the process, delivered at once, on the main thread, in the order
+// of registration.
 #pragma once
 
 #include "foundation/Observers.h"
@@ -24,9 +24,8 @@ public:
   // The one that the whole process shares (SharedObjects).
   static NotificationCenter& defaultCenter();
 
-  // Calls the block for every notification of that name, from that sender only when one is given.
-  // Destroying the registration ends it, also from within the block. The center may go before the
-  // registration.
+  // Calls the block for every notification of that name, from that sender only when one is given. Destroying
+  // the registration ends it, also from within the block. The center may go before the registration.
   Registration observe(std::string name, const void* sender, Block block);
   void post(const std::string& name, const void* object, PropertyList::Dictionary userInfo = {});
 

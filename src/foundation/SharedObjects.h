@@ -25,8 +25,8 @@ public:
   // Asking while there is none ends the program: nothing would end what is made then.
   static SharedObjects& current();
 
-  // Made by its default constructor unless it is there. A class with a private one declares this class a
-  // friend.
+  // Made by its default constructor unless it is there. A class with a private one declares this class
+  // a friend.
   template <class Object>
   Object& get() {
     if (void* present = find(typeid(Object))) return *static_cast<Object*>(present);

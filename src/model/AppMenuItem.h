@@ -27,10 +27,10 @@ public:
   void quit() override;
   std::optional<PropertyList> dictionaryRepresentation() const override;
 
-  // True when the executable's path begins with the item's path and what follows holds no further ".app" (an
-  // executable of a helper inside the bundle, or of another bundle whose name merely begins alike), or when
-  // the workspace says that the program runs this bundle, as for a desktop entry, whose executable lies
-  // elsewhere.
+  // True when the executable's path begins with the item's path and what follows holds no further ".app"
+  // (an executable of a helper inside the bundle, or of another bundle whose name merely begins alike), or
+  // when the workspace says that the program runs this bundle, as for a desktop entry, whose executable
+  // lies elsewhere.
   bool representsRunningApplication(const RunningApplication& application) const override;
 
   const PropertyList::Data& bookmarkData() const { return m_target.bookmarkData(); }

@@ -1,6 +1,6 @@
 // A named group of items, shown as a dark disc with its members' icons in a circle. It opens nothing by
-// itself: the controller shows its members in a menu of their own. The only kind that holds others and can be
-// renamed.
+// itself: the controller shows its members in a menu of their own. The only kind that holds others and can
+// be renamed.
 #pragma once
 
 #include "model/MenuItem.h"

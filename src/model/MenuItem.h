@@ -30,9 +30,9 @@ public:
   MenuItem(const MenuItem&) = delete;
   MenuItem& operator=(const MenuItem&) = delete;
 
-  // Names the content: the kind followed by a path, a name or the members. Two items with equal identities
-  // stand for the same thing and share one icon in the image cache. A description of this very object by
-  // default.
+  // Names the content: the kind followed by a path, a name or the members. Two items with equal
+  // identities stand for the same thing and share one icon in the image cache. A description of this very
+  // object by default.
   virtual std::string identity() const;
   // As shown; none when the item was stored without one.
   virtual std::optional<std::string> name() const { return std::nullopt; }

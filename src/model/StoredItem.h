@@ -1,5 +1,5 @@
-// The item dictionary: the keys under which items are stored, and reading and writing the two that every kind
-// has.
+// The item dictionary: the keys under which items are stored, and reading and writing the two that every
+// kind has.
 #pragma once
 
 #include "foundation/PropertyList.h"

@@ -16,8 +16,8 @@ class Graphics {
 public:
   virtual ~Graphics() = default;
   // Runs the drawing, once and within this call, on a clear bitmap of that size, scaled so that the canvas
-  // spans pointSize. Y up as everywhere. Drawings may nest. With no pixels nothing is drawn and the bitmap is
-  // empty.
+  // spans pointSize. Y up as everywhere. Drawings may nest. With no pixels nothing is drawn and the bitmap
+  // is empty.
   virtual Bitmap render(int pixelWidth, int pixelHeight, Size pointSize,
                         const std::function<void(Canvas&)>& drawing) = 0;
 

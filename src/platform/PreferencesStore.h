@@ -31,8 +31,8 @@ public:
   // Calls the block after every change, ours or from outside, once the new values can be read.
   virtual Registration observeChanges(std::function<void()> block) = 0;
 
-  // The stored value read leniently, as the store's own accessors do: absent or of another type is false, or
-  // 0.
+  // The stored value read leniently, as the store's own accessors do: absent or of another type is false,
+  // or 0.
   bool boolean(const std::string& key) const;
   std::int64_t integer(const std::string& key) const;
 };

@@ -1,5 +1,5 @@
-// One program that is running and owns an ordinary window. Records of the same process compare equal by
-// isEqual.
+// One program that is running and owns an ordinary window. Records of the same process compare equal
+// by isEqual.
 #pragma once
 
 #include "scene/Image.h"

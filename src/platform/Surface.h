@@ -44,8 +44,8 @@ class Surface {
 public:
   virtual ~Surface() = default;
 
-  // Borrowed; null, as at first, means that nobody paints or hears. Whoever sets one takes it away before it
-  // goes.
+  // Borrowed; null, as at first, means that nobody paints or hears. Whoever sets one takes it away before
+  // it goes.
   virtual void setDelegate(SurfaceDelegate* delegate) = 0;
   virtual void setFrame(const Rect& screenFrame) = 0;
   virtual Rect frame() const = 0;
@@ -60,12 +60,12 @@ public:
 
   // Whether something blurred can stand behind the surface (live, or a frosted snapshot).
   virtual bool supportsBackdropBlur() const = 0;
-  // The backdrop shows inside the ellipse of the bounds inset by that many points; input is taken there
-  // alone.
+  // The backdrop shows inside the ellipse of the bounds inset by that many points; input is taken
+  // there alone.
   virtual void setRoundBackdrop(BackdropMaterial material, double inset) = 0;
 
-  // Painted soon, together with all that is asked for until then; never while not shown, as show() paints
-  // everything.
+  // Painted soon, together with all that is asked for until then; never while not shown, as show()
+  // paints everything.
   virtual void needsDisplay(const Rect& rect) = 0;
   // Asked of the display now; none when it cannot be known. May lie outside the bounds.
   virtual std::optional<Point> pointerLocation() const = 0;

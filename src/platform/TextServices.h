@@ -14,8 +14,8 @@ public:
   virtual int compareLocalizedCaseInsensitive(std::string_view left, std::string_view right) const = 0;
   virtual std::string uppercased(std::string_view text) const = 0;
   virtual std::string lowercased(std::string_view text) const = 0;
-  // Every character is alphanumeric, punctuation or a symbol (Unicode categories L, M, N, P, S). True for no
-  // characters.
+  // Every character is alphanumeric, punctuation or a symbol (Unicode categories L, M, N, P, S). True for
+  // no characters.
   virtual bool isAlphanumericPunctuationOrSymbol(std::string_view text) const = 0;
   // The user's language for an English text of ours; the text itself where there is no translation.
   virtual std::string localized(std::string_view english) const = 0;

@@ -29,8 +29,8 @@ struct VideoPlayerHandlers {
 class VideoPlayers {
 public:
   virtual ~VideoPlayers() = default;
-  // A picture of that size that stands in for the video where no frame of it is there; empty when there is
-  // none.
+  // A picture of that size that stands in for the video where no frame of it is there; empty when there
+  // is none.
   virtual ImagePointer still(const std::string& resource, Size size) = 0;
   // The resource of that name and extension, at its start and not playing. Fails when it cannot be played;
   // where that shows only later it is logged then, and no frame ever comes.

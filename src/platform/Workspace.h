@@ -40,8 +40,8 @@ public:
   // Whether the record runs the program of this bundle: equal desktop-entry identifiers. For a bundle that is
   // a file and not a folder, this stands beside the rule on executable paths.
   virtual bool runsBundle(const RunningApplication& application, const std::string& bundlePath) const = 0;
-  // Whether the record is the program that plays the role of a built-in name ("Finder" the folder handler,
-  // ...).
+  // Whether the record is the program that plays the role of a built-in name ("Finder" the folder
+  // handler, ...).
   virtual bool playsRole(const RunningApplication& application, const std::string& name) const = 0;
 
   // Ambiguous, and nothing has happened: several programs run that executable, and the path does not say
@@ -59,8 +59,8 @@ public:
   virtual Result<> openUrl(const std::string& url) = 0;
   // Shows the folder in the file browser. Fails when it is none.
   virtual Result<> showFolder(const std::string& path) = 0;
-  // Whether the path is a program of the desktop that can stand as an application: a desktop entry or an
-  // AppImage.
+  // Whether the path is a program of the desktop that can stand as an application: a desktop entry or
+  // an AppImage.
   virtual bool isApplicationBundle(const std::string& path) const = 0;
   // The application that opens the URL's scheme, if there is one.
   virtual std::optional<std::string> applicationForUrl(const std::string& url) const = 0;

@@ -26,8 +26,8 @@ public:
   // Points; icons of menu items are 320 by 320.
   Size size() const { return m_size; }
 
-  // The smallest kept level with at least that many pixels across; draws and keeps a new chain when all are
-  // smaller.
+  // The smallest kept level with at least that many pixels across; draws and keeps a new chain when all
+  // are smaller.
   const Bitmap& representation(int pixelWidth, int pixelHeight) const;
 
   // Makes sure that drawing up to that size renders nothing later. Called before an animation that will grow

@@ -46,8 +46,8 @@ public:
   // never painted just goes.
   void addSubview(std::shared_ptr<View> view, Animated animated = Animated::no);
   void removeFromSuperview(Animated animated = Animated::no);
-  // Starts this view's presentation where the other's is, so that a view which replaces an equal one does not
-  // blink.
+  // Starts this view's presentation where the other's is, so that a view which replaces an equal one does
+  // not blink.
   void takeOverPresentation(const View& other);
 
   Point convertFromWindow(Point windowPoint) const;

@@ -26,8 +26,8 @@ public:
   virtual double backingScale() const = 0;
   // The window's frame in screen points.
   virtual Rect screenFrame() const = 0;
-  // What the tree is painted on, for views that show something beside themselves; none in a window that is no
-  // surface.
+  // What the tree is painted on, for views that show something beside themselves; none in a window that is
+  // no surface.
   virtual const Surface* hostSurface() const { return nullptr; }
 };
 

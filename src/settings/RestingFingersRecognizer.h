@@ -26,8 +26,8 @@ public:
   std::optional<Touches> touchesChanged(const Touches& touches, std::int64_t fingerCount);
   // A pinch spoils the rest that is being waited for.
   void magnified();
-  // Whether the touches that began the rest are still there, have hardly moved, and were never joined by
-  // another.
+  // Whether the touches that began the rest are still there, have hardly moved, and were never joined
+  // by another.
   bool isRest(const Touches& startTouches) const;
 
   std::int64_t touchCount() const { return m_touchCount; }

@@ -1,5 +1,5 @@
-// The keys of the preferences store under which the settings are kept; their values are AppSettings'
-// business.
+// The keys of the preferences store under which the settings are kept; their values are
+// AppSettings' business.
 #pragma once
 
 namespace orbel {

@@ -40,8 +40,8 @@ void MASShortcutDefaultsObserver::storeShownShortcut() {
   if (!view) return;
   m_internalPreferenceChange = true;
   const auto& shortcut = view->shortcutValue();
-  // A cleared shortcut stays in the store as an archive of nothing: the user has decided, it is not merely
-  // absent.
+  // A cleared shortcut stays in the store as an archive of nothing: the user has decided, it is not
+  // merely absent.
   MASShortcut::storeGlobalShortcut(shortcut ? shortcut->data() : MASShortcut::dataOfNothing(),
                                    m_userDefaultsKey);
   static_cast<void>(Platform::current().preferences.synchronize()); // the store logs a failure

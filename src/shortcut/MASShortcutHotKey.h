@@ -1,5 +1,5 @@
-// One shortcut registered with the system as a hot key, for as long as the object lives. Owned by the monitor
-// table.
+// One shortcut registered with the system as a hot key, for as long as the object lives. Owned by the
+// monitor table.
 #pragma once
 
 #include "foundation/Registration.h"

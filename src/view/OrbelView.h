@@ -59,8 +59,8 @@ public:
 
   // Of the circle on which the items' centres lie, in points.
   double radius() const { return geometry().radius(); }
-  // The angle of the item's centre measured from the start of the circle; 0 for an item that is in no
-  // section.
+  // The angle of the item's centre measured from the start of the circle; 0 for an item that is in
+  // no section.
   double centerArcForItem(const OrbelItem& item) const;
   // How far the whole circle is turned.
   double startArc() const { return m_startArc; }

@@ -1,5 +1,5 @@
-// Presses: clicks, right-clicks, and the drag of an item along the circle to a new place or onto another
-// item.
+// Presses: clicks, right-clicks, and the drag of an item along the circle to a new place or onto
+// another item.
 #include "view/OrbelView.h"
 
 #include "view/ItemArcs.h"

@@ -1,5 +1,5 @@
-// The contracts of the key recorder, the login item, the status bar, notifications and videos, for their
-// doubles.
+// The contracts of the key recorder, the login item, the status bar, notifications and videos, for
+// their doubles.
 #include "tests/contracts/KeyRecorderContract.h"
 #include "tests/contracts/LoginItemContract.h"
 #include "tests/contracts/StatusBarContract.h"

@@ -1,5 +1,5 @@
-// A platform of doubles with a few programs and files, a main menu controller and short ways to look at its
-// list.
+// A platform of doubles with a few programs and files, a main menu controller and short ways to look at
+// its list.
 #pragma once
 
 #include "controllers/OrbelWindowController.h"

@@ -1,5 +1,5 @@
-// The desktop's login item as the test sets it; what the program asks for is carried out unless it shall
-// fail.
+// The desktop's login item as the test sets it; what the program asks for is carried out unless it
+// shall fail.
 #pragma once
 
 #include "platform/LoginItem.h"

@@ -146,8 +146,8 @@ public:
   }
 
   SettingsFormDescription description;
-  std::shared_ptr<FakeManagedWindow> sharedWindow =
-      std::make_shared<FakeManagedWindow>(); // tests may keep it
+  // Tests may keep it
+  std::shared_ptr<FakeManagedWindow> sharedWindow = std::make_shared<FakeManagedWindow>();
   FakeManagedWindow& managedWindow = *sharedWindow;
   std::map<std::string, SettingsValue> values; // by identifier, as shown
   std::map<std::string, bool> visible;         // by identifier

@@ -1,5 +1,5 @@
-// The small platform interfaces as doubles: graphics, text, hot keys, keyboard layout, event taps, menus and
-// dialogs.
+// The small platform interfaces as doubles: graphics, text, hot keys, keyboard layout, event taps, menus
+// and dialogs.
 #pragma once
 
 #include "foundation/Log.h"

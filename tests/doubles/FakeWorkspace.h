@@ -45,8 +45,8 @@ public:
   Result<ResolvedBookmark> resolveBookmark(const PropertyList::Data& bookmark) const override;
 
   static PropertyList::Data bookmark(const std::string& text);
-  // Adds a regular running program and tells the observers. An identifier that was used before is another
-  // process.
+  // Adds a regular running program and tells the observers. An identifier that was used before is
+  // another process.
   std::shared_ptr<FakeRunningApplication> launch(std::int32_t pid, const std::string& name,
                                                  const std::string& bundle = {},
                                                  const std::string& executable = {});

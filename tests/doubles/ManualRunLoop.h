@@ -1,5 +1,5 @@
-// A run loop whose time the test moves. Delays and frames run only inside advance(), in the order of their
-// time.
+// A run loop whose time the test moves. Delays and frames run only inside advance(), in the order of
+// their time.
 #pragma once
 
 #include "foundation/RunLoop.h"

@@ -1,5 +1,5 @@
-// Bytes for tests of property lists: from hexadecimal digits, from text, and hand-made binary lists with any
-// flaw.
+// Bytes for tests of property lists: from hexadecimal digits, from text, and hand-made binary lists with
+// any flaw.
 #pragma once
 
 #include "foundation/PropertyList.h"

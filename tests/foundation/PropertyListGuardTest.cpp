@@ -116,8 +116,8 @@ TEST(PropertyListGuard, RefusesObjectsThatReachBeyondTheBytes) {
   const std::string cause = "an object lies outside of it or is of an unknown kind";
   EXPECT_EQ(objection(Builder().add("\x4F\x13\x7F\xFF\xFF\xFF\xFF\xFF\xFF\xFF").bytes()), cause); // data
   EXPECT_EQ(objection(Builder().add(std::string("\x5F\x12\x00\x01", 4)).bytes()), cause); // its count cut off
-  EXPECT_EQ(objection(Builder().add("\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF").bytes()),
-            cause);                                                 // dictionary
+  // Dictionary
+  EXPECT_EQ(objection(Builder().add("\xDF\x13\xFF\xFF\xFF\xFF\xFF\xFF\xFF\xFF").bytes()), cause);
   EXPECT_EQ(objection(Builder().add("\xAF\x52zz").bytes()), cause); // a count of text
 }
 

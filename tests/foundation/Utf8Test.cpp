@@ -26,8 +26,8 @@ TEST(Utf8, ReplacesEachByteOfAMalformedCharacter) {
   EXPECT_EQ(Utf8::repaired("\xE2\x82"), kReplacement + kReplacement); // cut off
   EXPECT_EQ(Utf8::repaired("\xC0\xAF"), kReplacement + kReplacement); // overlong in two bytes
   EXPECT_EQ(Utf8::repaired("\xE0\x80\xAF"), kReplacement + kReplacement + kReplacement); // overlong in three
-  EXPECT_EQ(Utf8::repaired("\xED\xA0\x80"),
-            kReplacement + kReplacement + kReplacement);                         // half of a surrogate pair
+  // Half of a surrogate pair
+  EXPECT_EQ(Utf8::repaired("\xED\xA0\x80"), kReplacement + kReplacement + kReplacement);
   EXPECT_EQ(Utf8::repaired("\xF4\x90\x80\x80").size(), 4 * kReplacement.size()); // beyond U+10FFFF
 }
 

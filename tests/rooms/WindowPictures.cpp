@@ -8,6 +8,7 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QPixmap>
+#include <QRegion>
 #include <QScreen>
 
 namespace orbel::rooms {
@@ -25,10 +26,10 @@ Window* visible() {
 }
 
 // Black becomes transparent outside the opaque part, where it stands for nothing or for a shadow.
-void clearBlackOutside(QImage& picture, const QRect& opaque) {
+void clearBlackOutside(QImage& picture, const QRegion& opaque) {
   for (int y = 0; y < picture.height(); ++y) {
     for (int x = 0; x < picture.width(); ++x) {
-      if (!opaque.contains(x, y) && qGray(picture.pixel(x, y)) < 64)
+      if (!opaque.contains(QPoint(x, y)) && qGray(picture.pixel(x, y)) < 64)
         picture.setPixel(x, y, qRgba(0, 0, 0, 0));
     }
   }
@@ -58,8 +59,11 @@ QImage WindowPictures::together() {
   painter.drawImage(shown->position(), of(*shown));
   if (const qt::BubbleWindow* const title = bubble()) {
     QImage pixels = of(*title).convertToFormat(QImage::Format_ARGB32);
-    const QRect body = qt::ScreenSpace::toToolkit(title->bodyFrame());
-    clearBlackOutside(pixels, body.translated(-title->position()));
+    const QRect body = qt::ScreenSpace::toToolkit(title->bodyFrame()).translated(-title->position());
+    // All but its round corners.
+    constexpr int kCorner = static_cast<int>(qt::BubbleLayout::kCornerRadius);
+    clearBlackOutside(pixels, QRegion(body.adjusted(kCorner, 0, -kCorner, 0)) +
+                                  body.adjusted(0, kCorner, 0, -kCorner));
     painter.drawImage(title->position(), pixels);
   }
   return picture;

@@ -1,5 +1,5 @@
-// How the settings start, stop and feed the triggers: the global shortcut, the event taps and the
-// recognisers.
+// How the settings start, stop and feed the triggers: the global shortcut, the event taps and
+// the recognisers.
 #include "settings/AppSettings.h"
 
 #include "foundation/NotificationCenter.h"

@@ -117,8 +117,8 @@ TEST_F(PointerCircleRecognizerTest, LessThanFourFifthsOfACircleAreNotEnough) {
 }
 
 TEST_F(PointerCircleRecognizerTest, TheSweepMustCoverMoreThanTwoHundredAndEightyEightDegrees) {
-  // Six samples on both sides of straight down; the radius of the outermost keeps the mean of all at the
-  // centre.
+  // Six samples on both sides of straight down; the radius of the outermost keeps the mean of all at
+  // the centre.
   const auto sweep = [this](double degreesCovered) {
     const double half = degreesCovered / 2;
     const double outerRadius = 60 * std::cos(40 * kDegree) / -std::cos(half * kDegree);

@@ -3,8 +3,8 @@
 #include <cstdlib>
 #include <new>
 
-// A file of its own: inlined next to a delete expression, the replaced operators look mismatched to the
-// compiler.
+// A file of its own: inlined next to a delete expression, the replaced operators look mismatched to
+// the compiler.
 namespace {
 std::size_t count = 0;
 }

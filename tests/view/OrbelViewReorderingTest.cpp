@@ -26,8 +26,8 @@ TEST_F(OrbelViewReorderingTest, TheDraggedItemSlidesAlongTheCircleAtOnceAndKeeps
   }
 }
 
-// Five items, (0, 1) dragged: four arcs of 90 degrees, which the first change of slot turns by 36 - 45
-// degrees.
+// Five items, (0, 1) dragged: four arcs of 90 degrees, which the first change of slot turns by 36 -
+// 45 degrees.
 struct Step {
   double degrees;
   ItemPath gap;

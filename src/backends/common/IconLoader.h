@@ -11,8 +11,8 @@ namespace orbel::common {
 class IconLoader {
 public:
   virtual ~IconLoader() = default;
-  // The first of the names that the icon theme has, square, of about that many pixels; empty when it has
-  // none.
+  // The first of the names that the icon theme has, square, of about that many pixels; empty when it
+  // has none.
   virtual Bitmap themeIcon(const std::vector<std::string>& names, int pixelSize) = 0;
   // Whether the theme has any of the names, without loading it.
   virtual bool hasThemeIcon(const std::vector<std::string>& names) = 0;

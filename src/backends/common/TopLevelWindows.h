@@ -17,8 +17,8 @@ namespace orbel::common {
 
 struct TopLevelWindow {
   std::uint64_t id = 0;
-  std::optional<std::int32_t>
-      processIdentifier; // asked of the server for sandboxed programs; none if unknown
+  // Asked of the server for sandboxed programs; none if unknown
+  std::optional<std::int32_t> processIdentifier;
   std::string title;
   std::string instanceName;  // first part of WM_CLASS
   std::string className;     // second part of WM_CLASS
@@ -44,8 +44,8 @@ public:
   virtual bool restore(std::uint64_t window, std::uint64_t summon) = 0;
   // A mark for restore(): this moment, in the order of the user's clicks.
   virtual std::uint64_t summonMark() = 0;
-  // The window's own icon, the smallest that is at least that large, else its largest; empty when it has
-  // none.
+  // The window's own icon, the smallest that is at least that large, else its largest; empty when it
+  // has none.
   virtual Bitmap icon(std::uint64_t window, int pixelSize) const = 0;
   // A time stamp and startup identifier for a launch on behalf of the user, "" where there is none.
   virtual std::string makeStartupId(const std::string& entryName) = 0;

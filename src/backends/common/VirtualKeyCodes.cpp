@@ -13,9 +13,9 @@ struct Key {
   std::uint16_t evdevCode;
 };
 
-// A key stands once on either side. Keys that the two worlds name differently are paired by where they are:
-// keypad Clear is where Num Lock is, Help where Insert is, the section key of an ISO keyboard is the extra
-// key.
+// A key stands once on either side. Keys that the two worlds name differently are paired by where they
+// are: keypad Clear is where Num Lock is, Help where Insert is, the section key of an ISO keyboard is the
+// extra key.
 constexpr std::array kKeys = {
     Key{0, KEY_A},           Key{1, KEY_S},          Key{2, KEY_D},           Key{3, KEY_F},
     Key{4, KEY_H},           Key{5, KEY_G},          Key{6, KEY_Z},           Key{7, KEY_X},

@@ -73,8 +73,8 @@ bool isOtherFile(const Content& content, const FileIdentity& present) {
   return content.birthTime && present.birthTime && *content.birthTime != *present.birthTime;
 }
 
-// An inode number goes to the next file at once when it becomes free, so only together with the birth time it
-// counts.
+// An inode number goes to the next file at once when it becomes free, so only together with the birth time
+// it counts.
 std::optional<std::string> renamedInFolder(const Content& content, const std::string& folder) {
   if (!content.inode || !content.birthTime) return std::nullopt;
   struct Close {

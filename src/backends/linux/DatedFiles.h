@@ -13,8 +13,8 @@ class DatedFiles {
 public:
   // A name that nothing has yet: that of this second, or of the first free one after it.
   static std::string freePath(const std::string& prefix, const std::string& suffix);
-  // Those that are there, the one that was written first at the front; none where the folder cannot be
-  // listed.
+  // Those that are there, the one that was written first at the front; none where the folder cannot
+  // be listed.
   static std::vector<std::string> existing(const std::string& prefix, const std::string& suffix);
 
   struct Aside {

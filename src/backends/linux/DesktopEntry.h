@@ -11,13 +11,13 @@
 namespace orbel::linux {
 
 struct DesktopEntry {
-  std::string
-      identifier;   // "org.example.App.desktop"; the file's name for an entry outside of the data folders
+  // "org.example.App.desktop"; the file's name for an entry outside of the data folders
+  std::string identifier;
   std::string path; // of the entry's file, absolute
   std::string name; // in the user's language
   std::string icon; // a name in the icon theme or an absolute path; may be empty
-  // The program that Exec names, absolute, symbolic links followed; empty when it is not installed or Exec is
-  // missing.
+  // The program that Exec names, absolute, symbolic links followed; empty when it is not installed or Exec
+  // is missing.
   std::string executable;
   std::string startupWindowClass;      // StartupWMClass; may be empty
   std::vector<std::string> categories; // Categories, as written
@@ -32,8 +32,8 @@ struct DesktopEntry {
   // is one.
   static Result<DesktopEntry> read(const std::string& path);
 
-  // How the values of an entry's keys are asked for, whoever has read the file: "" or false for an absent
-  // key.
+  // How the values of an entry's keys are asked for, whoever has read the file: "" or false for an
+  // absent key.
   struct Values {
     std::function<std::string(const char* key)> text;
     std::function<std::string(const char* key)> localizedText;

@@ -48,8 +48,8 @@ struct DesktopEntryIndex::Tables {
     }
     g_list_free_full(all, g_object_unref);
     std::erase_if(entries, [](const DesktopEntry& entry) { return entry.path.empty(); });
-    // GIO's order is that of a hash table; ours must not change from start to start. Shown entries come
-    // first.
+    // GIO's order is that of a hash table; ours must not change from start to start. Shown entries
+    // come first.
     std::sort(entries.begin(), entries.end(), [](const DesktopEntry& a, const DesktopEntry& b) {
       return a.isShown != b.isShown ? a.isShown : a.identifier < b.identifier;
     });

@@ -23,8 +23,8 @@ public:
   // Hidden entries are left out; entries with NoDisplay are there, because a running window may be theirs.
   const std::vector<DesktopEntry>& entries() const;
 
-  // With or without ".desktop"; exact, else without regard to case. An empty pointer when there is none, as
-  // below.
+  // With or without ".desktop"; exact, else without regard to case. An empty pointer when there is none,
+  // as below.
   const DesktopEntry* withIdentifier(const std::string& identifier) const;
   // By StartupWMClass, exact, else without regard to case.
   const DesktopEntry* withStartupWindowClass(const std::string& name) const;

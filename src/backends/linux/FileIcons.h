@@ -30,8 +30,8 @@ public:
   ImagePointer imageNamed(const std::string& name);
 
 private:
-  // Where the pixels come from: the picture file, else the first theme name that yields something, else our
-  // fallback.
+  // Where the pixels come from: the picture file, else the first theme name that yields something, else
+  // our fallback.
   struct Source {
     std::string pictureFile;
     std::vector<std::string> themeNames;

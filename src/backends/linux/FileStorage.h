@@ -1,6 +1,5 @@
-// Reading and replacing whole files so that a crash or a full disk never costs the old content.
-// Also what paths lead to. Paths are absolute. Causes are readable, for the log. Used by the classes of this
-// folder.
+// Reading and replacing whole files so that a crash or a full disk never costs the old content. Also what
+// paths lead to. Paths are absolute. Causes are readable, for the log. Used by the classes of this folder.
 #pragma once
 
 #include "foundation/PropertyList.h"

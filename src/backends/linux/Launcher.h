@@ -1,6 +1,6 @@
 // Starts programs on behalf of the user: in a session of their own, with a startup-notification and
-// activation token, and without what only concerns our own process in their environment. Never waits for a
-// program.
+// activation token, and without what only concerns our own process in their environment. Never waits for
+// a program.
 #pragma once
 
 #include "backends/common/TopLevelWindows.h"

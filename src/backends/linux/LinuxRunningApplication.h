@@ -14,8 +14,8 @@ namespace orbel::linux {
 
 class LinuxRunningApplication : public RunningApplication {
 public:
-  // How the program shows itself; may change while it runs, because a window may name its program after it
-  // appeared.
+  // How the program shows itself; may change while it runs, because a window may name its program after
+  // it appeared.
   struct Appearance {
     std::string localizedName;
     std::string entryIdentifier; // empty without a desktop entry

@@ -1,6 +1,5 @@
-// The Linux desktop's programs and files, put together from the classes of this folder.
-// Works without a session bus, without a window manager and without an icon theme, each costing only what it
-// gives.
+// The Linux desktop's programs and files, put together from the classes of this folder. Works without a
+// session bus, without a window manager and without an icon theme, each costing only what it gives.
 #pragma once
 
 #include "backends/common/IconLoader.h"

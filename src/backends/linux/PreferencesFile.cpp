@@ -215,8 +215,8 @@ bool PreferencesFile::takeUnreadable(const std::string& cause) {
   if (m_values.empty()) {
     if (aside->isFirstNameKept) ::unlink(file.c_str());
   } else {
-    // At once, and over the bad file: there is no moment without a file that could be taken for a fresh
-    // start.
+    // At once, and over the bad file: there is no moment without a file that could be taken for a
+    // fresh start.
     m_mustSave = true;
     static_cast<void>(write(Over::anything));
   }

@@ -1,8 +1,8 @@
-// The preferences in an XML property-list file that other programs may edit at the same time.
-// A change is in memory at once and on disk soon after; a change of the file from outside is merged by key,
-// what is not saved yet winning. Beside the file stand its last good copy (".backup"), unreadable files moved
-// aside and dated copies; time stamps in names are local time. Main thread only; made by main, used through
-// PreferencesStore.
+// The preferences in an XML property-list file that other programs may edit at the same time. A change is
+// in memory at once and on disk soon after; a change of the file from outside is merged by key, what is
+// not saved yet winning. Beside the file stand its last good copy (".backup"), unreadable files moved
+// aside and dated copies; time stamps in names are local time. Main thread only; made by main, used
+// through PreferencesStore.
 #pragma once
 
 #include "backends/linux/FileStorage.h"
@@ -22,10 +22,10 @@ namespace orbel::linux {
 class PreferencesFile : public PreferencesStore {
 public:
   static constexpr double kSaveDelay = 0.05; // seconds from a change to its save; later changes join it
-  static constexpr double kSettleDelay =
-      0.05; // seconds from a change outside to reading it: editors do it in steps
-  static constexpr double kDoubtDelay =
-      0.5; // seconds that a file must stay unreadable before it is moved aside
+  // Seconds from a change outside to reading it: editors do it in steps
+  static constexpr double kSettleDelay = 0.05;
+  // Seconds that a file must stay unreadable before it is moved aside
+  static constexpr double kDoubtDelay = 0.5;
   static constexpr std::size_t kDatedCopies = 5;
 
   // Reads the file at that absolute path, which need not exist; its folder is made when missing. The run loop

@@ -90,8 +90,8 @@ std::optional<ProcessRecord> ProcessRecord::read(std::int32_t processIdentifier)
   }
 
   const auto environment = splitAtNulls(textOf(processIdentifier, "environ"));
-  // Both are inherited by whatever the program starts, so they count only where they are about this very
-  // process.
+  // Both are inherited by whatever the program starts, so they count only where they are about this
+  // very process.
   const auto mount = valueOf(environment, "APPDIR");
   if (mount && !mount->empty() && record.executablePath && record.executablePath->starts_with(*mount + "/")) {
     record.appImagePath = valueOf(environment, "APPIMAGE");

@@ -10,13 +10,13 @@ namespace orbel::linux {
 
 struct ProcessRecord {
   std::int32_t processIdentifier = 0;
-  std::uint64_t startTime =
-      0; // in the kernel's ticks since boot; with the identifier it names a process for good
+  // In the kernel's ticks since boot; with the identifier it names a process for good
+  std::uint64_t startTime = 0;
   std::optional<std::string> executablePath;
   std::vector<std::string> arguments;      // the program's own name first; may be empty
   std::optional<std::string> appImagePath; // of the AppImage that this program is the content of
-  std::optional<std::string>
-      launchedEntryPath; // of the desktop entry that started this very process, if that was told
+  // Of the desktop entry that started this very process, if that was told
+  std::optional<std::string> launchedEntryPath;
 
   // None when there is no such process any more.
   static std::optional<ProcessRecord> read(std::int32_t processIdentifier);

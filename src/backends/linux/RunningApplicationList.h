@@ -1,6 +1,6 @@
-// The programs that own an ordinary window, one record a process, in the order in which their first windows
-// appeared. A process keeps its record object for as long as it is listed. Main thread only; used by the
-// workspace.
+// The programs that own an ordinary window, one record a process, in the order in which their first
+// windows appeared. A process keeps its record object for as long as it is listed. Main thread only; used
+// by the workspace.
 #pragma once
 
 #include "backends/common/TopLevelWindows.h"
@@ -27,8 +27,8 @@ public:
                          StartedEntry startedEntry);
 
   std::vector<RunningApplicationPointer> applications() const;
-  // The program of the active window, also of one that is not ordinary; empty when there is none or it is
-  // ours.
+  // The program of the active window, also of one that is not ordinary; empty when there is none or it
+  // is ours.
   RunningApplicationPointer frontmost();
   // The same by the record's own class, for the rules on programs.
   const std::vector<std::shared_ptr<LinuxRunningApplication>>& records() const { return m_records; }

@@ -1,5 +1,5 @@
-// Which window of the program has the keyboard focus, as the toolkit knows it. Made by main for the key
-// recorder.
+// Which window of the program has the keyboard focus, as the toolkit knows it. Made by main for the
+// key recorder.
 #pragma once
 
 #include "backends/x11/FocusedWindow.h"

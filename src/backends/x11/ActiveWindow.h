@@ -29,8 +29,8 @@ private:
 
   Connection& m_connection;
   const ClientList& m_clients;
-  std::optional<xcb_window_t>
-      m_last; // what holds while the window manager says none and it has not lasted yet
+  // What holds while the window manager says none and it has not lasted yet
+  std::optional<xcb_window_t> m_last;
   DelayedCall m_noneLasts;
   Registration m_events;
 };

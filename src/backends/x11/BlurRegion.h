@@ -17,8 +17,8 @@ public:
   // Both outlive the object.
   BlurRegion(Connection& connection, xcb_connection_t* windowConnection);
 
-  // Whether the window manager says that it blurs; asked of the server now, because the effect can be
-  // switched.
+  // Whether the window manager says that it blurs; asked of the server now, because the effect can
+  // be switched.
   bool isOffered() const;
   void set(xcb_window_t window, const std::vector<common::DeviceRect>& rectangles);
   void clear(xcb_window_t window);

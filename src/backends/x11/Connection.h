@@ -56,8 +56,8 @@ public:
   // trip). It is dispatched in its turn all the same: for knowing of a change where no handler may run.
   void peek(const EventHandler& visitor);
 
-  // The server's time now, in milliseconds (one round trip). It wraps around after 49.7 days: see
-  // isLaterTime.
+  // The server's time now, in milliseconds (one round trip). It wraps around after 49.7 days:
+  // see isLaterTime.
   xcb_timestamp_t serverTime();
   static bool isLaterTime(xcb_timestamp_t time, xcb_timestamp_t than) {
     return static_cast<std::int32_t>(time - than) > 0;

@@ -32,17 +32,17 @@ public:
   Registration observeReleases(ButtonBlock block);
   Registration observeMotion(std::function<void()> block);
 
-  // The server's time now, in milliseconds (one round trip); what is observed by now is reported from then
-  // on.
+  // The server's time now, in milliseconds (one round trip); what is observed by now is reported from
+  // then on.
   xcb_timestamp_t serverTime();
   // The logical buttons held now, without the wheel (two round trips).
   std::set<std::uint32_t> heldButtons();
   // Reports what happened before this call. The server tells us of a release no later than the window under
-  // the pointer, but over another connection: whoever got it calls this first, and the observers are ahead of
-  // him.
+  // the pointer, but over another connection: whoever got it calls this first, and the observers are ahead
+  // of him.
   void drain();
-  // Shows the presses that happened before this call and are not reported yet; they are reported in their
-  // turn.
+  // Shows the presses that happened before this call and are not reported yet; they are reported in
+  // their turn.
   void peekPresses(const ButtonBlock& block);
 
 private:

@@ -1,6 +1,5 @@
-// Who holds one of the selections by which a desktop's services hold an X screen, and when that changes.
-// Main thread only; wakes up only for such a change. Used by the watches of the compositor and of the system
-// tray.
+// Who holds one of the selections by which a desktop's services hold an X screen, and when that changes. Main
+// thread only; wakes up only for such a change. Used by the watches of the compositor and of the system tray.
 #pragma once
 
 #include "foundation/Registration.h"

@@ -29,8 +29,8 @@ std::uint32_t premultiplied(std::uint32_t pixel) {
   return alpha << 24 | channel(16) | channel(8) | channel(0);
 }
 
-// Width, height and pixels, one picture after the other. Takes the first off; none when what follows is not
-// whole.
+// Width, height and pixels, one picture after the other. Takes the first off; none when what follows is
+// not whole.
 std::optional<Picture> takePicture(std::span<const std::uint32_t>& items) {
   if (items.size() < 2) return std::nullopt;
   const std::uint32_t width = items[0];

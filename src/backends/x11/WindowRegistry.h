@@ -18,8 +18,8 @@ public:
   // Takes over the current list: reads what is new or stale, forgets what is gone. Whether anything changed
   // that tells which windows there are and whose.
   bool update(const std::vector<xcb_window_t>& listed);
-  // A property changed. True when update() must be called for it; a new title is read when somebody asks for
-  // it.
+  // A property changed. True when update() must be called for it; a new title is read when somebody asks
+  // for it.
   bool propertyChanged(xcb_window_t window, xcb_atom_t property);
   // The listed windows without our own, with their titles of now.
   std::vector<common::TopLevelWindow> windows();

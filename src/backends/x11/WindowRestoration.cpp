@@ -31,8 +31,8 @@ xcb_timestamp_t WindowRestoration::mark() {
 bool WindowRestoration::restore(xcb_window_t window, xcb_timestamp_t summon) {
   forget();
   if (m_clicks.hasClickedElsewhereSince(summon)) return false;
-  // Window managers without an active window give the focus back when ours goes; asking again would only
-  // raise.
+  // Window managers without an active window give the focus back when ours goes; asking again would
+  // only raise.
   if (isInPlace(window)) return true;
   if (!m_activation.isOnShownDesktop(window)) return false;
   m_request = Request{window, summon, m_active.window()};
@@ -65,8 +65,8 @@ bool WindowRestoration::isInPlace(xcb_window_t window) const {
   return m_active.window() == window && !isCoveredSinceSummon(window);
 }
 
-// A program that raises its window need not take the focus; the earlier window belongs in front of it all the
-// same.
+// A program that raises its window need not take the focus; the earlier window belongs in front of it all
+// the same.
 bool WindowRestoration::isCoveredSinceSummon(xcb_window_t window) const {
   const auto windowsAbove = [window](const std::vector<xcb_window_t>& stack) {
     const auto place = std::ranges::find(stack, window);

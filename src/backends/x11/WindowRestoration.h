@@ -22,8 +22,8 @@ public:
   WindowRestoration(ClickWatch& clicks, const ClientList& clients, const ActiveWindow& active,
                     WindowActivation& activation, WindowRegistry& registry);
 
-  // The moment of a summon, in milliseconds of the server's clock. Ends what an earlier restoring still
-  // watches.
+  // The moment of a summon, in milliseconds of the server's clock. Ends what an earlier restoring
+  // still watches.
   xcb_timestamp_t mark();
   // False when the window is gone, the user has clicked elsewhere since, or has gone to another desktop. Left
   // alone when it is active and nothing has come to cover it since the latest mark.

@@ -28,8 +28,8 @@ public:
   bool isTrusted() override;
   Result<> checkTouchpadAccess() override;
 
-  // Lets the taps handle what happened before this call. A window of ours calls it before it acts on a
-  // release.
+  // Lets the taps handle what happened before this call. A window of ours calls it before it acts on
+  // a release.
   void drain();
 
 private:

@@ -12,11 +12,11 @@ namespace orbel {
 class Desktop {
 public:
   struct Surroundings {
-    // Variables of the environment that were set for this process alone; programs that we start do not get
-    // them.
+    // Variables of the environment that were set for this process alone; programs that we start do not
+    // get them.
     std::vector<std::string> privateVariables;
-    // Called when the display is lost. There is nothing to show any more, but the store is still to be
-    // written.
+    // Called when the display is lost. There is nothing to show any more, but the store is still to
+    // be written.
     std::function<void()> lost;
   };
 

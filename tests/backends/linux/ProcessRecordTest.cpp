@@ -73,8 +73,8 @@ TEST_F(ProcessRecordTest, NamesTheEntryOnlyOfTheProcessThatWasStartedByIt) {
 TEST_F(ProcessRecordTest, TakesTheScriptForTheProgramThatRunsIt) {
   IdleProgram::makeIdleExecutable(folder + "/interpreter");
   const std::string script = folder + "/script";
-  // The idle program copies the script to its output and ends, unless it has its standard input to read as
-  // well.
+  // The idle program copies the script to its output and ends, unless it has its standard input to read
+  // as well.
   DesktopSandbox::write(script, "#!" + folder + "/interpreter -\n");
   ::chmod(script.c_str(), 0755);
   const IdleProgram program(std::vector<std::string>{script});

@@ -35,8 +35,8 @@ protected:
            testing::PrintToString(driver().numbers(driver().root(), "_NET_CLIENT_LIST_STACKING")) +
            ", focus " + std::to_string(driver().focus());
   }
-  // A click that hits this window and no other. A window manager holds clicks back until it has looked at
-  // them.
+  // A click that hits this window and no other. A window manager holds clicks back until it has looked
+  // at them.
   void clickOnOther() {
     driver().clickAt(320, 270);
     ++m_clicks;

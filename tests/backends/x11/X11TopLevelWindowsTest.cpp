@@ -253,8 +253,8 @@ TEST_P(X11TopLevelWindowsTest, AnIconOfAtLeastTheSizeIsChosenElseTheLargest) {
 TEST_P(X11TopLevelWindowsTest, ABrokenIconGivesTheWholeOnesBeforeItOrNone) {
   const auto client = programAt(10, 50);
   if (GetParam() != WindowManagerKind::none) {
-    // A window manager may give an icon of its own to windows that have none, and to those whose icon is
-    // broken.
+    // A window manager may give an icon of its own to windows that have none, and to those whose icon
+    // is broken.
     EXPECT_TRUE(windows().icon(0x7FFFFFF, 32).isEmpty());
     return;
   }

@@ -1,5 +1,5 @@
-// A program that takes a key combination for itself: test-grabber KEYSYM MODIFIER-MASK LOG (numbers in
-// decimal).
+// A program that takes a key combination for itself: test-grabber KEYSYM MODIFIER-MASK LOG (numbers
+// in decimal).
 //
 //   grabbed | bad-access     whether the server granted it
 //   pressed, released        each use of it

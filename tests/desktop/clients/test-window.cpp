@@ -1,5 +1,5 @@
-// An ordinary program for tests: one window, see ClientOptions.h for the options and ClientWindow.h for its
-// log.
+// An ordinary program for tests: one window, see ClientOptions.h for the options and ClientWindow.h for
+// its log.
 #include "tests/desktop/clients/ClientOptions.h"
 #include "tests/desktop/clients/ClientWindow.h"
 #include "tests/desktop/clients/EventLog.h"

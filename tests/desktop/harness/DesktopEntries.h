@@ -12,8 +12,8 @@ namespace orbel::test {
 struct DesktopEntry {
   std::string id; // without ".desktop"
   std::string name;
-  std::vector<std::string> command =
-      {}; // quoted as the Exec key wants it; field codes such as "%F" stand alone
+  // Quoted as the Exec key wants it; field codes such as "%F" stand alone
+  std::vector<std::string> command = {};
   std::string icon = {};
   std::string windowClass = {}; // StartupWMClass
   std::vector<std::string> mimeTypes = {};

@@ -40,8 +40,8 @@ DesktopSession::DesktopSession(const DesktopSessionOptions& options)
   m_environment["DISPLAY"] = m_server->name();
   m_display = std::make_unique<DisplayConnection>(m_server->name());
   if (options.bus == BusPresence::running) {
-    // The bus gives its environment to the services that it starts, so the address must stand in it
-    // beforehand.
+    // The bus gives its environment to the services that it starts, so the address must stand in
+    // it beforehand.
     const std::string address = "unix:path=" + (runtimeFolder() / "bus").string();
     m_environment["DBUS_SESSION_BUS_ADDRESS"] = address;
     m_bus.emplace(m_environment, m_folder.path() / "bus", address, logFile("bus"));

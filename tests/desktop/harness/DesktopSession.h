@@ -2,9 +2,8 @@
 // ends with the object; after a failed test the logs of all programs are printed and the folder stays, with a
 // picture of the screen in it. The cases of a program share one through SharedDesktop.
 //
-//   DesktopSession session({.windowManager = WindowManagerKind::openbox});
-//   TestWindow window(session, {.title = "Letters"});
-//   session.input().clickAt(window.frame().center());
+//   DesktopSession session({.windowManager = WindowManagerKind::openbox}); TestWindow window(session, {.title
+//   = "Letters"}); session.input().clickAt(window.frame().center());
 #pragma once
 
 #include "tests/desktop/harness/DesktopEntries.h"

@@ -1,5 +1,5 @@
-// One stored menu item (an item dictionary of the preferences file), made and read independently of the
-// program.
+// One stored menu item (an item dictionary of the preferences file), made and read independently of
+// the program.
 #pragma once
 
 #include "tests/desktop/harness/PropertyListNode.h"

@@ -1,5 +1,5 @@
-// A keyboard shortcut in its stored form, a keyed archive, made and read independently of the program under
-// test.
+// A keyboard shortcut in its stored form, a keyed archive, made and read independently of the program
+// under test.
 #pragma once
 
 #include <cstdint>

@@ -32,8 +32,8 @@ public:
   // std::runtime_error when it does not appear.
   TestWindow(DesktopSession& session, const TestWindowOptions& options);
 
-  // The command that shows such a window and writes its events to the log, for the Exec key of a desktop
-  // entry.
+  // The command that shows such a window and writes its events to the log, for the Exec key of a
+  // desktop entry.
   static std::vector<std::string> command(const TestWindowOptions& options, const std::filesystem::path& log,
                                           const std::filesystem::path& program = clientPath("test-window"));
   // Where a client program was built: "test-window", "test-grabber" or "document-viewer".

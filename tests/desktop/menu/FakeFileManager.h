@@ -20,8 +20,8 @@ public:
   FakeFileManager(const FakeFileManager&) = delete;
   FakeFileManager& operator=(const FakeFileManager&) = delete;
 
-  // "<method> <address>" for each call so far. Serves the calls that are waiting; to be asked again and
-  // again.
+  // "<method> <address>" for each call so far. Serves the calls that are waiting; to be asked again
+  // and again.
   const std::vector<std::string>& requests();
 
 private:

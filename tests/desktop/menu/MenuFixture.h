@@ -82,8 +82,8 @@ protected:
 
   // Nothing while it is hidden.
   std::optional<xcb_window_t> menuWindow();
-  // The main menu comes last: a collection's is smaller. Not by the stacking, which changes while a menu is
-  // shown.
+  // The main menu comes last: a collection's is smaller. Not by the stacking, which changes while a menu
+  // is shown.
   std::vector<xcb_window_t> menusBySize();
   std::optional<ScreenRect> menuFrame();
   testing::AssertionResult isMenuShown(ScreenPoint center);

@@ -17,8 +17,8 @@ public:
   static constexpr int kWidth = 1280;
   static constexpr int kHeight = 1024;
 
-  // Returns when the server accepts connections; throws std::runtime_error with what it said when it does
-  // not.
+  // Returns when the server accepts connections; throws std::runtime_error with what it said when it
+  // does not.
   VirtualDisplay(const Environment& environment, const std::filesystem::path& log,
                  DisplayReach reach = DisplayReach::thisMachine);
 

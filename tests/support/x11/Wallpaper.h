@@ -9,8 +9,8 @@ namespace orbel::test {
 
 class Wallpaper {
 public:
-  // Sets it on the root window with the properties that compositors read. The picture lasts as long as the
-  // connection.
+  // Sets it on the root window with the properties that compositors read. The picture lasts as long as
+  // the connection.
   explicit Wallpaper(DisplayConnection& display);
 
   // KWin paints no root window: there the wallpaper is a window of the desktop's kind, below all others.

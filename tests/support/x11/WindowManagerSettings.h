@@ -1,5 +1,5 @@
-// The settings files that the tests' window managers and compositors read, hermetic: nothing of the
-// machine's.
+// The settings files that the tests' window managers and compositors read, hermetic: nothing of
+// the machine's.
 #pragma once
 
 #include <filesystem>

@@ -18,8 +18,8 @@ class Windows {
 public:
   explicit Windows(DisplayConnection& display);
 
-  // The managed windows without those of the desktop's kind: bottom to top, and in the order they were
-  // mapped.
+  // The managed windows without those of the desktop's kind: bottom to top, and in the order they
+  // were mapped.
   std::vector<xcb_window_t> stackingOrder() const;
   std::vector<xcb_window_t> mappingOrder() const;
   // All that lie on the root window and are viewable, frames of a window manager among them; bottom to top.

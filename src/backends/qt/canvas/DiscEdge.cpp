@@ -35,8 +35,8 @@ public:
     return gradient > 0 ? std::clamp((1 - scaled) * scaled / gradient + 0.5, 0.0, 1.0) : 1.0;
   }
 
-  // Of the ellipse's row at that distance from its middle; a row within half a pixel of it counts as
-  // touching.
+  // Of the ellipse's row at that distance from its middle; a row within half a pixel of it counts
+  // as touching.
   double halfWidthAt(double dy) const {
     const double share = std::max(std::abs(dy) - 0.5, 0.0) / m_y;
     return share < 1 ? m_x * std::sqrt(1 - share * share) : -1;

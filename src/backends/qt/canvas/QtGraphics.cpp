@@ -12,8 +12,8 @@ Bitmap QtGraphics::render(int pixelWidth, int pixelHeight, Size pointSize,
   QImage image(reinterpret_cast<uchar*>(bitmap.pixels.data()), pixelWidth, pixelHeight,
                pixelWidth * static_cast<int>(sizeof(bitmap.pixels[0])), QImage::Format_ARGB32_Premultiplied);
   QPainter painter(&image);
-  // Drawings nest (the picture of a collection draws those of its members), so the scratch is this call's
-  // own.
+  // Drawings nest (the picture of a collection draws those of its members), so the scratch is this
+  // call's own.
   QtCanvas::Scratch scratch;
   QtCanvas canvas(painter, image.size(), pointSize, scratch);
   drawing(canvas);

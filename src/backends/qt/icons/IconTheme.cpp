@@ -75,8 +75,8 @@ bool IconTheme::isInstalled(const QString& theme, const Folders& folders) {
 IconTheme::IconTheme(const QString& name, const Folders& folders, const QString& fallback)
     : m_name(name), m_loose(folders.loose) {
   const QString hicolor = QStringLiteral("hicolor");
-  // hicolor counts as visited until the end, because themes that inherit from it name it anywhere in their
-  // lists.
+  // hicolor counts as visited until the end, because themes that inherit from it name it anywhere in
+  // their lists.
   QStringList visited{hicolor};
   addTheme(name, folders, visited);
   addTheme(fallback, folders, visited);

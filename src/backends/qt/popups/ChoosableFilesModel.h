@@ -1,5 +1,5 @@
-// A folder's files, of which those that cannot be chosen are greyed; folders stay passable. Used by the open
-// panel.
+// A folder's files, of which those that cannot be chosen are greyed; folders stay passable. Used by the
+// open panel.
 #pragma once
 
 #include <QIdentityProxyModel>

@@ -64,8 +64,8 @@ void OpenPanelDialog::selectStart(const QString& startPath) {
   if (start.isHidden()) setFilter(filter() | QDir::Hidden);
   setDirectory(start.absolutePath());
   selectFile(start.fileName());
-  // The toolkit only writes the name into the line. The file can be marked once its folder is listed, in the
-  // background.
+  // The toolkit only writes the name into the line. The file can be marked once its folder is listed, in
+  // the background.
   const auto* files = findChild<QFileSystemModel*>();
   auto* list = findChild<QListView*>(QStringLiteral("listView"));
   if (!files || !list) return;

@@ -1,6 +1,6 @@
 // The panel in which the user chooses one file among those that the asker allows. The toolkit's own file
-// dialog, because the desktop's cannot grey files. Nothing can be created, renamed or deleted in it. Made by
-// QtDialogs.
+// dialog, because the desktop's cannot grey files. Nothing can be created, renamed or deleted in it. Made
+// by QtDialogs.
 #pragma once
 
 #include "platform/Dialogs.h"

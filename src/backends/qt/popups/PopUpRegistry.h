@@ -1,7 +1,7 @@
-// Knows the program's pop-ups (context menus, prompts, the open panel, bubbles), so that a surface can tell
-// whether the pointer is over one of them. Pop-ups enter themselves; surfaces ask. Positions are Qt's:
-// device-independent pixels of the screen, y down. Main thread only; needs a QApplication once a pop-up is
-// there.
+// Knows the program's pop-ups (context menus, prompts, the open panel, bubbles), so that a surface can
+// tell whether the pointer is over one of them. Pop-ups enter themselves; surfaces ask. Positions are
+// Qt's: device-independent pixels of the screen, y down. Main thread only; needs a QApplication once a
+// pop-up is there.
 #pragma once
 
 #include "foundation/Lifetime.h"

@@ -67,8 +67,8 @@ private:
     return nullptr;
   }
 
-  // Replies before the handler runs: the caller need not wait for what the user sees, and "quit" may not come
-  // back.
+  // Replies before the handler runs: the caller need not wait for what the user sees, and "quit" may not
+  // come back.
   bool answer(const QDBusMessage& message, const QDBusConnection& bus, QLatin1String signature,
               const std::function<void()>& handler) {
     if (message.signature() != signature) {

@@ -72,8 +72,8 @@ bool ViewHost::event(QEvent* event) {
 }
 
 void ViewHost::paintEvent(QPaintEvent*) {
-  // Drawn on a picture of its own: the canvas wants device pixels, and what the view draws ends at its
-  // bounds.
+  // Drawn on a picture of its own: the canvas wants device pixels, and what the view draws ends at
+  // its bounds.
   const double ratio = devicePixelRatioF();
   const QSize pixels(static_cast<int>(std::lround(viewSize().width * ratio)),
                      static_cast<int>(std::lround(viewSize().height * ratio)));

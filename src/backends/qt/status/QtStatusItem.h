@@ -1,5 +1,5 @@
-// One status icon in whichever way the desktop shows it at the moment. Owned by who asked the status bar for
-// it.
+// One status icon in whichever way the desktop shows it at the moment. Owned by who asked the status bar
+// for it.
 #pragma once
 
 #include "backends/qt/status/StatusNotifierItem.h"

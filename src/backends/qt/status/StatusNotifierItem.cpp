@@ -48,8 +48,8 @@ constexpr auto kIntrospection = R"xml(<interface name="org.kde.StatusNotifierIte
 </interface>)xml";
 } // namespace
 
-// A virtual object rather than an adaptor: the values are few, and no type of ours needs the meta-object
-// compiler.
+// A virtual object rather than an adaptor: the values are few, and no type of ours needs the
+// meta-object compiler.
 class StatusNotifierItem::BusObject final : public QDBusVirtualObject {
 public:
   BusObject(StatusPicture picture, QString title, std::function<void()> clicked)

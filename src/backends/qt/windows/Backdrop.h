@@ -32,8 +32,8 @@ public:
   // picture of the screen, takes out of it what of ours stands there already.
   void prepare(const common::DeviceRect& frame, double scale,
                const std::function<void(common::ScreenPicture&)>& removeOwnWindows);
-  // The compositor came or went while the window is shown, so the screen behind it can no longer be asked
-  // for.
+  // The compositor came or went while the window is shown, so the screen behind it can no longer be
+  // asked for.
   void compositorChanged();
   // Forgets the screen's pixels.
   void release();
@@ -46,8 +46,8 @@ public:
 
   // Draws the backdrop on a clear surface; device pixels.
   void paint(QPainter& painter) const;
-  // Fades everything painted so far to that opacity over the screen's own pixels, where the surface is
-  // opaque.
+  // Fades everything painted so far to that opacity over the screen's own pixels, where the surface
+  // is opaque.
   void paintFade(QPainter& painter, double alpha) const;
 
 private:

@@ -1,5 +1,5 @@
-// The native window of a title bubble: transparent to input, above every surface, used again by later
-// bubbles.
+// The native window of a title bubble: transparent to input, above every surface, used again by
+// later bubbles.
 #pragma once
 
 #include "backends/qt/canvas/BubbleLayout.h"
@@ -18,8 +18,8 @@ public:
   // The display outlives the window.
   explicit BubbleWindow(DisplayServer& display);
 
-  // Takes its place beside the anchor (screen points) and its picture; it is drawn anew only when that
-  // changes.
+  // Takes its place beside the anchor (screen points) and its picture; it is drawn anew only when
+  // that changes.
   void place(const QString& text, const Rect& anchorOnScreen);
   // Maps it with the picture that place() has drawn, or unmaps it.
   void setMapped(bool mapped);

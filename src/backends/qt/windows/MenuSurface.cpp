@@ -90,8 +90,8 @@ void MenuSurface::setAlpha(double alpha) {
     return;
   }
   m_window->setOpacity(m_alpha);
-  // The toolkit leaves the request in its buffer: the last step of a fade would wait there for the next
-  // event.
+  // The toolkit leaves the request in its buffer: the last step of a fade would wait there for the
+  // next event.
   m_system.display().flush();
 }
 

@@ -67,8 +67,8 @@ void MenuWindow::paintNow() {
   m_backingStore.beginPaint(points); // clears a store that has transparency
   QPaintDevice* device = m_backingStore.paintDevice();
   if (device && device->devType() == QInternal::Image) {
-    // The same pixels without the toolkit's scaling: the canvas scales by itself and keeps images on whole
-    // pixels.
+    // The same pixels without the toolkit's scaling: the canvas scales by itself and keeps images on
+    // whole pixels.
     auto& store = *static_cast<QImage*>(device);
     QImage pixels(store.bits(), store.width(), store.height(), store.bytesPerLine(), store.format());
     QPainter painter(&pixels);

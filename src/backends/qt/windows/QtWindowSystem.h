@@ -57,8 +57,8 @@ public:
   std::unique_ptr<BubbleWindow> takeBubbleWindow();
   void returnBubbleWindow(std::unique_ptr<BubbleWindow> window);
 
-  // Around the mapping of a surface: orders it before, takes Escape after, so that the key costs no time
-  // before.
+  // Around the mapping of a surface: orders it before, takes Escape after, so that the key costs no
+  // time before.
   void willShow(MenuSurface& surface);
   void didShow();
   void didHide(MenuSurface& surface);

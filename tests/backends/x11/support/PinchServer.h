@@ -23,8 +23,8 @@ public:
   const std::string& display() const { return m_display; }
   const std::string& problem() const { return m_problem; }
 
-  // Two fingers, `scale` times as far apart as at the beginning. Each returns when the server has dealt with
-  // it.
+  // Two fingers, `scale` times as far apart as at the beginning. Each returns when the server has dealt
+  // with it.
   void beginPinch();
   void pinch(double scale);
   void endPinch(double scale);

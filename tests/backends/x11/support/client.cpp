@@ -157,8 +157,8 @@ private:
   int loop(bool readsCommands) {
     const xcb_atom_t closeRequest = atom("WM_DELETE_WINDOW");
     while (!m_windows.empty() || readsCommands) {
-      // First, since an answer that was waited for may have brought events along, of which poll knows
-      // nothing.
+      // First, since an answer that was waited for may have brought events along, of which poll
+      // knows nothing.
       while (auto* event = xcb_poll_for_event(m_connection)) {
         handle(*event, closeRequest);
         std::free(event);

@@ -81,14 +81,22 @@ private:
   FolderOfFiles m_folder;
   FakePlatform m_doubles;
   WorkspaceWithBookmarks m_workspace;
-  Platform m_withBookmarks{m_doubles.runLoop,          m_workspace,
-                           m_doubles.preferences,      m_doubles.windows,
-                           m_doubles.graphics,         m_doubles.text,
-                           m_doubles.hotKeys,          m_doubles.keyboardLayout,
-                           m_doubles.eventTaps,        m_doubles.contextMenus,
-                           m_doubles.dialogs,          m_doubles.keyRecorder,
-                           m_doubles.settingsForms,    m_doubles.videoPlayers,
-                           m_doubles.statusBar,        m_doubles.loginItem,
+  Platform m_withBookmarks{m_doubles.runLoop,
+                           m_workspace,
+                           m_doubles.preferences,
+                           m_doubles.windows,
+                           m_doubles.graphics,
+                           m_doubles.text,
+                           m_doubles.hotKeys,
+                           m_doubles.keyboardLayout,
+                           m_doubles.eventTaps,
+                           m_doubles.contextMenus,
+                           m_doubles.dialogs,
+                           m_doubles.keyRecorder,
+                           m_doubles.settingsFormFactory,
+                           m_doubles.videoPlayerFactory,
+                           m_doubles.statusBar,
+                           m_doubles.loginItem,
                            m_doubles.userNotifications};
 
 public:

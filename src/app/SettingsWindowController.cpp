@@ -47,7 +47,7 @@ RoundedEffectsWindow& SettingsWindowController::window() {
 }
 
 void SettingsWindowController::loadWindow() {
-  m_form = Platform::current().settingsForms.load(describeForm());
+  m_form = Platform::current().settingsFormFactory.load(describeForm());
   m_window.emplace(m_form->window());
   windowDidLoad();
 }
@@ -169,8 +169,8 @@ void SettingsWindowController::helpClicked() {
   const auto self = weak_from_this();
   m_playerView = std::make_shared<BezelView>(Rect({}, kHelpVideoSize));
   // What is seen until the first frame comes, and where none ever does.
-  m_playerView->setImage(Platform::current().videoPlayers.still(kHelpVideo, kHelpVideoSize));
-  auto player = Platform::current().videoPlayers.load(
+  m_playerView->setImage(Platform::current().videoPlayerFactory.still(kHelpVideo, kHelpVideoSize));
+  auto player = Platform::current().videoPlayerFactory.load(
       kHelpVideo, kHelpVideoExtension,
       {.frameReady =
            [view = std::weak_ptr(m_playerView)](ImagePointer frame) {

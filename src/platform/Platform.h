@@ -35,8 +35,8 @@ struct Platform {
   ContextMenus& contextMenus;
   Dialogs& dialogs;
   KeyRecorder& keyRecorder;
-  SettingsForms& settingsForms;
-  VideoPlayers& videoPlayers;
+  SettingsFormFactory& settingsFormFactory;
+  VideoPlayerFactory& videoPlayerFactory;
   StatusBar& statusBar;
   LoginItem& loginItem;
   UserNotifications& userNotifications;

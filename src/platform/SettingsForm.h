@@ -32,9 +32,9 @@ public:
   virtual std::unique_ptr<Popover> makePopover(std::function<void()> didClose) = 0;
 };
 
-class SettingsForms {
+class SettingsFormFactory {
 public:
-  virtual ~SettingsForms() = default;
+  virtual ~SettingsFormFactory() = default;
   // Never empty.
   virtual std::unique_ptr<SettingsForm> load(SettingsFormDescription description) = 0;
 };

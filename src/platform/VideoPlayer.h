@@ -26,9 +26,9 @@ struct VideoPlayerHandlers {
   std::function<void()> didPlayToEnd;
 };
 
-class VideoPlayers {
+class VideoPlayerFactory {
 public:
-  virtual ~VideoPlayers() = default;
+  virtual ~VideoPlayerFactory() = default;
   // A picture of that size that stands in for the video where no frame of it is there; empty when there
   // is none.
   virtual ImagePointer still(const std::string& resource, Size size) = 0;

@@ -345,32 +345,32 @@ TEST_F(AppDelegateTest, TheSettingsWindowsControllerIsMadeAtTheStartAndItsWindow
   EXPECT_EQ(delegate.settingsWindowController(), nullptr);
   start();
   ASSERT_NE(delegate.settingsWindowController(), nullptr);
-  EXPECT_EQ(platform.settingsForms.loads, 0);
+  EXPECT_EQ(platform.settingsFormFactory.loads, 0);
 }
 
 TEST_F(AppDelegateTest, TheDesktopsRequestOpensTheSettingsAsAClickOnTheStatusItemDoes) {
   delegate.openSettings();
-  EXPECT_EQ(platform.settingsForms.loads, 0);
+  EXPECT_EQ(platform.settingsFormFactory.loads, 0);
   start();
   delegate.openSettings();
-  EXPECT_EQ(platform.settingsForms.last->managedWindow.happened,
+  EXPECT_EQ(platform.settingsFormFactory.last->managedWindow.happened,
             (std::vector<std::string>{"center", "makeKeyAndOrderFront"}));
 }
 
 TEST_F(AppDelegateTest, TheStatusItemShowsTheSettingsCentredAndWithTheKeyboard) {
   start();
   delegate.statusItemClicked();
-  const auto& window = platform.settingsForms.last->managedWindow;
+  const auto& window = platform.settingsFormFactory.last->managedWindow;
   EXPECT_EQ(window.happened, (std::vector<std::string>{"center", "makeKeyAndOrderFront"}));
   delegate.statusItemClicked();
-  EXPECT_EQ(platform.settingsForms.loads, 1);
+  EXPECT_EQ(platform.settingsFormFactory.loads, 1);
   EXPECT_EQ(window.happened.size(), 4u);
 }
 
 TEST_F(AppDelegateTest, QuitInTheSettingsEndsTheProgram) {
   start();
   delegate.statusItemClicked();
-  platform.settingsForms.last->press("quitButton");
+  platform.settingsFormFactory.last->press("quitButton");
   EXPECT_EQ(terminations, 1);
 }
 
@@ -387,8 +387,8 @@ TEST_F(AppDelegateTest, TheSettingsAreGoneAfterTheEnd) {
 TEST_F(AppDelegateTest, TheFirstLaunchShowsTheSettingsCentredInFrontAndRemembersIt) {
   platform.preferences.removeObject("launchedBefore");
   start();
-  ASSERT_EQ(platform.settingsForms.loads, 1);
-  EXPECT_EQ(platform.settingsForms.last->managedWindow.happened,
+  ASSERT_EQ(platform.settingsFormFactory.loads, 1);
+  EXPECT_EQ(platform.settingsFormFactory.last->managedWindow.happened,
             (std::vector<std::string>{"center", "makeKeyAndOrderFront"}));
   EXPECT_EQ(platform.preferences.values.at("launchedBefore"), PropertyList(true));
 }
@@ -399,7 +399,7 @@ TEST_F(AppDelegateTest, TheFirstLaunchIsMarkedOnlyOnceTheSettingsAreShown) {
   const auto observation = platform.preferences.observeChanges([&] {
     if (platform.preferences.boolean("launchedBefore"))
       wasShownBeforeTheMark =
-          platform.settingsForms.last && platform.settingsForms.last->managedWindow.visible;
+          platform.settingsFormFactory.last && platform.settingsFormFactory.last->managedWindow.visible;
   });
   start();
   EXPECT_TRUE(wasShownBeforeTheMark);
@@ -407,7 +407,7 @@ TEST_F(AppDelegateTest, TheFirstLaunchIsMarkedOnlyOnceTheSettingsAreShown) {
 
 TEST_F(AppDelegateTest, ALaterLaunchShowsNothingButTheStatusItem) {
   start();
-  EXPECT_EQ(platform.settingsForms.loads, 0);
+  EXPECT_EQ(platform.settingsFormFactory.loads, 0);
   EXPECT_EQ(platform.statusBar.items.size(), 1u);
 }
 
@@ -434,7 +434,7 @@ TEST_F(AppDelegateTest, TheStatusItemIsTheTemplatePictureNamedSmall) {
 TEST_F(AppDelegateTest, AClickOnTheStatusItemShowsTheSettings) {
   start();
   platform.statusBar.items.at(0)->clicked();
-  EXPECT_TRUE(platform.settingsForms.last->managedWindow.visible);
+  EXPECT_TRUE(platform.settingsFormFactory.last->managedWindow.visible);
 }
 
 TEST_F(AppDelegateTest, TheStatusItemIsGoneAfterTheEnd) {

@@ -26,11 +26,11 @@ protected:
 
   FakeSettingsForm& form() {
     controller->window();
-    return *platform.settingsForms.last;
+    return *platform.settingsFormFactory.last;
   }
   FakeSettingsForm& shown() {
     controller->showWindow();
-    return *platform.settingsForms.last;
+    return *platform.settingsFormFactory.last;
   }
   AppSettings& settings() { return AppSettings::sharedInstance(); }
   static void click(View& view) {
@@ -56,11 +56,11 @@ protected:
 };
 
 TEST_F(SettingsWindowControllerTest, LoadsItsWindowOnceAndNotBeforeItIsWanted) {
-  EXPECT_EQ(platform.settingsForms.loads, 0);
+  EXPECT_EQ(platform.settingsFormFactory.loads, 0);
   EXPECT_FALSE(controller->isWindowLoaded());
   shown();
   shown();
-  EXPECT_EQ(platform.settingsForms.loads, 1);
+  EXPECT_EQ(platform.settingsFormFactory.loads, 1);
 }
 
 // The words beside or on a control.
@@ -370,10 +370,10 @@ TEST_F(SettingsWindowControllerTest, AClickElsewhereClosesTheColoursAndChangesNo
 
 TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLoadedOnlyWhenItIsOpened) {
   shown();
-  EXPECT_TRUE(platform.videoPlayers.loaded.empty());
+  EXPECT_TRUE(platform.videoPlayerFactory.loaded.empty());
   form().press("helpButton");
-  EXPECT_EQ(platform.videoPlayers.loaded, std::vector<std::string>{"ThreeFingerRest.mp4"});
-  EXPECT_EQ(platform.videoPlayers.happened, (std::vector<std::string>{"seekToStart", "play"}));
+  EXPECT_EQ(platform.videoPlayerFactory.loaded, std::vector<std::string>{"ThreeFingerRest.mp4"});
+  EXPECT_EQ(platform.videoPlayerFactory.happened, (std::vector<std::string>{"seekToStart", "play"}));
   const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
   EXPECT_EQ(popover.beside, "helpButton");
   ASSERT_EQ(popover.content.size(), 1u);
@@ -382,26 +382,26 @@ TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLoadedOnlyWhenItIsOpened) {
 
 TEST_F(SettingsWindowControllerTest, TheHelpVideoStartsAgainAtItsEndWhileItIsOpen) {
   shown().press("helpButton");
-  platform.videoPlayers.happened.clear();
-  platform.videoPlayers.handlers.didPlayToEnd();
-  EXPECT_EQ(platform.videoPlayers.happened, (std::vector<std::string>{"seekToStart", "play"}));
-  platform.videoPlayers.handlers.didPlayToEnd();
-  EXPECT_EQ(platform.videoPlayers.happened.size(), 4u);
+  platform.videoPlayerFactory.happened.clear();
+  platform.videoPlayerFactory.handlers.didPlayToEnd();
+  EXPECT_EQ(platform.videoPlayerFactory.happened, (std::vector<std::string>{"seekToStart", "play"}));
+  platform.videoPlayerFactory.handlers.didPlayToEnd();
+  EXPECT_EQ(platform.videoPlayerFactory.happened.size(), 4u);
 }
 
 TEST_F(SettingsWindowControllerTest, TheHelpVideoIsLetGoWhenItsPopoverCloses) {
   shown().press("helpButton");
-  EXPECT_EQ(platform.videoPlayers.alive, 1);
+  EXPECT_EQ(platform.videoPlayerFactory.alive, 1);
   controller->threeFingerRestPopover().close();
-  EXPECT_EQ(platform.videoPlayers.alive, 0);
+  EXPECT_EQ(platform.videoPlayerFactory.alive, 0);
   EXPECT_EQ(controller->threeFingerRestPlayer(), nullptr);
   EXPECT_TRUE(static_cast<FakePopover&>(controller->threeFingerRestPopover()).content.empty());
-  platform.videoPlayers.happened.clear();
-  platform.videoPlayers.handlers.didPlayToEnd();
-  EXPECT_TRUE(platform.videoPlayers.happened.empty());
+  platform.videoPlayerFactory.happened.clear();
+  platform.videoPlayerFactory.handlers.didPlayToEnd();
+  EXPECT_TRUE(platform.videoPlayerFactory.happened.empty());
   // And again from the start.
   form().press("helpButton");
-  EXPECT_EQ(platform.videoPlayers.alive, 1);
+  EXPECT_EQ(platform.videoPlayerFactory.alive, 1);
 }
 
 TEST_F(SettingsWindowControllerTest, FramesOfTheHelpVideoReplaceTheStillPicture) {
@@ -410,15 +410,15 @@ TEST_F(SettingsWindowControllerTest, FramesOfTheHelpVideoReplaceTheStillPicture)
   const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);
   ASSERT_NE(view, nullptr);
   ASSERT_NE(view->image(), nullptr);
-  EXPECT_EQ(view->image(), platform.videoPlayers.lastStill);
+  EXPECT_EQ(view->image(), platform.videoPlayerFactory.lastStill);
   EXPECT_EQ(view->image()->size(), Size(282, 360));
   const auto frame = Image::withBitmap({2, 2}, Bitmap(2, 2));
-  platform.videoPlayers.handlers.frameReady(frame);
+  platform.videoPlayerFactory.handlers.frameReady(frame);
   EXPECT_EQ(view->image(), frame);
 }
 
 TEST_F(SettingsWindowControllerTest, WithoutAPlayerTheHelpIsAStillPicture) {
-  platform.videoPlayers.loadSucceeds = false;
+  platform.videoPlayerFactory.loadSucceeds = false;
   shown().press("helpButton");
   EXPECT_EQ(platform.logged, std::vector<std::string>{"the video ThreeFingerRest.mp4 cannot be played"});
   const auto& popover = static_cast<FakePopover&>(controller->threeFingerRestPopover());
@@ -426,7 +426,7 @@ TEST_F(SettingsWindowControllerTest, WithoutAPlayerTheHelpIsAStillPicture) {
   const auto view = std::dynamic_pointer_cast<BezelView>(popover.content.at(0).view);
   ASSERT_NE(view, nullptr);
   ASSERT_NE(view->image(), nullptr);
-  EXPECT_EQ(view->image(), platform.videoPlayers.lastStill);
+  EXPECT_EQ(view->image(), platform.videoPlayerFactory.lastStill);
   EXPECT_EQ(view->image()->size(), Size(282, 360));
   EXPECT_EQ(controller->threeFingerRestPlayer(), nullptr);
 }

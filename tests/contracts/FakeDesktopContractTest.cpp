@@ -9,7 +9,7 @@
 #include "tests/doubles/FakeLoginItem.h"
 #include "tests/doubles/FakeStatusBar.h"
 #include "tests/doubles/FakeUserNotifications.h"
-#include "tests/doubles/FakeVideoPlayers.h"
+#include "tests/doubles/FakeVideoPlayerFactory.h"
 
 namespace orbel::contracts {
 namespace {
@@ -94,10 +94,10 @@ private:
 INSTANTIATE_TYPED_TEST_SUITE_P(FakeUserNotificationsContract, UserNotificationsContract,
                                FakeUserNotificationsSubject);
 
-class FakeVideoPlayersSubject {
+class FakeVideoPlayerFactorySubject {
 public:
-  FakeVideoPlayersSubject() { m_players.missing = {"Missing"}; }
-  VideoPlayers& players() { return m_players; }
+  FakeVideoPlayerFactorySubject() { m_players.missing = {"Missing"}; }
+  VideoPlayerFactory& players() { return m_players; }
   bool runUntil(const std::function<bool()>& condition) {
     constexpr int kFrames = 5;
     for (int frame = 0; frame < kFrames && !condition(); ++frame)
@@ -107,10 +107,11 @@ public:
   }
 
 private:
-  FakeVideoPlayers m_players;
+  FakeVideoPlayerFactory m_players;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(FakeVideoPlayersContract, VideoPlayerContract, FakeVideoPlayersSubject);
+INSTANTIATE_TYPED_TEST_SUITE_P(FakeVideoPlayerFactoryContract, VideoPlayerContract,
+                               FakeVideoPlayerFactorySubject);
 
 } // namespace
 } // namespace orbel::contracts

@@ -6,7 +6,7 @@ namespace {
 
 class FakeSettingsFormSubject {
 public:
-  SettingsForms& forms() { return m_forms; }
+  SettingsFormFactory& forms() { return m_forms; }
   static void click(SettingsForm& form, const std::string& name) {
     FakeSettingsForm& shown = fake(form);
     if (shown.values.contains(name)) {
@@ -26,7 +26,7 @@ public:
 
 private:
   static FakeSettingsForm& fake(SettingsForm& form) { return dynamic_cast<FakeSettingsForm&>(form); }
-  FakeSettingsForms m_forms;
+  FakeSettingsFormFactory m_forms;
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(FakeSettingsFormContract, SettingsFormContract, FakeSettingsFormSubject);

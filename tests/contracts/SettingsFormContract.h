@@ -2,7 +2,7 @@
 //
 // Subject: the forms of a program, and a user. Names are identifiers, which are also the controls' titles or
 // accessible names. All but forms() are about the form that is given, which is shown.
-//   SettingsForms& forms();
+//   SettingsFormFactory& forms();
 //   void click(SettingsForm& form, const std::string& name);   a check box or a button
 //   void choose(SettingsForm& form, const std::string& name, std::size_t index);  an entry of a pop-up button
 //   bool isOn(SettingsForm& form, const std::string& name);

@@ -1,8 +1,8 @@
-// What every VideoPlayers and its players keep to.
+// What every VideoPlayerFactory and its players keep to.
 //
 // Subject: the players of a program that has one video of a few seconds, "ThreeFingerRest.mp4", with a still
 // picture, and neither for the resource "Missing".
-//   VideoPlayers& players();
+//   VideoPlayerFactory& players();
 //   bool runUntil(std::function<bool()> condition);  lets the program run, and with it what plays; false when
 //                                                    it does not come to hold
 #pragma once

@@ -12,7 +12,7 @@
 #include "tests/doubles/FakeStatusBar.h"
 #include "tests/doubles/FakeSystemServices.h"
 #include "tests/doubles/FakeUserNotifications.h"
-#include "tests/doubles/FakeVideoPlayers.h"
+#include "tests/doubles/FakeVideoPlayerFactory.h"
 #include "tests/doubles/FakeWindowSystem.h"
 #include "tests/doubles/FakeWorkspace.h"
 #include "tests/doubles/ManualRunLoop.h"
@@ -50,17 +50,31 @@ public:
   FakeContextMenus contextMenus;
   FakeDialogs dialogs;
   FakeKeyRecorder keyRecorder;
-  FakeSettingsForms settingsForms;
-  FakeVideoPlayers videoPlayers;
+  FakeSettingsFormFactory settingsFormFactory;
+  FakeVideoPlayerFactory videoPlayerFactory;
   FakeStatusBar statusBar;
   FakeLoginItem loginItem;
   FakeUserNotifications userNotifications;
   std::vector<std::string> logged;
 
 private:
-  Platform m_platform{runLoop,       workspace,      preferences, windows,      graphics,         text,
-                      hotKeys,       keyboardLayout, eventTaps,   contextMenus, dialogs,          keyRecorder,
-                      settingsForms, videoPlayers,   statusBar,   loginItem,    userNotifications};
+  Platform m_platform{runLoop,
+                      workspace,
+                      preferences,
+                      windows,
+                      graphics,
+                      text,
+                      hotKeys,
+                      keyboardLayout,
+                      eventTaps,
+                      contextMenus,
+                      dialogs,
+                      keyRecorder,
+                      settingsFormFactory,
+                      videoPlayerFactory,
+                      statusBar,
+                      loginItem,
+                      userNotifications};
   Log::Sink m_earlierSink;
   std::optional<SharedObjects> m_sharedObjects{std::in_place};
 };

@@ -198,7 +198,7 @@ inline void FakeSettingsForm::closePopovers() {
   }
 }
 
-class FakeSettingsForms : public SettingsForms {
+class FakeSettingsFormFactory : public SettingsFormFactory {
 public:
   std::unique_ptr<SettingsForm> load(SettingsFormDescription description) override {
     auto form = std::make_unique<FakeSettingsForm>(std::move(description));

@@ -286,11 +286,23 @@ TEST_F(CollectionMenuItemTest, CollectionsWithinOneAnotherAreDrawnWithoutEndless
   };
   RenderingGraphics graphics;
   Platform& real = Platform::current();
-  Platform rendering{
-      real.runLoop,   real.workspace,        real.preferences,    real.windows,      graphics,
-      real.text,      real.hotKeys,          real.keyboardLayout, real.eventTaps,    real.contextMenus,
-      real.dialogs,   real.keyRecorder,      real.settingsForms,  real.videoPlayers, real.statusBar,
-      real.loginItem, real.userNotifications};
+  Platform rendering{real.runLoop,
+                     real.workspace,
+                     real.preferences,
+                     real.windows,
+                     graphics,
+                     real.text,
+                     real.hotKeys,
+                     real.keyboardLayout,
+                     real.eventTaps,
+                     real.contextMenus,
+                     real.dialogs,
+                     real.keyRecorder,
+                     real.settingsFormFactory,
+                     real.videoPlayerFactory,
+                     real.statusBar,
+                     real.loginItem,
+                     real.userNotifications};
   Platform::setCurrent(&rendering);
   auto collection = CollectionMenuItem::withName("0");
   for (int depth = 1; depth < 200; ++depth) {

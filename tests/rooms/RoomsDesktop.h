@@ -7,12 +7,12 @@
 #include "backends/qt/popups/QtContextMenus.h"
 #include "backends/qt/popups/QtDialogs.h"
 #include "backends/qt/resources/OwnResources.h"
-#include "backends/qt/session/DesktopNotifications.h"
-#include "backends/qt/settings/QtSettingsForms.h"
+#include "backends/qt/session/QtUserNotifications.h"
+#include "backends/qt/settings/QtSettingsFormFactory.h"
 #include "backends/qt/status/NoSystemTray.h"
 #include "backends/qt/status/QtStatusBar.h"
 #include "backends/qt/text/QtTextServices.h"
-#include "backends/qt/video/QtVideoPlayers.h"
+#include "backends/qt/video/QtVideoPlayerFactory.h"
 #include "backends/qt/windows/PlainDisplayServer.h"
 #include "backends/qt/windows/QtWindowSystem.h"
 #include "foundation/SharedObjects.h"
@@ -59,16 +59,29 @@ private:
   qt::QtContextMenus m_contextMenus{m_popUps};
   qt::QtDialogs m_dialogs{m_popUps, m_text, {}};
   FakeKeyRecorder m_keyRecorder;
-  qt::QtSettingsForms m_settingsForms{{.display = m_display, .runLoop = runLoop, .activate = {}}};
-  qt::QtVideoPlayers m_videoPlayers{QString()};
+  qt::QtSettingsFormFactory m_settingsFormFactory{{.display = m_display, .runLoop = runLoop, .activate = {}}};
+  qt::QtVideoPlayerFactory m_videoPlayerFactory{QString()};
   qt::NoSystemTray m_systemTray;
   qt::QtStatusBar m_statusBar{m_systemTray};
   FakeLoginItem m_loginItem;
-  qt::DesktopNotifications m_userNotifications;
-  Platform m_platform{runLoop,     workspace,          preferences,      m_windows,      m_graphics,
-                      m_text,      m_hotKeys,          m_keyboardLayout, m_eventTaps,    m_contextMenus,
-                      m_dialogs,   m_keyRecorder,      m_settingsForms,  m_videoPlayers, m_statusBar,
-                      m_loginItem, m_userNotifications};
+  qt::QtUserNotifications m_userNotifications;
+  Platform m_platform{runLoop,
+                      workspace,
+                      preferences,
+                      m_windows,
+                      m_graphics,
+                      m_text,
+                      m_hotKeys,
+                      m_keyboardLayout,
+                      m_eventTaps,
+                      m_contextMenus,
+                      m_dialogs,
+                      m_keyRecorder,
+                      m_settingsFormFactory,
+                      m_videoPlayerFactory,
+                      m_statusBar,
+                      m_loginItem,
+                      m_userNotifications};
   std::optional<SharedObjects> m_sharedObjects{std::in_place};
 };
 

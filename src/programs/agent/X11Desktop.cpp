@@ -34,16 +34,29 @@ X11Desktop::X11Desktop(Server server, std::vector<std::string> privateVariables)
       m_workspace(m_topLevelWindows, m_icons, std::move(privateVariables)),
       m_windows(m_display, {.drainTaps = [this] { m_eventTaps.drain(); },
                             .pointerIsOverPopUp = [this] { return m_popUps.isPointerOver(); }}),
-      m_settingsForms({
+      m_settingsFormFactory({
           .display = m_display,
           .runLoop = m_runLoop,
           .activate = [this](WId window) { m_topLevelWindows.activate(window); },
       }),
-      m_loginItem(configurationFolder(), g_get_user_state_dir(), linux::AutostartEntry::ownExecutable()),
-      m_platform{m_runLoop,   m_workspace,        m_preferences,    m_windows,      m_graphics,
-                 m_text,      m_hotKeys,          m_keyboardLayout, m_eventTaps,    m_contextMenus,
-                 m_dialogs,   m_keyRecorder,      m_settingsForms,  m_videoPlayers, m_statusBar,
-                 m_loginItem, m_userNotifications} {
+      m_loginItem(configurationFolder(), g_get_user_state_dir(), linux::LinuxLoginItem::ownExecutable()),
+      m_platform{m_runLoop,
+                 m_workspace,
+                 m_preferences,
+                 m_windows,
+                 m_graphics,
+                 m_text,
+                 m_hotKeys,
+                 m_keyboardLayout,
+                 m_eventTaps,
+                 m_contextMenus,
+                 m_dialogs,
+                 m_keyRecorder,
+                 m_settingsFormFactory,
+                 m_videoPlayerFactory,
+                 m_statusBar,
+                 m_loginItem,
+                 m_userNotifications} {
   Platform::setCurrent(&m_platform);
 }
 

@@ -4,10 +4,10 @@
 
 #include "backends/evdev/TouchpadAccess.h"
 #include "backends/evdev/TouchpadTap.h"
-#include "backends/linux/AutostartEntry.h"
 #include "backends/linux/GlibRunLoop.h"
+#include "backends/linux/LinuxLoginItem.h"
+#include "backends/linux/LinuxPreferencesStore.h"
 #include "backends/linux/LinuxWorkspace.h"
-#include "backends/linux/PreferencesFile.h"
 #include "backends/qt-x11/QtFocusedWindow.h"
 #include "backends/qt-x11/X11DisplayServer.h"
 #include "backends/qt-x11/X11SystemTray.h"
@@ -15,11 +15,11 @@
 #include "backends/qt/icons/QtIconLoader.h"
 #include "backends/qt/popups/QtContextMenus.h"
 #include "backends/qt/popups/QtDialogs.h"
-#include "backends/qt/session/DesktopNotifications.h"
-#include "backends/qt/settings/QtSettingsForms.h"
+#include "backends/qt/session/QtUserNotifications.h"
+#include "backends/qt/settings/QtSettingsFormFactory.h"
 #include "backends/qt/status/QtStatusBar.h"
 #include "backends/qt/text/QtTextServices.h"
-#include "backends/qt/video/QtVideoPlayers.h"
+#include "backends/qt/video/QtVideoPlayerFactory.h"
 #include "backends/qt/windows/QtWindowSystem.h"
 #include "backends/x11/ClickWatch.h"
 #include "backends/x11/Connection.h"
@@ -56,7 +56,7 @@ private:
   qt::DialogHooks dialogHooks();
 
   linux::GlibRunLoop m_runLoop;
-  linux::PreferencesFile m_preferences;
+  linux::LinuxPreferencesStore m_preferences;
   Server m_server;
   x11::PassiveKeyGrabs m_keyGrabs{*m_server.connection};
   x11::RawPointer m_rawPointer{*m_server.pointerConnection};
@@ -79,12 +79,12 @@ private:
   qt::QtDialogs m_dialogs{m_popUps, m_text, dialogHooks()};
   qtx11::QtFocusedWindow m_focusedWindow;
   x11::X11KeyRecorder m_keyRecorder{*m_server.connection, m_focusedWindow};
-  qt::QtSettingsForms m_settingsForms;
-  qt::QtVideoPlayers m_videoPlayers{qt::QtVideoPlayers::findProgram()};
+  qt::QtSettingsFormFactory m_settingsFormFactory;
+  qt::QtVideoPlayerFactory m_videoPlayerFactory{qt::QtVideoPlayerFactory::findProgram()};
   qtx11::X11SystemTray m_systemTray{*m_server.connection};
   qt::QtStatusBar m_statusBar{m_systemTray};
-  linux::AutostartEntry m_loginItem;
-  qt::DesktopNotifications m_userNotifications;
+  linux::LinuxLoginItem m_loginItem;
+  qt::QtUserNotifications m_userNotifications;
   Platform m_platform;
 };
 

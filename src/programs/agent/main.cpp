@@ -1,7 +1,7 @@
 // The agent: runs the application delegate on the desktop that it was started on.
 #include "app/AppDelegate.h"
 #include "backends/evdev/TouchpadAccess.h"
-#include "backends/linux/AutostartEntry.h"
+#include "backends/linux/LinuxLoginItem.h"
 #include "backends/qt/resources/OwnResources.h"
 #include "backends/qt/session/SingleInstance.h"
 #include "foundation/SharedObjects.h"
@@ -23,7 +23,7 @@ int quitOnSignal(void*) {
 
 int run(std::vector<std::string> privateVariables) {
   AppDelegate delegate([] { QCoreApplication::quit(); },
-                       evdev::TouchpadAccess::grantingCommand(linux::AutostartEntry::ownExecutable()));
+                       evdev::TouchpadAccess::grantingCommand(linux::LinuxLoginItem::ownExecutable()));
   // Found out before anything is set up: a second start only hands over.
   qt::SingleInstance instance({
       .activate = [&] { delegate.openSettings(); },

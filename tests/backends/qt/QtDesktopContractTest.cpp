@@ -1,5 +1,5 @@
 // The contracts of the status bar and of notifications, on a session bus of the test's own.
-#include "backends/qt/session/DesktopNotifications.h"
+#include "backends/qt/session/QtUserNotifications.h"
 #include "backends/qt/status/NoSystemTray.h"
 #include "backends/qt/status/QtStatusBar.h"
 #include "tests/backends/qt/TestDisplay.h"
@@ -74,7 +74,7 @@ private:
 
 INSTANTIATE_TYPED_TEST_SUITE_P(QtStatusBarContractOnDisplay, StatusBarContract, QtStatusBarSubject);
 
-class DesktopNotificationsSubject {
+class QtUserNotificationsSubject {
 public:
   UserNotifications& notifications() { return m_notifications; }
   void stopShowingMessages() { m_server.reset(); }
@@ -89,11 +89,11 @@ public:
 private:
   OwnBus m_bus;
   std::optional<test::NotificationServer> m_server{std::in_place, m_bus.address()};
-  qt::DesktopNotifications m_notifications{m_bus.connection()};
+  qt::QtUserNotifications m_notifications{m_bus.connection()};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(DesktopNotificationsContractOnDisplay, UserNotificationsContract,
-                               DesktopNotificationsSubject);
+INSTANTIATE_TYPED_TEST_SUITE_P(QtUserNotificationsContractOnDisplay, UserNotificationsContract,
+                               QtUserNotificationsSubject);
 
 } // namespace
 } // namespace orbel::contracts

@@ -1,5 +1,5 @@
 // The settings form's contract, without a display.
-#include "backends/qt/settings/QtSettingsForms.h"
+#include "backends/qt/settings/QtSettingsFormFactory.h"
 #include "backends/qt/windows/PlainDisplayServer.h"
 #include "tests/contracts/SettingsFormContract.h"
 #include "tests/doubles/ManualRunLoop.h"
@@ -13,7 +13,7 @@ namespace {
 
 class QtSettingsFormSubject {
 public:
-  SettingsForms& forms() { return m_forms; }
+  SettingsFormFactory& forms() { return m_forms; }
   static void click(SettingsForm& form, const std::string& name) {
     QTest::mouseClick(&find<QAbstractButton>(form, name), Qt::LeftButton);
   }
@@ -46,7 +46,7 @@ private:
   }
   qt::PlainDisplayServer m_display;
   ManualRunLoop m_runLoop;
-  qt::QtSettingsForms m_forms{{.display = m_display, .runLoop = m_runLoop, .activate = {}}};
+  qt::QtSettingsFormFactory m_forms{{.display = m_display, .runLoop = m_runLoop, .activate = {}}};
 };
 
 INSTANTIATE_TYPED_TEST_SUITE_P(QtSettingsFormContract, SettingsFormContract, QtSettingsFormSubject);

@@ -33,7 +33,7 @@ protected:
     m_controller = SettingsWindowController::create({});
     m_controller->window();
     m_form = std::make_unique<QtSettingsForm>(SettingsFormEnvironment{m_display, m_platform.runLoop, {}},
-                                              m_platform.settingsForms.last->description);
+                                              m_platform.settingsFormFactory.last->description);
   }
   ~SettingsLanguagesTest() override {
     m_form = nullptr;

@@ -1,5 +1,5 @@
 // The settings window's form: lays out what the core describes, in groups on the window, and passes on what
-// the user does. It knows no setting and has no texts of its own. Made by QtSettingsForms.
+// the user does. It knows no setting and has no texts of its own. Made by QtSettingsFormFactory.
 #pragma once
 
 #include "backends/qt/settings/FormButton.h"

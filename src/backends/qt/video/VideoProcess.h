@@ -1,4 +1,4 @@
-// One video that plays in a process of its own. Made by QtVideoPlayers.
+// One video that plays in a process of its own. Made by QtVideoPlayerFactory.
 #pragma once
 
 #include "foundation/Lifetime.h"

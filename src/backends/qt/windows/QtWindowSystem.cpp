@@ -1,7 +1,7 @@
 #include "backends/qt/windows/QtWindowSystem.h"
 
-#include "backends/qt/windows/MenuSurface.h"
 #include "backends/qt/windows/QtBubble.h"
+#include "backends/qt/windows/QtSurface.h"
 #include "backends/qt/windows/ScreenSpace.h"
 
 #include <QApplication>
@@ -61,7 +61,7 @@ QtWindowSystem::QtWindowSystem(DisplayServer& display, WindowSystemHooks hooks)
 QtWindowSystem::~QtWindowSystem() = default;
 
 std::unique_ptr<Surface> QtWindowSystem::makeSurface(SurfaceLevel level) {
-  return std::make_unique<MenuSurface>(*this, level);
+  return std::make_unique<QtSurface>(*this, level);
 }
 
 std::unique_ptr<Bubble> QtWindowSystem::makeBubble(const std::string& text) {
@@ -92,7 +92,7 @@ void QtWindowSystem::standBelow(std::optional<WId> dialog) {
   m_dialogWatch = dialog ? std::make_unique<DialogWatch>(*this, windowOf(*dialog)) : nullptr;
   m_hidesForDialog = dialog && !m_display.isOrderHonoured();
   restack();
-  for (MenuSurface* surface : m_shown)
+  for (QtSurface* surface : m_shown)
     surface->dialogChanged();
   for (BubbleWindow* bubble : m_shownBubbles)
     bubble->setMapped(!m_hidesForDialog);
@@ -147,10 +147,10 @@ std::unique_ptr<BubbleWindow> QtWindowSystem::makeBubbleWindow() const {
   return window;
 }
 
-void QtWindowSystem::willShow(MenuSurface& surface) {
+void QtWindowSystem::willShow(QtSurface& surface) {
   removeValue(m_shown, &surface);
   const auto above = std::find_if(m_shown.begin(), m_shown.end(),
-                                  [&](const MenuSurface* other) { return other->level() > surface.level(); });
+                                  [&](const QtSurface* other) { return other->level() > surface.level(); });
   m_shown.insert(above, &surface);
   restack();
 }
@@ -159,7 +159,7 @@ void QtWindowSystem::didShow() {
   updateEscape();
 }
 
-void QtWindowSystem::didHide(MenuSurface& surface) {
+void QtWindowSystem::didHide(QtSurface& surface) {
   removeValue(m_shown, &surface);
   updateEscape();
 }
@@ -180,7 +180,7 @@ void QtWindowSystem::restack() {
       m_display.raise(window.winId());
     }
   };
-  for (const MenuSurface* surface : m_shown)
+  for (const QtSurface* surface : m_shown)
     place(surface->window());
   for (const BubbleWindow* bubble : m_shownBubbles)
     place(*bubble);
@@ -209,7 +209,7 @@ void QtWindowSystem::escapePressed() {
 }
 
 void QtWindowSystem::compositorChanged() {
-  for (MenuSurface* surface : m_shown)
+  for (QtSurface* surface : m_shown)
     surface->compositorChanged();
   for (BubbleWindow* bubble : m_shownBubbles)
     bubble->compositorChanged();

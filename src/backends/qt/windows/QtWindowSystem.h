@@ -16,7 +16,7 @@
 
 namespace orbel::qt {
 
-class MenuSurface;
+class QtSurface;
 
 // What the window system asks of its neighbours; each may be empty.
 struct WindowSystemHooks {
@@ -59,14 +59,14 @@ public:
 
   // Around the mapping of a surface: orders it before, takes Escape after, so that the key costs no
   // time before.
-  void willShow(MenuSurface& surface);
+  void willShow(QtSurface& surface);
   void didShow();
-  void didHide(MenuSurface& surface);
+  void didHide(QtSurface& surface);
   void willShow(BubbleWindow& bubble);
   // Whether shown surfaces and bubbles are unmapped for now.
   bool hidesForDialog() const { return m_hidesForDialog; }
   // Lowest first.
-  const std::vector<MenuSurface*>& shownSurfaces() const { return m_shown; }
+  const std::vector<QtSurface*>& shownSurfaces() const { return m_shown; }
 
 private:
   class DialogWatch;
@@ -83,7 +83,7 @@ private:
   DisplayServer& m_display;
   std::unique_ptr<common::EscapeKey> m_escape;
   Registration m_compositing;
-  std::vector<MenuSurface*> m_shown;         // lowest first
+  std::vector<QtSurface*> m_shown;           // lowest first
   std::vector<BubbleWindow*> m_shownBubbles; // lowest first
   std::vector<std::unique_ptr<MenuWindow>> m_spareMenuWindows;
   std::vector<std::unique_ptr<BubbleWindow>> m_spareBubbleWindows;

@@ -17,12 +17,12 @@ namespace orbel::qt {
 
 class QtWindowSystem;
 
-class MenuSurface : public Surface, private MenuWindowOwner {
+class QtSurface : public Surface, private MenuWindowOwner {
 public:
-  MenuSurface(QtWindowSystem& system, SurfaceLevel level);
-  ~MenuSurface() override;
-  MenuSurface(const MenuSurface&) = delete;
-  MenuSurface& operator=(const MenuSurface&) = delete;
+  QtSurface(QtWindowSystem& system, SurfaceLevel level);
+  ~QtSurface() override;
+  QtSurface(const QtSurface&) = delete;
+  QtSurface& operator=(const QtSurface&) = delete;
 
   void setDelegate(SurfaceDelegate* delegate) override { m_delegate = delegate; }
   // While shown the window moves at once and takes a backdrop of the new place.

@@ -12,12 +12,12 @@ using test::ScreenRect;
 constexpr auto kLeft = test::PointerButton::left;
 constexpr auto kRight = test::PointerButton::right;
 
-class MenuSurfaceOnDisplay : public WindowSystemFixture {
+class QtSurfaceOnDisplay : public WindowSystemFixture {
 protected:
   RecordingDelegate delegate;
 };
 
-TEST_F(MenuSurfaceOnDisplay, TheWindowStandsExactlyWhereItsFrameIs) {
+TEST_F(QtSurfaceOnDisplay, TheWindowStandsExactlyWhereItsFrameIs) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
@@ -30,14 +30,14 @@ TEST_F(MenuSurfaceOnDisplay, TheWindowStandsExactlyWhereItsFrameIs) {
   EXPECT_FALSE(surface->isShown());
 }
 
-TEST_F(MenuSurfaceOnDisplay, TheFrameMayReachBeyondTheScreen) {
+TEST_F(QtSurfaceOnDisplay, TheFrameMayReachBeyondTheScreen) {
   const auto surface = makeSurface(delegate, squareAround(20, 1000, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
   EXPECT_EQ(session().windows().geometry(ownWindows().front()), (ScreenRect{-180, 800, 400, 400}));
 }
 
-TEST_F(MenuSurfaceOnDisplay, ShowingTakesNoFocus) {
+TEST_F(QtSurfaceOnDisplay, ShowingTakesNoFocus) {
   test::TestWindow program(session(), {});
   ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == program.id(); },
                           "the program has the focus"));
@@ -50,7 +50,7 @@ TEST_F(MenuSurfaceOnDisplay, ShowingTakesNoFocus) {
   EXPECT_EQ(session().windows().activeWindow(), program.id());
 }
 
-TEST_F(MenuSurfaceOnDisplay, InputIsTakenInsideTheDiscAlone) {
+TEST_F(QtSurfaceOnDisplay, InputIsTakenInsideTheDiscAlone) {
   test::TestWindow program(session(), {.frame = {250, 150, 600, 600}});
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
@@ -65,7 +65,7 @@ TEST_F(MenuSurfaceOnDisplay, InputIsTakenInsideTheDiscAlone) {
   EXPECT_EQ(windowAt(362, 262), window);       // just inside
 }
 
-TEST_F(MenuSurfaceOnDisplay, ItStandsAboveAFullscreenProgram) {
+TEST_F(QtSurfaceOnDisplay, ItStandsAboveAFullscreenProgram) {
   test::TestWindow program(session(), {.frame = {0, 0, 1280, 1024}, .isFullscreen = true});
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
@@ -73,7 +73,7 @@ TEST_F(MenuSurfaceOnDisplay, ItStandsAboveAFullscreenProgram) {
   EXPECT_EQ(session().windows().windowAt({500, 400}), ownWindows().front());
 }
 
-TEST_F(MenuSurfaceOnDisplay, BothButtonsCountAndTheOthersDoNot) {
+TEST_F(QtSurfaceOnDisplay, BothButtonsCountAndTheOthersDoNot) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   session().input().movePointer({500, 400});
@@ -91,7 +91,7 @@ TEST_F(MenuSurfaceOnDisplay, BothButtonsCountAndTheOthersDoNot) {
                                               "released primary"}));
 }
 
-TEST_F(MenuSurfaceOnDisplay, HeldModifiersComeWithTheEvents) {
+TEST_F(QtSurfaceOnDisplay, HeldModifiersComeWithTheEvents) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   session().input().movePointer({500, 400});
@@ -103,7 +103,7 @@ TEST_F(MenuSurfaceOnDisplay, HeldModifiersComeWithTheEvents) {
   session().input().releaseKey(XK_Control_L);
 }
 
-TEST_F(MenuSurfaceOnDisplay, MovesSayWhetherThePrimaryButtonIsDown) {
+TEST_F(QtSurfaceOnDisplay, MovesSayWhetherThePrimaryButtonIsDown) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
@@ -125,7 +125,7 @@ TEST_F(MenuSurfaceOnDisplay, MovesSayWhetherThePrimaryButtonIsDown) {
   session().input().release(kRight);
 }
 
-TEST_F(MenuSurfaceOnDisplay, AFastSecondClickIsAClickLikeTheFirst) {
+TEST_F(QtSurfaceOnDisplay, AFastSecondClickIsAClickLikeTheFirst) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   session().input().movePointer({500, 400});
@@ -136,7 +136,7 @@ TEST_F(MenuSurfaceOnDisplay, AFastSecondClickIsAClickLikeTheFirst) {
   EXPECT_EQ(delegate.count("pressed primary"), 2);
 }
 
-TEST_F(MenuSurfaceOnDisplay, TheTapsActBeforeARelease) {
+TEST_F(QtSurfaceOnDisplay, TheTapsActBeforeARelease) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   onDrain = [&] { delegate.heard.emplace_back("drained"); };
   surface->show();
@@ -148,7 +148,7 @@ TEST_F(MenuSurfaceOnDisplay, TheTapsActBeforeARelease) {
   EXPECT_EQ(delegate.count("drained"), 1);
 }
 
-TEST_F(MenuSurfaceOnDisplay, ATapMayEndTheSurfaceThatIsAboutToHearTheRelease) {
+TEST_F(QtSurfaceOnDisplay, ATapMayEndTheSurfaceThatIsAboutToHearTheRelease) {
   auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   onDrain = [&] { surface.reset(); };
   surface->show();
@@ -158,7 +158,7 @@ TEST_F(MenuSurfaceOnDisplay, ATapMayEndTheSurfaceThatIsAboutToHearTheRelease) {
   EXPECT_EQ(delegate.count("released primary"), 0);
 }
 
-TEST_F(MenuSurfaceOnDisplay, ADelegateMayEndItsSurfaceAndShowAnother) {
+TEST_F(QtSurfaceOnDisplay, ADelegateMayEndItsSurfaceAndShowAnother) {
   auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   RecordingDelegate other;
   delegate.onRelease = [&] {
@@ -173,7 +173,7 @@ TEST_F(MenuSurfaceOnDisplay, ADelegateMayEndItsSurfaceAndShowAnother) {
   EXPECT_TRUE(becomesTrue([&] { return other.count("moved") >= 1; }, "the new surface hears the pointer"));
 }
 
-TEST_F(MenuSurfaceOnDisplay, LeavingTheSquareThroughACornerIsAnExit) {
+TEST_F(QtSurfaceOnDisplay, LeavingTheSquareThroughACornerIsAnExit) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   session().input().movePointer({500, 400});
@@ -189,7 +189,7 @@ TEST_F(MenuSurfaceOnDisplay, LeavingTheSquareThroughACornerIsAnExit) {
   EXPECT_EQ(delegate.count("exited"), 1);
 }
 
-TEST_F(MenuSurfaceOnDisplay, LeavingAtOnceIsAnExitAtOnce) {
+TEST_F(QtSurfaceOnDisplay, LeavingAtOnceIsAnExitAtOnce) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   session().input().movePointer({500, 400});
@@ -198,7 +198,7 @@ TEST_F(MenuSurfaceOnDisplay, LeavingAtOnceIsAnExitAtOnce) {
   EXPECT_TRUE(becomesTrue([&] { return delegate.count("exited") == 1; }, "the exit is reported"));
 }
 
-TEST_F(MenuSurfaceOnDisplay, AHiddenSurfaceReportsNoExit) {
+TEST_F(QtSurfaceOnDisplay, AHiddenSurfaceReportsNoExit) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   session().input().movePointer({500, 400});
@@ -211,7 +211,7 @@ TEST_F(MenuSurfaceOnDisplay, AHiddenSurfaceReportsNoExit) {
   EXPECT_EQ(delegate.count("exited"), 0);
 }
 
-TEST_F(MenuSurfaceOnDisplay, EscapeBelongsToThePrograms) {
+TEST_F(QtSurfaceOnDisplay, EscapeBelongsToThePrograms) {
   test::TestWindow program(session(), {});
   ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == program.id(); },
                           "the program has the focus"));
@@ -228,7 +228,7 @@ TEST_F(MenuSurfaceOnDisplay, EscapeBelongsToThePrograms) {
   EXPECT_EQ(delegate.count("cancelled"), 1);
 }
 
-TEST_F(MenuSurfaceOnDisplay, LevelsHoldWhateverIsShownLast) {
+TEST_F(QtSurfaceOnDisplay, LevelsHoldWhateverIsShownLast) {
   RecordingDelegate subDelegate;
   const auto sub = makeSurface(subDelegate, squareAround(600, 450, 300), SurfaceLevel::subMenu);
   const auto menu = makeSurface(delegate, squareAround(500, 400, 400));
@@ -242,7 +242,7 @@ TEST_F(MenuSurfaceOnDisplay, LevelsHoldWhateverIsShownLast) {
   EXPECT_EQ(session().windows().geometry(windows[1]), (ScreenRect{450, 300, 300, 300}));
 }
 
-TEST_F(MenuSurfaceOnDisplay, ShowingAgainRaises) {
+TEST_F(QtSurfaceOnDisplay, ShowingAgainRaises) {
   RecordingDelegate otherDelegate;
   const auto first = makeSurface(delegate, squareAround(500, 400, 400));
   const auto second = makeSurface(otherDelegate, squareAround(520, 400, 400));
@@ -255,7 +255,7 @@ TEST_F(MenuSurfaceOnDisplay, ShowingAgainRaises) {
                           "the first is on top"));
 }
 
-TEST_F(MenuSurfaceOnDisplay, TheFirstPictureNeedsNoTurnOfTheLoop) {
+TEST_F(QtSurfaceOnDisplay, TheFirstPictureNeedsNoTurnOfTheLoop) {
   delegate.drawing = [](Canvas& canvas) { canvas.fillRect({190, 190, 20, 20}, Color{0, 1, 0}); };
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
@@ -263,7 +263,7 @@ TEST_F(MenuSurfaceOnDisplay, TheFirstPictureNeedsNoTurnOfTheLoop) {
   EXPECT_EQ(session().screen().pixel({500, 400}), (test::Rgb{0, 255, 0}));
 }
 
-TEST_F(MenuSurfaceOnDisplay, OnlyDamageIsPainted) {
+TEST_F(QtSurfaceOnDisplay, OnlyDamageIsPainted) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
@@ -278,7 +278,7 @@ TEST_F(MenuSurfaceOnDisplay, OnlyDamageIsPainted) {
   EXPECT_EQ(delegate.painted.size(), 1u);
 }
 
-TEST_F(MenuSurfaceOnDisplay, BeingCoveredAndUncoveredPaintsNothing) {
+TEST_F(QtSurfaceOnDisplay, BeingCoveredAndUncoveredPaintsNothing) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
@@ -297,7 +297,7 @@ TEST_F(MenuSurfaceOnDisplay, BeingCoveredAndUncoveredPaintsNothing) {
   EXPECT_TRUE(delegate.painted.empty());
 }
 
-TEST_F(MenuSurfaceOnDisplay, TheNextSurfaceUsesTheSameWindow) {
+TEST_F(QtSurfaceOnDisplay, TheNextSurfaceUsesTheSameWindow) {
   auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
@@ -311,7 +311,7 @@ TEST_F(MenuSurfaceOnDisplay, TheNextSurfaceUsesTheSameWindow) {
   EXPECT_EQ(session().windows().geometry(window), (ScreenRect{450, 350, 300, 300}));
 }
 
-TEST_F(MenuSurfaceOnDisplay, ThePointerOverABubbleCountsAsOverThePopUp) {
+TEST_F(QtSurfaceOnDisplay, ThePointerOverABubbleCountsAsOverThePopUp) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   const auto bubble = system->makeBubble("Title");

@@ -1,4 +1,4 @@
-#include "backends/linux/PreferencesFile.h"
+#include "backends/linux/LinuxPreferencesStore.h"
 
 #include "backends/linux/DatedFiles.h"
 #include "backends/linux/FileStorage.h"
@@ -27,17 +27,17 @@ Result<PropertyList::Dictionary> decode(const PropertyList::Data& bytes) {
 
 } // namespace
 
-PreferencesFile::PreferencesFile(std::string path, RunLoop& runLoop)
+LinuxPreferencesStore::LinuxPreferencesStore(std::string path, RunLoop& runLoop)
     : m_path(std::move(path)), m_runLoop(runLoop) {
   start();
 }
 
-PreferencesFile::~PreferencesFile() {
+LinuxPreferencesStore::~LinuxPreferencesStore() {
   m_observers = {};
-  static_cast<void>(PreferencesFile::synchronize());
+  static_cast<void>(LinuxPreferencesStore::synchronize());
 }
 
-void PreferencesFile::start() {
+void LinuxPreferencesStore::start() {
   static_cast<void>(FileStorage::makeFolder(FileStorage::folderOf(m_path))); // shows at the first save
   takeChangesFromDisk(Patience::none);
   if (!m_refusal.empty()) {
@@ -46,20 +46,20 @@ void PreferencesFile::start() {
   watch();
 }
 
-const PropertyList* PreferencesFile::object(const std::string& key) const {
+const PropertyList* LinuxPreferencesStore::object(const std::string& key) const {
   const auto entry = m_values.find(key);
   return entry == m_values.end() ? nullptr : &entry->second;
 }
 
-void PreferencesFile::setObject(const std::string& key, PropertyList value) {
+void LinuxPreferencesStore::setObject(const std::string& key, PropertyList value) {
   setValue(key, std::move(value));
 }
 
-void PreferencesFile::removeObject(const std::string& key) {
+void LinuxPreferencesStore::removeObject(const std::string& key) {
   setValue(key, std::nullopt);
 }
 
-void PreferencesFile::setValue(const std::string& key, std::optional<PropertyList> value) {
+void LinuxPreferencesStore::setValue(const std::string& key, std::optional<PropertyList> value) {
   const PropertyList* present = object(key);
   if (value ? present && *present == *value : !present) return;
   if (value) {
@@ -72,15 +72,15 @@ void PreferencesFile::setValue(const std::string& key, std::optional<PropertyLis
   m_observers.notify();
 }
 
-Registration PreferencesFile::observeChanges(std::function<void()> block) {
+Registration LinuxPreferencesStore::observeChanges(std::function<void()> block) {
   return m_observers.add(std::move(block));
 }
 
-Result<> PreferencesFile::synchronize() {
+Result<> LinuxPreferencesStore::synchronize() {
   return save(Patience::none);
 }
 
-void PreferencesFile::scheduleSave() {
+void LinuxPreferencesStore::scheduleSave() {
   if (std::exchange(m_isSaveScheduled, true)) return;
   m_runLoop.after(kSaveDelay, [this, life = m_lifetime.watch()] {
     if (life.hasEnded()) return;
@@ -89,7 +89,7 @@ void PreferencesFile::scheduleSave() {
   });
 }
 
-Result<> PreferencesFile::save(Patience patience) {
+Result<> LinuxPreferencesStore::save(Patience patience) {
   if (!hasUnsavedChanges()) return {};
   bool valuesChanged = false;
   Result<Replacement> saved = Replacement::overtaken;
@@ -106,7 +106,7 @@ Result<> PreferencesFile::save(Patience patience) {
   return saved ? Result<>() : saved.failure();
 }
 
-Result<PreferencesFile::Replacement> PreferencesFile::write(Over over) {
+Result<LinuxPreferencesStore::Replacement> LinuxPreferencesStore::write(Over over) {
   if (!m_refusal.empty()) return reportSaveFailure(m_refusal);
   if (const auto folder = FileStorage::makeFolder(FileStorage::folderOf(m_path)); !folder)
     return reportSaveFailure(folder.cause());
@@ -129,7 +129,7 @@ Result<PreferencesFile::Replacement> PreferencesFile::write(Over over) {
   return Replacement::done;
 }
 
-Failure PreferencesFile::reportSaveFailure(const std::string& cause) {
+Failure LinuxPreferencesStore::reportSaveFailure(const std::string& cause) {
   if (!std::exchange(m_isSaveFailureKnown, true)) {
     Log::error("the preferences could not be saved in " + m_path + ": " + cause +
                "; changes stay in memory until that works");
@@ -137,7 +137,7 @@ Failure PreferencesFile::reportSaveFailure(const std::string& cause) {
   return {cause};
 }
 
-bool PreferencesFile::takeChangesFromDisk(Patience patience) {
+bool LinuxPreferencesStore::takeChangesFromDisk(Patience patience) {
   auto content = FileStorage::read(FileStorage::followLinks(m_path), kLargestFile);
   if (content.outcome == FileStorage::Outcome::refused) {
     refuse(content.cause);
@@ -177,13 +177,13 @@ bool PreferencesFile::takeChangesFromDisk(Patience patience) {
   return takeUnreadable(decoded.cause());
 }
 
-void PreferencesFile::refuse(const std::string& cause) {
+void LinuxPreferencesStore::refuse(const std::string& cause) {
   m_refusal = cause;
   if (std::exchange(m_knownRefusal, cause) == cause) return;
   Log::error("the preferences in " + m_path + " cannot be read: " + cause + "; the file is left as it is");
 }
 
-bool PreferencesFile::merge(PropertyList::Dictionary values) {
+bool LinuxPreferencesStore::merge(PropertyList::Dictionary values) {
   for (const auto& key : m_unsavedKeys) {
     const auto ours = m_values.find(key);
     if (ours == m_values.end()) {
@@ -195,7 +195,7 @@ bool PreferencesFile::merge(PropertyList::Dictionary values) {
   return std::exchange(m_values, values) != values;
 }
 
-bool PreferencesFile::takeUnreadable(const std::string& cause) {
+bool LinuxPreferencesStore::takeUnreadable(const std::string& cause) {
   m_doubtfulBytes.reset();
   const std::string file = FileStorage::followLinks(m_path);
   const auto aside = DatedFiles::keepAside(file, ".unreadable-");
@@ -223,7 +223,7 @@ bool PreferencesFile::takeUnreadable(const std::string& cause) {
   return valuesChanged;
 }
 
-std::optional<PropertyList::Dictionary> PreferencesFile::readBackup() const {
+std::optional<PropertyList::Dictionary> LinuxPreferencesStore::readBackup() const {
   const std::string path = m_path + ".backup";
   const auto content = FileStorage::read(path, kLargestFile);
   if (content.outcome == FileStorage::Outcome::missing) return std::nullopt;
@@ -238,7 +238,7 @@ std::optional<PropertyList::Dictionary> PreferencesFile::readBackup() const {
   return std::nullopt;
 }
 
-void PreferencesFile::writeBackup(const PropertyList::Data& bytes) {
+void LinuxPreferencesStore::writeBackup(const PropertyList::Data& bytes) {
   const std::string path = m_path + ".backup";
   const auto present = FileStorage::read(path, kLargestFile);
   if (present.outcome == FileStorage::Outcome::read && present.bytes == bytes) return;
@@ -248,7 +248,7 @@ void PreferencesFile::writeBackup(const PropertyList::Data& bytes) {
   m_isBackupFailureKnown = !written;
 }
 
-void PreferencesFile::keepDatedCopy() {
+void LinuxPreferencesStore::keepDatedCopy() {
   const std::string suffix = ".plist";
   const std::string prefix =
       (m_path.ends_with(suffix) ? m_path.substr(0, m_path.size() - suffix.size()) : m_path) + "-";
@@ -276,7 +276,7 @@ void PreferencesFile::keepDatedCopy() {
     ::unlink(earlier[i].c_str());
 }
 
-void PreferencesFile::scheduleReading(double delay) {
+void LinuxPreferencesStore::scheduleReading(double delay) {
   ++m_readingsScheduled;
   m_runLoop.after(delay, [this, life = m_lifetime.watch()] {
     if (life.hasEnded()) return;
@@ -285,14 +285,14 @@ void PreferencesFile::scheduleReading(double delay) {
   });
 }
 
-void PreferencesFile::fileMayHaveChanged() {
+void LinuxPreferencesStore::fileMayHaveChanged() {
   const bool valuesChanged = takeChangesFromDisk(Patience::waitForWriter);
   if (hasUnsavedChanges() && !m_doubtfulBytes) scheduleSave();
   watch();
   if (valuesChanged) m_observers.notify();
 }
 
-void PreferencesFile::watch() {
+void LinuxPreferencesStore::watch() {
   watchFolder(m_folderWatch, m_path);
   const std::string target = FileStorage::followLinks(m_path);
   if (target == m_path) {
@@ -302,7 +302,7 @@ void PreferencesFile::watch() {
   }
 }
 
-void PreferencesFile::watchFolder(std::unique_ptr<FolderWatch>& watch, const std::string& path) {
+void LinuxPreferencesStore::watchFolder(std::unique_ptr<FolderWatch>& watch, const std::string& path) {
   if (watch && watch->isAlive() && watch->path() == path) return;
   auto started = FolderWatch::start(path, [this] { scheduleReading(kSettleDelay); });
   if (!started && !m_isWatchFailureKnown)

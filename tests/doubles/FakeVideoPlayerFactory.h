@@ -11,7 +11,7 @@
 
 namespace orbel {
 
-class FakeVideoPlayers : public VideoPlayers {
+class FakeVideoPlayerFactory : public VideoPlayerFactory {
 public:
   ImagePointer still(const std::string& resource, Size size) override {
     if (missing.contains(resource)) return nullptr;
@@ -50,7 +50,7 @@ public:
 private:
   class Player : public VideoPlayer {
   public:
-    explicit Player(FakeVideoPlayers& owner) : m_owner(owner) { ++m_owner.alive; }
+    explicit Player(FakeVideoPlayerFactory& owner) : m_owner(owner) { ++m_owner.alive; }
     ~Player() override {
       --m_owner.alive;
       m_owner.m_isPlaying = false;
@@ -62,7 +62,7 @@ private:
     }
 
   private:
-    FakeVideoPlayers& m_owner;
+    FakeVideoPlayerFactory& m_owner;
   };
 
   bool m_isPlaying = false; // the newest player

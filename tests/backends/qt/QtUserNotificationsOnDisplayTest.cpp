@@ -1,5 +1,5 @@
 // Messages to a notification area on a real session bus.
-#include "backends/qt/session/DesktopNotifications.h"
+#include "backends/qt/session/QtUserNotifications.h"
 
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/desktop/harness/NotificationServer.h"
@@ -15,7 +15,7 @@
 namespace orbel::qt {
 namespace {
 
-class DesktopNotificationsOnDisplay : public testing::Test {
+class QtUserNotificationsOnDisplay : public testing::Test {
 protected:
   void SetUp() override {
     if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
@@ -26,7 +26,7 @@ protected:
   }
   void TearDown() override { QDBusConnection::disconnectFromBus(QStringLiteral("notifications")); }
 
-  void deliver(DesktopNotifications& notifications) {
+  void deliver(QtUserNotifications& notifications) {
     notifications.deliver({"Title", "a < b & c\nsecond"},
                           [this](const Result<>& taken) { m_causes.push_back(taken.cause()); });
   }
@@ -44,9 +44,9 @@ protected:
   std::vector<std::string> m_causes; // of each answer; empty for a success
 };
 
-TEST_F(DesktopNotificationsOnDisplay, TheDesktopShowsTheMessageAsPlainText) {
+TEST_F(QtUserNotificationsOnDisplay, TheDesktopShowsTheMessageAsPlainText) {
   test::NotificationServer server(m_address);
-  DesktopNotifications notifications(connection());
+  QtUserNotifications notifications(connection());
   deliver(notifications);
   EXPECT_TRUE(m_causes.empty()) << "answered within the call";
   ASSERT_TRUE(isAnswered());
@@ -57,16 +57,16 @@ TEST_F(DesktopNotificationsOnDisplay, TheDesktopShowsTheMessageAsPlainText) {
   EXPECT_EQ(server.messages()[0].text, "a &lt; b &amp; c\nsecond");
 }
 
-TEST_F(DesktopNotificationsOnDisplay, WithoutAnybodyWhoShowsMessagesThatIsTheAnswer) {
-  DesktopNotifications notifications(connection());
+TEST_F(QtUserNotificationsOnDisplay, WithoutAnybodyWhoShowsMessagesThatIsTheAnswer) {
+  QtUserNotifications notifications(connection());
   deliver(notifications);
   ASSERT_TRUE(isAnswered());
   EXPECT_TRUE(m_causes[0].starts_with("The desktop shows no notifications: ")) << m_causes[0];
   EXPECT_TRUE(m_log.lines.empty()) << "whoever asked logs it";
 }
 
-TEST_F(DesktopNotificationsOnDisplay, WithoutABusTheTextIsInTheAnswer) {
-  DesktopNotifications notifications(
+TEST_F(QtUserNotificationsOnDisplay, WithoutABusTheTextIsInTheAnswer) {
+  QtUserNotifications notifications(
       QDBusConnection::connectToBus(QStringLiteral("unix:path=/nowhere/bus"), "missing"));
   deliver(notifications);
   EXPECT_TRUE(m_causes.empty()) << "answered within the call";

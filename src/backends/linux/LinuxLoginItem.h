@@ -13,15 +13,15 @@
 
 namespace orbel::linux {
 
-class AutostartEntry : public LoginItem {
+class LinuxLoginItem : public LoginItem {
 public:
   // The folders are $XDG_CONFIG_HOME and $XDG_STATE_HOME; the executable is an absolute path, empty when it
   // is unknown.
-  AutostartEntry(const std::string& configurationFolder, const std::string& stateFolder,
+  LinuxLoginItem(const std::string& configurationFolder, const std::string& stateFolder,
                  std::string executable);
-  ~AutostartEntry() override;
-  AutostartEntry(const AutostartEntry&) = delete;
-  AutostartEntry& operator=(const AutostartEntry&) = delete;
+  ~LinuxLoginItem() override;
+  LinuxLoginItem(const LinuxLoginItem&) = delete;
+  LinuxLoginItem& operator=(const LinuxLoginItem&) = delete;
 
   // Not registered when the entry is hidden, disabled or broken: desktops skip those; nor when it is gone
   // that was written here. Undecided when there is none and was none.

@@ -1,4 +1,4 @@
-#include "backends/qt/windows/MenuSurface.h"
+#include "backends/qt/windows/QtSurface.h"
 
 #include "backends/common/DeviceEllipse.h"
 #include "backends/qt/windows/QtWindowSystem.h"
@@ -35,19 +35,19 @@ bool closeOpenMenus() {
 }
 } // namespace
 
-MenuSurface::MenuSurface(QtWindowSystem& system, SurfaceLevel level)
+QtSurface::QtSurface(QtWindowSystem& system, SurfaceLevel level)
     : m_system(system), m_level(level), m_window(system.takeMenuWindow()), m_backdrop(system.display()),
       m_pointerWatch(system.display().makePointerWatch()) {
   m_window->setOwner(this);
 }
 
-MenuSurface::~MenuSurface() {
+QtSurface::~QtSurface() {
   orderOut();
   m_window->setOwner(nullptr);
   m_system.returnMenuWindow(std::move(m_window));
 }
 
-void MenuSurface::setFrame(const Rect& screenFrame) {
+void QtSurface::setFrame(const Rect& screenFrame) {
   if (screenFrame == m_frame) return;
   m_frame = screenFrame;
   if (!m_shown) return;
@@ -55,7 +55,7 @@ void MenuSurface::setFrame(const Rect& screenFrame) {
   repaintAll();
 }
 
-void MenuSurface::show() {
+void QtSurface::show() {
   if (m_shown) {
     m_system.willShow(*this);
     return;
@@ -68,7 +68,7 @@ void MenuSurface::show() {
   m_system.didShow();
 }
 
-void MenuSurface::orderOut() {
+void QtSurface::orderOut() {
   if (!m_shown) return;
   m_shown = false;
   m_pointerInside = false;
@@ -80,7 +80,7 @@ void MenuSurface::orderOut() {
   m_system.didHide(*this);
 }
 
-void MenuSurface::setAlpha(double alpha) {
+void QtSurface::setAlpha(double alpha) {
   const double cut = std::clamp(alpha, 0.0, 1.0);
   if (cut == m_alpha) return;
   m_alpha = cut;
@@ -95,18 +95,18 @@ void MenuSurface::setAlpha(double alpha) {
   m_system.display().flush();
 }
 
-bool MenuSurface::supportsBackdropBlur() const {
+bool QtSurface::supportsBackdropBlur() const {
   return m_system.display().offersScreenPictures() || m_system.display().offersLiveBlur();
 }
 
-void MenuSurface::setRoundBackdrop(BackdropMaterial material, double inset) {
+void QtSurface::setRoundBackdrop(BackdropMaterial material, double inset) {
   m_backdrop.setRound(material, inset);
   if (!m_shown) return;
   shapeWindow();
   m_window->addDamage(QRect(QPoint(), m_window->deviceSize()));
 }
 
-void MenuSurface::needsDisplay(const Rect& rect) {
+void QtSurface::needsDisplay(const Rect& rect) {
   if (!m_shown) return;
   const double scale = backingScale();
   const int left = static_cast<int>(std::floor(rect.minX() * scale));
@@ -116,21 +116,21 @@ void MenuSurface::needsDisplay(const Rect& rect) {
   m_window->addDamage(QRect(left, top, right - left, bottom - top));
 }
 
-std::optional<Point> MenuSurface::pointerLocation() const {
+std::optional<Point> QtSurface::pointerLocation() const {
   const auto onScreen = m_system.pointerLocation();
   if (!onScreen) return std::nullopt;
   return Point{onScreen->x - m_frame.minX(), onScreen->y - m_frame.minY()};
 }
 
-double MenuSurface::backingScale() const {
+double QtSurface::backingScale() const {
   return ScreenSpace::scaleOf(ScreenSpace::screenAt(m_frame.center()));
 }
 
-bool MenuSurface::pointerIsOverOwnPopUp() const {
+bool QtSurface::pointerIsOverOwnPopUp() const {
   return m_system.pointerIsOverPopUp();
 }
 
-void MenuSurface::compositorChanged() {
+void QtSurface::compositorChanged() {
   if (!m_shown) return;
   m_backdrop.compositorChanged();
   m_window->setOpacity(m_backdrop.coversScreen() ? 1 : m_alpha);
@@ -138,11 +138,11 @@ void MenuSurface::compositorChanged() {
   repaintAll();
 }
 
-void MenuSurface::cancel() {
+void QtSurface::cancel() {
   if (m_delegate) m_delegate->cancelRequested();
 }
 
-void MenuSurface::paintWindow(QPainter& painter, const QRect& damage) {
+void QtSurface::paintWindow(QPainter& painter, const QRect& damage) {
   m_backdrop.paint(painter);
   if (m_delegate) {
     const double scale = backingScale();
@@ -154,8 +154,7 @@ void MenuSurface::paintWindow(QPainter& painter, const QRect& damage) {
   m_backdrop.paintFade(painter, m_alpha);
 }
 
-void MenuSurface::windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers,
-                                     Qt::MouseButtons held) {
+void QtSurface::windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers, Qt::MouseButtons held) {
   // A program that dies while it drags something over us says nothing.
   if (m_drag && !m_system.display().isDragUnderWay()) windowDragLeft();
   m_pointerInside = true;
@@ -163,14 +162,14 @@ void MenuSurface::windowPointerMoved(QPointF position, Qt::KeyboardModifiers mod
   if (m_delegate) m_delegate->pointerMoved(mouseEvent(position, modifiers, held));
 }
 
-void MenuSurface::windowPointerLeft() {
+void QtSurface::windowPointerLeft() {
   if (!m_pointerInside) return;
   // The server tells of the disc's edge; what counts is the square around it.
   if (m_pointerWatch->waitUntilOutside(m_deviceFrame, [this] { reportExit(); })) return;
   reportExit();
 }
 
-void MenuSurface::windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
+void QtSurface::windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
   m_pointerInside = true;
   const auto life = m_lifetime.watch();
   // Beside an open menu a press only ends the menu. The toolkit sees to that once it has taken the pointer,
@@ -181,7 +180,7 @@ void MenuSurface::windowPressed(PointerButton button, QPointF position, Qt::Keyb
   if (!endsMenu && m_delegate) m_delegate->pointerPressed(button, mouseEvent(position, modifiers));
 }
 
-void MenuSurface::windowReleased(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
+void QtSurface::windowReleased(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
   const auto life = m_lifetime.watch();
   m_system.drainTaps();
   if (life.hasEnded()) return;
@@ -190,7 +189,7 @@ void MenuSurface::windowReleased(PointerButton button, QPointF position, Qt::Key
   if (!isNobodys && m_delegate) m_delegate->pointerReleased(button, mouseEvent(position, modifiers));
 }
 
-void MenuSurface::windowDragged(QDropEvent& event) {
+void QtSurface::windowDragged(QDropEvent& event) {
   if (event.type() == QEvent::DragEnter || !m_drag) m_drag.emplace(*event.mimeData());
   m_drag->setLocation(windowPoint(event.position()));
   event.ignore();
@@ -213,12 +212,12 @@ void MenuSurface::windowDragged(QDropEvent& event) {
   event.accept();
 }
 
-void MenuSurface::windowDragLeft() {
+void QtSurface::windowDragLeft() {
   m_drag.reset();
   if (m_delegate) m_delegate->dragExited();
 }
 
-void MenuSurface::updateMapping() {
+void QtSurface::updateMapping() {
   const bool mapped = m_shown && !m_system.hidesForDialog();
   if (mapped == m_window->isVisible()) return;
   m_window->setVisible(mapped);
@@ -228,7 +227,7 @@ void MenuSurface::updateMapping() {
   m_system.display().flush();
 }
 
-void MenuSurface::placeWindow() {
+void QtSurface::placeWindow() {
   m_deviceFrame = ScreenSpace::toDevice(m_frame);
   m_backdrop.prepare(m_deviceFrame, backingScale(),
                      [this](common::ScreenPicture& screen) { removeOwnWindows(screen); });
@@ -240,16 +239,16 @@ void MenuSurface::placeWindow() {
 // A menu that moves would otherwise shine through itself, and a sub-menu would show the title that the menu
 // below it has only just closed: what lies over the surfaces goes with them, then those below this one are
 // drawn again.
-void MenuSurface::removeOwnWindows(common::ScreenPicture& screen) const {
+void QtSurface::removeOwnWindows(common::ScreenPicture& screen) const {
   const auto& shown = m_system.shownSurfaces();
   for (auto surface = shown.rbegin(); surface != shown.rend(); ++surface)
     screen.patchFrom((*surface)->m_backdrop.snapshot());
-  for (MenuSurface* surface : shown) {
+  for (QtSurface* surface : shown) {
     if (surface->m_level < m_level) surface->drawOn(screen);
   }
 }
 
-void MenuSurface::drawOn(common::ScreenPicture& screen) {
+void QtSurface::drawOn(common::ScreenPicture& screen) {
   const common::DeviceRect place = screen.rect();
   if (m_backdrop.snapshot().isEmpty()) return;
   if (place.intersected(m_deviceFrame).isEmpty()) return;
@@ -266,7 +265,7 @@ void MenuSurface::drawOn(common::ScreenPicture& screen) {
   painter.drawImage(m_deviceFrame.x - place.x, m_deviceFrame.y - place.y, picture);
 }
 
-void MenuSurface::shapeWindow() {
+void QtSurface::shapeWindow() {
   if (!m_backdrop.isRound()) return;
   DisplayServer& display = m_system.display();
   const WId window = m_window->winId();
@@ -283,12 +282,12 @@ void MenuSurface::shapeWindow() {
   }
 }
 
-void MenuSurface::repaintAll() {
+void QtSurface::repaintAll() {
   m_window->addDamage(QRect(QPoint(), m_window->deviceSize()));
   m_window->paintNow();
 }
 
-void MenuSurface::reportExit() {
+void QtSurface::reportExit() {
   if (!m_pointerInside) return;
   m_pointerInside = false;
   if (!m_delegate) return;
@@ -296,12 +295,12 @@ void MenuSurface::reportExit() {
   m_delegate->pointerExited({pointerLocation().value_or(Point{-1, -1}), 0, primaryButtonIsDown});
 }
 
-MouseEvent MenuSurface::mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers,
-                                   Qt::MouseButtons held) const {
+MouseEvent QtSurface::mouseEvent(QPointF position, Qt::KeyboardModifiers modifiers,
+                                 Qt::MouseButtons held) const {
   return {windowPoint(position), modifierFlags(modifiers), held.testFlag(Qt::LeftButton)};
 }
 
-Point MenuSurface::windowPoint(QPointF position) const {
+Point QtSurface::windowPoint(QPointF position) const {
   return {position.x(), m_frame.size.height - position.y()};
 }
 

@@ -1,4 +1,4 @@
-#include "backends/linux/AutostartEntry.h"
+#include "backends/linux/LinuxLoginItem.h"
 
 #include "backends/linux/GlibPointers.h"
 #include "tests/backends/linux/DesktopSandbox.h"
@@ -18,7 +18,7 @@ namespace {
 namespace fs = std::filesystem;
 using State = LoginItem::State;
 
-class AutostartEntryTest : public testing::Test {
+class LinuxLoginItemTest : public testing::Test {
 protected:
   std::string content() const {
     std::ifstream file(entry.path());
@@ -48,30 +48,30 @@ protected:
 
   const std::string folder = DesktopSandbox::shared().makeFolder();
   const std::string state = DesktopSandbox::shared().makeFolder();
-  AutostartEntry entry{folder, state, "/opt/orbel/bin/orbelmenu"};
+  LinuxLoginItem entry{folder, state, "/opt/orbel/bin/orbelmenu"};
   test::LogCapture log;
 };
 
-TEST_F(AutostartEntryTest, NothingIsRegisteredAtFirst) {
+TEST_F(LinuxLoginItemTest, NothingIsRegisteredAtFirst) {
   EXPECT_EQ(entry.path(), folder + "/autostart/org.orbelmenu.OrbelMenu.desktop");
   EXPECT_EQ(entry.state().value(), State::undecided);
   EXPECT_FALSE(fs::exists(folder + "/autostart"));
   EXPECT_TRUE(fs::is_empty(state));
 }
 
-TEST_F(AutostartEntryTest, AnEntryThatWasRemovedFromOutsideIsToldFromOneThatNeverWas) {
+TEST_F(LinuxLoginItemTest, AnEntryThatWasRemovedFromOutsideIsToldFromOneThatNeverWas) {
   ASSERT_TRUE(entry.setRegistered(true));
   fs::remove(entry.path());
   EXPECT_EQ(entry.state().value(), State::notRegistered);
-  EXPECT_EQ(AutostartEntry(folder, state, "/usr/bin/orbelmenu").state().value(), State::notRegistered)
+  EXPECT_EQ(LinuxLoginItem(folder, state, "/usr/bin/orbelmenu").state().value(), State::notRegistered)
       << "next time";
   const auto otherMachine = DesktopSandbox::shared().makeFolder();
-  EXPECT_EQ(AutostartEntry(folder, otherMachine, "/usr/bin/orbelmenu").state().value(), State::undecided);
+  EXPECT_EQ(LinuxLoginItem(folder, otherMachine, "/usr/bin/orbelmenu").state().value(), State::undecided);
   ASSERT_TRUE(entry.setRegistered(false));
   EXPECT_EQ(entry.state().value(), State::undecided) << "it was taken back here";
 }
 
-TEST_F(AutostartEntryTest, WhereTheRegistrationCannotBeRememberedTheRunningProgramStillKnowsIt) {
+TEST_F(LinuxLoginItemTest, WhereTheRegistrationCannotBeRememberedTheRunningProgramStillKnowsIt) {
   DesktopSandbox::write(state + "/orbelmenu", "a file where the folder belongs");
   EXPECT_TRUE(entry.setRegistered(true));
   EXPECT_EQ(log.count("will come back"), 1);
@@ -79,7 +79,7 @@ TEST_F(AutostartEntryTest, WhereTheRegistrationCannotBeRememberedTheRunningProgr
   EXPECT_EQ(entry.state().value(), State::notRegistered);
 }
 
-TEST_F(AutostartEntryTest, RegisteringWritesAnEntryThatRunsTheProgram) {
+TEST_F(LinuxLoginItemTest, RegisteringWritesAnEntryThatRunsTheProgram) {
   EXPECT_TRUE(entry.setRegistered(true));
   EXPECT_EQ(entry.state().value(), State::registered);
   EXPECT_EQ(value("Type"), "Application");
@@ -91,7 +91,7 @@ TEST_F(AutostartEntryTest, RegisteringWritesAnEntryThatRunsTheProgram) {
   EXPECT_EQ(std::distance(fs::directory_iterator(folder + "/autostart"), fs::directory_iterator()), 1);
 }
 
-TEST_F(AutostartEntryTest, UnregisteringRemovesTheEntryAndAgainIsHarmless) {
+TEST_F(LinuxLoginItemTest, UnregisteringRemovesTheEntryAndAgainIsHarmless) {
   ASSERT_TRUE(entry.setRegistered(true));
   EXPECT_TRUE(entry.setRegistered(false));
   EXPECT_FALSE(fs::exists(entry.path()));
@@ -99,15 +99,15 @@ TEST_F(AutostartEntryTest, UnregisteringRemovesTheEntryAndAgainIsHarmless) {
   EXPECT_TRUE(entry.setRegistered(false));
 }
 
-TEST_F(AutostartEntryTest, RegisteringAgainFollowsAProgramThatHasMoved) {
+TEST_F(LinuxLoginItemTest, RegisteringAgainFollowsAProgramThatHasMoved) {
   ASSERT_TRUE(entry.setRegistered(true));
-  AutostartEntry moved(folder, state, "/usr/bin/orbelmenu");
+  LinuxLoginItem moved(folder, state, "/usr/bin/orbelmenu");
   EXPECT_EQ(moved.state().value(), State::registered);
   EXPECT_TRUE(moved.setRegistered(true));
   EXPECT_EQ(value("Exec"), "/usr/bin/orbelmenu");
 }
 
-TEST_F(AutostartEntryTest, AnEntryThatIsRightAlreadyIsNotWrittenAgain) {
+TEST_F(LinuxLoginItemTest, AnEntryThatIsRightAlreadyIsNotWrittenAgain) {
   ASSERT_TRUE(entry.setRegistered(true));
   const auto before = fs::last_write_time(entry.path()) - std::chrono::hours(1);
   fs::last_write_time(entry.path(), before);
@@ -115,7 +115,7 @@ TEST_F(AutostartEntryTest, AnEntryThatIsRightAlreadyIsNotWrittenAgain) {
   EXPECT_EQ(fs::last_write_time(entry.path()), before);
 }
 
-TEST_F(AutostartEntryTest, AnEntryThatTheDesktopHasSwitchedOffIsNotRegistered) {
+TEST_F(LinuxLoginItemTest, AnEntryThatTheDesktopHasSwitchedOffIsNotRegistered) {
   for (const std::string off : {"Hidden=true\n", "X-GNOME-Autostart-enabled=false\n"}) {
     write("[Desktop Entry]\nType=Application\nName=Orbel Menu\nExec=/opt/orbel/bin/orbelmenu\n" + off);
     EXPECT_EQ(entry.state().value(), State::notRegistered) << off;
@@ -124,7 +124,7 @@ TEST_F(AutostartEntryTest, AnEntryThatTheDesktopHasSwitchedOffIsNotRegistered) {
   }
 }
 
-TEST_F(AutostartEntryTest, WhatOthersAddedToTheEntryIsKept) {
+TEST_F(LinuxLoginItemTest, WhatOthersAddedToTheEntryIsKept) {
   write("# mine\n[Desktop Entry]\nType=Application\nName=Menu\nName[de]=Menü\nExec=/old\nHidden=true\n"
         "X-GNOME-Autostart-Delay=5\nOnlyShowIn=XFCE;\n");
   EXPECT_TRUE(entry.setRegistered(true));
@@ -135,7 +135,7 @@ TEST_F(AutostartEntryTest, WhatOthersAddedToTheEntryIsKept) {
   EXPECT_EQ(value("Exec"), "/opt/orbel/bin/orbelmenu");
 }
 
-TEST_F(AutostartEntryTest, ABrokenEntryIsNotRegisteredAndReplaced) {
+TEST_F(LinuxLoginItemTest, ABrokenEntryIsNotRegisteredAndReplaced) {
   for (const std::string broken :
        {"", "\0\x01\xff", "[Desktop Action x]\nExec=x\n", "[Desktop Entry]\nType=Application\n"}) {
     write(broken);
@@ -145,7 +145,7 @@ TEST_F(AutostartEntryTest, ABrokenEntryIsNotRegisteredAndReplaced) {
   }
 }
 
-TEST_F(AutostartEntryTest, AnEntryThatIsALinkIsWrittenWhereItLeadsAndRemovedWhereItStands) {
+TEST_F(LinuxLoginItemTest, AnEntryThatIsALinkIsWrittenWhereItLeadsAndRemovedWhereItStands) {
   const std::string elsewhere = folder + "/mine.desktop";
   fs::create_directories(folder + "/autostart");
   fs::create_symlink(elsewhere, entry.path());
@@ -157,7 +157,7 @@ TEST_F(AutostartEntryTest, AnEntryThatIsALinkIsWrittenWhereItLeadsAndRemovedWher
   EXPECT_TRUE(fs::exists(elsewhere));
 }
 
-TEST_F(AutostartEntryTest, AFolderThatCannotBeWrittenIsToldAndLeavesEverythingAsItWas) {
+TEST_F(LinuxLoginItemTest, AFolderThatCannotBeWrittenIsToldAndLeavesEverythingAsItWas) {
   EXPECT_TRUE(test::passesAsOtherUser([&] {
     const std::string locked = folder + "/locked";
     const auto lock = [&] {
@@ -166,7 +166,7 @@ TEST_F(AutostartEntryTest, AFolderThatCannotBeWrittenIsToldAndLeavesEverythingAs
     const auto unlock = [&] { fs::permissions(locked + "/autostart", fs::perms::owner_all); };
     fs::create_directories(locked + "/autostart");
     lock();
-    AutostartEntry refused(locked, locked + "/state", "/usr/bin/orbelmenu");
+    LinuxLoginItem refused(locked, locked + "/state", "/usr/bin/orbelmenu");
     EXPECT_EQ(refused.setRegistered(true).cause(),
               "the program cannot be started at login: Permission denied");
     EXPECT_EQ(refused.state().value(), State::undecided);
@@ -181,39 +181,39 @@ TEST_F(AutostartEntryTest, AFolderThatCannotBeWrittenIsToldAndLeavesEverythingAs
   }));
 }
 
-TEST_F(AutostartEntryTest, AFileInThePlaceOfTheFolderIsToldToo) {
+TEST_F(LinuxLoginItemTest, AFileInThePlaceOfTheFolderIsToldToo) {
   DesktopSandbox::write(folder + "/autostart", "");
   EXPECT_TRUE(entry.setRegistered(true).cause().starts_with("the program cannot be started at login: "));
   EXPECT_EQ(entry.state().value(), State::undecided);
 }
 
-TEST_F(AutostartEntryTest, AnEntryThatCannotBeReadSaysWhy) {
+TEST_F(LinuxLoginItemTest, AnEntryThatCannotBeReadSaysWhy) {
   fs::create_directories(entry.path());
   EXPECT_EQ(entry.state().cause(), "the autostart entry cannot be read: it is not an ordinary file");
   EXPECT_FALSE(entry.setRegistered(true));
   EXPECT_TRUE(fs::is_directory(entry.path()));
 }
 
-TEST_F(AutostartEntryTest, PathsThatNeedItAreQuoted) {
-  EXPECT_EQ(AutostartEntry::execWord("/usr/bin/orbelmenu"), "/usr/bin/orbelmenu");
-  EXPECT_EQ(AutostartEntry::execWord("/my programs/100%/orbelmenu"), "\"/my programs/100%%/orbelmenu\"");
+TEST_F(LinuxLoginItemTest, PathsThatNeedItAreQuoted) {
+  EXPECT_EQ(LinuxLoginItem::execWord("/usr/bin/orbelmenu"), "/usr/bin/orbelmenu");
+  EXPECT_EQ(LinuxLoginItem::execWord("/my programs/100%/orbelmenu"), "\"/my programs/100%%/orbelmenu\"");
   const std::string awkward = "/a b/\"c\"/$d/`e`/f\\g/'h'/orbelmenu";
-  EXPECT_EQ(commandOf(AutostartEntry::execWord(awkward)), std::vector<std::string>{awkward});
-  AutostartEntry other(folder, state, awkward);
+  EXPECT_EQ(commandOf(LinuxLoginItem::execWord(awkward)), std::vector<std::string>{awkward});
+  LinuxLoginItem other(folder, state, awkward);
   EXPECT_TRUE(other.setRegistered(true));
   EXPECT_EQ(commandOf(value("Exec")), std::vector<std::string>{awkward});
 }
 
-TEST_F(AutostartEntryTest, APathThatNoEntryCanNameOrNoneIsRefused) {
-  EXPECT_FALSE(AutostartEntry(folder, state, "").setRegistered(true));
-  EXPECT_FALSE(AutostartEntry(folder, state, "/a\nExec=/bin/evil").setRegistered(true));
+TEST_F(LinuxLoginItemTest, APathThatNoEntryCanNameOrNoneIsRefused) {
+  EXPECT_FALSE(LinuxLoginItem(folder, state, "").setRegistered(true));
+  EXPECT_FALSE(LinuxLoginItem(folder, state, "/a\nExec=/bin/evil").setRegistered(true));
   EXPECT_FALSE(fs::exists(entry.path()));
 }
 
-TEST_F(AutostartEntryTest, ChangesFromOutsideAreToldAlsoWhereTheFolderComesLater) {
+TEST_F(LinuxLoginItemTest, ChangesFromOutsideAreToldAlsoWhereTheFolderComesLater) {
   const std::string above = folder + "/not/yet";
-  AutostartEntry watched(above, state, "/usr/bin/orbelmenu");
-  AutostartEntry writer(above, state, "/usr/bin/orbelmenu");
+  LinuxLoginItem watched(above, state, "/usr/bin/orbelmenu");
+  LinuxLoginItem writer(above, state, "/usr/bin/orbelmenu");
   std::vector<State> seen;
   const auto observation = watched.observeChanges([&] { seen.push_back(watched.state().value()); });
   const auto sees = [&](State expected) {
@@ -229,12 +229,12 @@ TEST_F(AutostartEntryTest, ChangesFromOutsideAreToldAlsoWhereTheFolderComesLater
   }
 }
 
-TEST_F(AutostartEntryTest, AFolderThatCannotBeWatchedUntilItIsOpenedIsWatchedThen) {
+TEST_F(LinuxLoginItemTest, AFolderThatCannotBeWatchedUntilItIsOpenedIsWatchedThen) {
   EXPECT_TRUE(test::passesAsOtherUser([&] {
     const std::string locked = folder + "/locked";
     fs::create_directories(locked + "/autostart");
     fs::permissions(locked + "/autostart", fs::perms::none);
-    AutostartEntry watched(locked, locked + "/state", "/usr/bin/orbelmenu");
+    LinuxLoginItem watched(locked, locked + "/state", "/usr/bin/orbelmenu");
     int changes = 0;
     const auto observation = watched.observeChanges([&] { ++changes; });
     fs::permissions(locked + "/autostart", fs::perms::owner_all);
@@ -246,8 +246,8 @@ TEST_F(AutostartEntryTest, AFolderThatCannotBeWatchedUntilItIsOpenedIsWatchedThe
   }));
 }
 
-TEST_F(AutostartEntryTest, TheRunningProgramKnowsItsFile) {
-  EXPECT_EQ(AutostartEntry::ownExecutable(), fs::read_symlink("/proc/self/exe").string());
+TEST_F(LinuxLoginItemTest, TheRunningProgramKnowsItsFile) {
+  EXPECT_EQ(LinuxLoginItem::ownExecutable(), fs::read_symlink("/proc/self/exe").string());
 }
 
 } // namespace

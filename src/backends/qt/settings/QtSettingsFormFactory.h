@@ -10,9 +10,10 @@
 
 namespace orbel::qt {
 
-class QtSettingsForms : public SettingsForms {
+class QtSettingsFormFactory : public SettingsFormFactory {
 public:
-  explicit QtSettingsForms(SettingsFormEnvironment environment) : m_environment(std::move(environment)) {}
+  explicit QtSettingsFormFactory(SettingsFormEnvironment environment)
+      : m_environment(std::move(environment)) {}
 
   std::unique_ptr<SettingsForm> load(SettingsFormDescription description) override {
     return std::make_unique<QtSettingsForm>(m_environment, description);

@@ -1,4 +1,4 @@
-#include "backends/qt/video/QtVideoPlayers.h"
+#include "backends/qt/video/QtVideoPlayerFactory.h"
 
 #include "backends/qt/resources/OwnResources.h"
 #include "backends/qt/video/VideoProcess.h"
@@ -27,14 +27,14 @@ Bitmap bitmapOf(QImage image) {
 }
 } // namespace
 
-QString QtVideoPlayers::findProgram() {
+QString QtVideoPlayerFactory::findProgram() {
   const QString folder = QCoreApplication::applicationDirPath();
   const QString beside = folder + QLatin1Char('/') + QLatin1String(kProgram);
   if (QFileInfo(beside).isExecutable()) return beside;
   return folder + QStringLiteral("/" ORBEL_VIDEO_FROM_PROGRAMS "/") + QLatin1String(kProgram);
 }
 
-ImagePointer QtVideoPlayers::still(const std::string& resource, Size size) {
+ImagePointer QtVideoPlayerFactory::still(const std::string& resource, Size size) {
   OwnResources::load();
   const QString path = QStringLiteral(":/video/%1.svg").arg(QString::fromStdString(resource));
   if (!QFileInfo::exists(path)) return nullptr;
@@ -45,9 +45,9 @@ ImagePointer QtVideoPlayers::still(const std::string& resource, Size size) {
   });
 }
 
-Result<std::unique_ptr<VideoPlayer>> QtVideoPlayers::load(const std::string& resource,
-                                                          const std::string& extension,
-                                                          VideoPlayerHandlers handlers) {
+Result<std::unique_ptr<VideoPlayer>> QtVideoPlayerFactory::load(const std::string& resource,
+                                                                const std::string& extension,
+                                                                VideoPlayerHandlers handlers) {
   const std::string video = resource + '.' + extension;
   if (!QFileInfo(m_program).isExecutable()) {
     return Failure{"the video " + video + " is shown as a still picture: there is no program " +

@@ -11,10 +11,10 @@
 
 namespace orbel::qt {
 
-class QtVideoPlayers : public VideoPlayers {
+class QtVideoPlayerFactory : public VideoPlayerFactory {
 public:
   // The path of the video program, which need not exist: then there is only the still picture.
-  explicit QtVideoPlayers(QString program) : m_program(std::move(program)) {}
+  explicit QtVideoPlayerFactory(QString program) : m_program(std::move(program)) {}
 
   // Beside this program, or where an installation keeps it.
   static QString findProgram();

@@ -1,5 +1,5 @@
 // The contract of videos, with the real video program.
-#include "backends/qt/video/QtVideoPlayers.h"
+#include "backends/qt/video/QtVideoPlayerFactory.h"
 #include "tests/contracts/VideoPlayerContract.h"
 
 #include <QTest>
@@ -7,19 +7,20 @@
 namespace orbel::contracts {
 namespace {
 
-class QtVideoPlayersSubject {
+class QtVideoPlayerFactorySubject {
 public:
-  VideoPlayers& players() { return m_players; }
+  VideoPlayerFactory& players() { return m_players; }
   static bool runUntil(const std::function<bool()>& condition) {
     constexpr int kPatience = 20000; // milliseconds
     return QTest::qWaitFor(condition, kPatience);
   }
 
 private:
-  qt::QtVideoPlayers m_players{QStringLiteral(ORBEL_VIDEO_PROGRAM)};
+  qt::QtVideoPlayerFactory m_players{QStringLiteral(ORBEL_VIDEO_PROGRAM)};
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(QtVideoPlayersContract, VideoPlayerContract, QtVideoPlayersSubject);
+INSTANTIATE_TYPED_TEST_SUITE_P(QtVideoPlayerFactoryContract, VideoPlayerContract,
+                               QtVideoPlayerFactorySubject);
 
 } // namespace
 } // namespace orbel::contracts

@@ -1,4 +1,4 @@
-#include "backends/qt/session/DesktopNotifications.h"
+#include "backends/qt/session/QtUserNotifications.h"
 
 #include <QDBusMessage>
 #include <QDBusPendingCallWatcher>
@@ -25,9 +25,9 @@ void tell(const Done& done, const Result<>& taken) {
 }
 } // namespace
 
-DesktopNotifications::DesktopNotifications(QDBusConnection bus) : m_bus(std::move(bus)) {}
+QtUserNotifications::QtUserNotifications(QDBusConnection bus) : m_bus(std::move(bus)) {}
 
-void DesktopNotifications::deliver(const UserNotification& notification, Done done) {
+void QtUserNotifications::deliver(const UserNotification& notification, Done done) {
   if (!m_bus.isConnected()) {
     Failure failure{"There is no session bus to show a notification by: " + notification.text};
     QTimer::singleShot(0, &m_pending,

@@ -1,5 +1,5 @@
 // The login item's contract on an autostart folder of the test's own.
-#include "backends/linux/AutostartEntry.h"
+#include "backends/linux/LinuxLoginItem.h"
 #include "tests/backends/linux/DesktopSandbox.h"
 #include "tests/contracts/LoginItemContract.h"
 #include "tests/support/glib/MainLoop.h"
@@ -9,7 +9,7 @@
 namespace orbel::contracts {
 namespace {
 
-class AutostartEntrySubject {
+class LinuxLoginItemSubject {
 public:
   LoginItem& item() { return m_entry; }
   void switchWithTheDesktopsTools(bool registered) {
@@ -29,7 +29,7 @@ public:
 private:
   const std::string m_folder = linux::DesktopSandbox::shared().makeFolder();
   const std::string m_state = linux::DesktopSandbox::shared().makeFolder();
-  linux::AutostartEntry m_entry{m_folder, m_state, "/usr/bin/orbelmenu"};
+  linux::LinuxLoginItem m_entry{m_folder, m_state, "/usr/bin/orbelmenu"};
   std::optional<bool> m_isRegistered; // as told
   Registration m_observation = m_entry.observeChanges([this] {
     const auto state = m_entry.state();
@@ -37,7 +37,7 @@ private:
   });
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(AutostartEntryContract, LoginItemContract, AutostartEntrySubject);
+INSTANTIATE_TYPED_TEST_SUITE_P(LinuxLoginItemContract, LoginItemContract, LinuxLoginItemSubject);
 
 } // namespace
 } // namespace orbel::contracts

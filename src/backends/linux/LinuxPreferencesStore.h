@@ -19,7 +19,7 @@
 
 namespace orbel::linux {
 
-class PreferencesFile : public PreferencesStore {
+class LinuxPreferencesStore : public PreferencesStore {
 public:
   static constexpr double kSaveDelay = 0.05; // seconds from a change to its save; later changes join it
   // Seconds from a change outside to reading it: editors do it in steps
@@ -30,10 +30,10 @@ public:
 
   // Reads the file at that absolute path, which need not exist; its folder is made when missing. The run loop
   // outlives the store.
-  PreferencesFile(std::string path, RunLoop& runLoop);
-  ~PreferencesFile() override; // saves what is not saved yet
-  PreferencesFile(const PreferencesFile&) = delete;
-  PreferencesFile& operator=(const PreferencesFile&) = delete;
+  LinuxPreferencesStore(std::string path, RunLoop& runLoop);
+  ~LinuxPreferencesStore() override; // saves what is not saved yet
+  LinuxPreferencesStore(const LinuxPreferencesStore&) = delete;
+  LinuxPreferencesStore& operator=(const LinuxPreferencesStore&) = delete;
 
   const PropertyList* object(const std::string& key) const override;
   void setObject(const std::string& key, PropertyList value) override;

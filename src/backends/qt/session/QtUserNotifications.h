@@ -9,9 +9,9 @@
 
 namespace orbel::qt {
 
-class DesktopNotifications final : public UserNotifications {
+class QtUserNotifications final : public UserNotifications {
 public:
-  explicit DesktopNotifications(QDBusConnection bus = QDBusConnection::sessionBus());
+  explicit QtUserNotifications(QDBusConnection bus = QDBusConnection::sessionBus());
 
   void deliver(const UserNotification& notification,
                std::function<void(const Result<>& taken)> done) override;

@@ -1,4 +1,4 @@
-#include "backends/linux/PreferencesFile.h"
+#include "backends/linux/LinuxPreferencesStore.h"
 
 #include "foundation/PropertyListCoder.h"
 #include "tests/backends/linux/DesktopSandbox.h"
@@ -28,9 +28,9 @@ std::string xml(const PropertyList::Dictionary& values) {
   return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
-class PreferencesFileTest : public testing::Test {
+class LinuxPreferencesStoreTest : public testing::Test {
 protected:
-  void open() { store = std::make_unique<PreferencesFile>(path, loop); }
+  void open() { store = std::make_unique<LinuxPreferencesStore>(path, loop); }
 
   PropertyList::Dictionary onDisk() const { return decoded(path); }
 
@@ -43,7 +43,7 @@ protected:
   // The watch has told the store of a change, and the time is over that it lets the file settle.
   void takeChange() {
     ASSERT_TRUE(test::iterateUntil([this] { return loop.pendingDelays() > 0; }));
-    loop.advance(PreferencesFile::kSettleDelay);
+    loop.advance(LinuxPreferencesStore::kSettleDelay);
   }
 
   std::vector<std::string> namesLike(const std::string& pattern) const {
@@ -62,10 +62,10 @@ protected:
   const std::string backup = path + ".backup";
   test::LogCapture log;
   ManualRunLoop loop;
-  std::unique_ptr<PreferencesFile> store;
+  std::unique_ptr<LinuxPreferencesStore> store;
 };
 
-TEST_F(PreferencesFileTest, StartsEmptyWithoutAFileAndMakesNone) {
+TEST_F(LinuxPreferencesStoreTest, StartsEmptyWithoutAFileAndMakesNone) {
   open();
   EXPECT_EQ(store->object("menuItems"), nullptr);
   EXPECT_TRUE(store->synchronize());
@@ -73,8 +73,8 @@ TEST_F(PreferencesFileTest, StartsEmptyWithoutAFileAndMakesNone) {
   EXPECT_TRUE(log.lines.empty());
 }
 
-TEST_F(PreferencesFileTest, MakesTheMissingFoldersOfItsFileForTheUserAlone) {
-  store = std::make_unique<PreferencesFile>(folder + "/a/b/preferences.plist", loop);
+TEST_F(LinuxPreferencesStoreTest, MakesTheMissingFoldersOfItsFileForTheUserAlone) {
+  store = std::make_unique<LinuxPreferencesStore>(folder + "/a/b/preferences.plist", loop);
   store->setObject("swiftMode", true);
   EXPECT_TRUE(store->synchronize());
   struct stat status {};
@@ -82,17 +82,17 @@ TEST_F(PreferencesFileTest, MakesTheMissingFoldersOfItsFileForTheUserAlone) {
   EXPECT_EQ(status.st_mode & 0777u, 0700u);
 }
 
-TEST_F(PreferencesFileTest, SavesSeveralChangesTogether) {
+TEST_F(LinuxPreferencesStoreTest, SavesSeveralChangesTogether) {
   open();
   store->setObject("a", 1);
   store->setObject("b", 2);
   store->removeObject("a");
   EXPECT_EQ(loop.pendingDelays(), 1u);
-  loop.advance(PreferencesFile::kSaveDelay);
+  loop.advance(LinuxPreferencesStore::kSaveDelay);
   EXPECT_EQ(onDisk(), (PropertyList::Dictionary{{"b", 2}}));
 }
 
-TEST_F(PreferencesFileTest, SavesWhenItEnds) {
+TEST_F(LinuxPreferencesStoreTest, SavesWhenItEnds) {
   open();
   store->setObject("a", 1);
   store.reset();
@@ -100,7 +100,7 @@ TEST_F(PreferencesFileTest, SavesWhenItEnds) {
   loop.advance(1); // the scheduled save finds no store any more
 }
 
-TEST_F(PreferencesFileTest, ReadsBackWhatItSavedInEveryType) {
+TEST_F(LinuxPreferencesStoreTest, ReadsBackWhatItSavedInEveryType) {
   const PropertyList::Dictionary values{{"flag", true},
                                         {"number", std::int64_t{-5}},
                                         {"real", 0.25},
@@ -119,7 +119,7 @@ TEST_F(PreferencesFileTest, ReadsBackWhatItSavedInEveryType) {
   }
 }
 
-TEST_F(PreferencesFileTest, KeepsTheFileForTheUserAlone) {
+TEST_F(LinuxPreferencesStoreTest, KeepsTheFileForTheUserAlone) {
   open();
   store->setObject("a", 1);
   ASSERT_TRUE(store->synchronize());
@@ -132,7 +132,7 @@ TEST_F(PreferencesFileTest, KeepsTheFileForTheUserAlone) {
   EXPECT_EQ(status.st_mode & 07777u, 0600u);
 }
 
-TEST_F(PreferencesFileTest, ReplacesTheFileInOneStepAndLeavesNoTemporaryFiles) {
+TEST_F(LinuxPreferencesStoreTest, ReplacesTheFileInOneStepAndLeavesNoTemporaryFiles) {
   open();
   store->setObject("a", 1);
   ASSERT_TRUE(store->synchronize());
@@ -146,10 +146,10 @@ TEST_F(PreferencesFileTest, ReplacesTheFileInOneStepAndLeavesNoTemporaryFiles) {
             (std::vector<std::string>{"old-file", "preferences.plist", "preferences.plist.backup"}));
 }
 
-TEST_F(PreferencesFileTest, TellsObserversNothingOfItsOwnSaves) {
+TEST_F(LinuxPreferencesStoreTest, TellsObserversNothingOfItsOwnSaves) {
   open();
   store->setObject("a", 1);
-  loop.advance(PreferencesFile::kSaveDelay);
+  loop.advance(LinuxPreferencesStore::kSaveDelay);
   int calls = 0;
   const auto registration = store->observeChanges([&] { ++calls; });
   takeChange(); // the watch reports the save
@@ -158,7 +158,7 @@ TEST_F(PreferencesFileTest, TellsObserversNothingOfItsOwnSaves) {
   EXPECT_EQ(loop.pendingDelays(), 0u);
 }
 
-TEST_F(PreferencesFileTest, SeesAFileRenamedOverItsOwn) {
+TEST_F(LinuxPreferencesStoreTest, SeesAFileRenamedOverItsOwn) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   open();
   DesktopSandbox::write(folder + "/edited", xml({{"a", 3}}));
@@ -167,14 +167,14 @@ TEST_F(PreferencesFileTest, SeesAFileRenamedOverItsOwn) {
   EXPECT_EQ(store->integer("a"), 3);
 }
 
-TEST_F(PreferencesFileTest, SeesTheFileAppear) {
+TEST_F(LinuxPreferencesStoreTest, SeesTheFileAppear) {
   open();
   DesktopSandbox::write(path, xml({{"a", 4}}));
   takeChange();
   EXPECT_EQ(store->integer("a"), 4);
 }
 
-TEST_F(PreferencesFileTest, SeesTheFileDeleted) {
+TEST_F(LinuxPreferencesStoreTest, SeesTheFileDeleted) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   open();
   int calls = 0;
@@ -186,7 +186,7 @@ TEST_F(PreferencesFileTest, SeesTheFileDeleted) {
   EXPECT_TRUE(DesktopSandbox::exists(backup));
 }
 
-TEST_F(PreferencesFileTest, TakesADeletionWithAReplacementForOneChange) {
+TEST_F(LinuxPreferencesStoreTest, TakesADeletionWithAReplacementForOneChange) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   open();
   int calls = 0;
@@ -203,7 +203,7 @@ TEST_F(PreferencesFileTest, TakesADeletionWithAReplacementForOneChange) {
   EXPECT_EQ(store->integer("a"), 2);
 }
 
-TEST_F(PreferencesFileTest, MergesAChangeFromOutsideByKeyAndItsOwnUnsavedKeysWin) {
+TEST_F(LinuxPreferencesStoreTest, MergesAChangeFromOutsideByKeyAndItsOwnUnsavedKeysWin) {
   DesktopSandbox::write(path, xml({{"ours", 1}, {"removed", 1}, {"theirs", 1}, {"gone", 1}}));
   open();
   store->setObject("ours", 2);
@@ -219,7 +219,7 @@ TEST_F(PreferencesFileTest, MergesAChangeFromOutsideByKeyAndItsOwnUnsavedKeysWin
   EXPECT_EQ(calls, 1);
 }
 
-TEST_F(PreferencesFileTest, FollowsASymbolicLinkToItsFile) {
+TEST_F(LinuxPreferencesStoreTest, FollowsASymbolicLinkToItsFile) {
   const std::string elsewhere = DesktopSandbox::shared().makeFolder();
   DesktopSandbox::write(elsewhere + "/real.plist", xml({{"a", 1}}));
   ASSERT_EQ(::symlink((elsewhere + "/real.plist").c_str(), path.c_str()), 0);
@@ -238,7 +238,7 @@ TEST_F(PreferencesFileTest, FollowsASymbolicLinkToItsFile) {
   EXPECT_EQ(store->integer("a"), 3);
 }
 
-TEST_F(PreferencesFileTest, FollowsARelativeLinkWhoseFileDoesNotExistYet) {
+TEST_F(LinuxPreferencesStoreTest, FollowsARelativeLinkWhoseFileDoesNotExistYet) {
   const std::string elsewhere = folder + "/dotfiles";
   std::filesystem::create_directory(elsewhere);
   ASSERT_EQ(::symlink("dotfiles/real.plist", path.c_str()), 0);
@@ -259,7 +259,8 @@ void PrintTo(const BadFile& file, std::ostream* stream) {
   *stream << file.name;
 }
 
-class BadPreferencesFileTest : public PreferencesFileTest, public testing::WithParamInterface<BadFile> {};
+class BadPreferencesFileTest : public LinuxPreferencesStoreTest,
+                               public testing::WithParamInterface<BadFile> {};
 
 TEST_P(BadPreferencesFileTest, IsKeptAsideAndTheStoreStartsFromItsLastGoodCopy) {
   DesktopSandbox::write(path, GetParam().content);
@@ -299,7 +300,7 @@ INSTANTIATE_TEST_SUITE_P(Content, BadPreferencesFileTest,
                                          BadFile{"Hostile", deeplyNested()}),
                          [](const auto& file) { return file.param.name; });
 
-TEST_F(PreferencesFileTest, StartsEmptyWhenTheGoodCopyIsBadToo) {
+TEST_F(LinuxPreferencesStoreTest, StartsEmptyWhenTheGoodCopyIsBadToo) {
   DesktopSandbox::write(path, "bad");
   DesktopSandbox::write(backup, "bad too");
   open();
@@ -308,7 +309,7 @@ TEST_F(PreferencesFileTest, StartsEmptyWhenTheGoodCopyIsBadToo) {
   EXPECT_EQ(DesktopSandbox::read(backup), "bad too");
 }
 
-TEST_F(PreferencesFileTest, NeverOverwritesAnEarlierFileThatWasKeptAside) {
+TEST_F(LinuxPreferencesStoreTest, NeverOverwritesAnEarlierFileThatWasKeptAside) {
   for (int i = 0; i < 3; ++i) {
     DesktopSandbox::write(path, "bad " + std::to_string(i));
     open();
@@ -317,26 +318,26 @@ TEST_F(PreferencesFileTest, NeverOverwritesAnEarlierFileThatWasKeptAside) {
   EXPECT_EQ(unreadableNames().size(), 3u);
 }
 
-TEST_F(PreferencesFileTest, KeepsItsValuesWhenTheFileBecomesUnreadableForGood) {
+TEST_F(LinuxPreferencesStoreTest, KeepsItsValuesWhenTheFileBecomesUnreadableForGood) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   open();
   DesktopSandbox::write(path, "half a fi");
   takeChange();
   EXPECT_TRUE(unreadableNames().empty()) << "it may still be being written";
-  loop.advance(PreferencesFile::kDoubtDelay);
+  loop.advance(LinuxPreferencesStore::kDoubtDelay);
   EXPECT_EQ(unreadableNames().size(), 1u);
   EXPECT_EQ(store->integer("a"), 1);
   EXPECT_EQ(onDisk(), (PropertyList::Dictionary{{"a", 1}}));
 }
 
-TEST_F(PreferencesFileTest, WaitsForAWriterThatIsNotDoneWithTheFile) {
+TEST_F(LinuxPreferencesStoreTest, WaitsForAWriterThatIsNotDoneWithTheFile) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   open();
   const std::string whole = xml({{"a", 2}});
   DesktopSandbox::write(path, whole.substr(0, whole.size() / 2));
   takeChange();
   store->setObject("b", 5);
-  loop.advance(PreferencesFile::kSaveDelay);
+  loop.advance(LinuxPreferencesStore::kSaveDelay);
   EXPECT_EQ(DesktopSandbox::read(path), whole.substr(0, whole.size() / 2));
   DesktopSandbox::write(path, whole);
   ASSERT_TRUE(test::iterateUntil([this] { return loop.pendingDelays() > 1; }));
@@ -346,7 +347,7 @@ TEST_F(PreferencesFileTest, WaitsForAWriterThatIsNotDoneWithTheFile) {
   EXPECT_EQ(onDisk(), (PropertyList::Dictionary{{"a", 2}, {"b", 5}}));
 }
 
-TEST_F(PreferencesFileTest, KeepsACopyOfEveryGoodFile) {
+TEST_F(LinuxPreferencesStoreTest, KeepsACopyOfEveryGoodFile) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   open();
   EXPECT_EQ(decoded(backup), (PropertyList::Dictionary{{"a", 1}}));
@@ -355,7 +356,7 @@ TEST_F(PreferencesFileTest, KeepsACopyOfEveryGoodFile) {
   EXPECT_EQ(decoded(backup), (PropertyList::Dictionary{{"a", 2}}));
 }
 
-TEST_F(PreferencesFileTest, KeepsADatedCopyOfTheFileAsItIsOnDisk) {
+TEST_F(LinuxPreferencesStoreTest, KeepsADatedCopyOfTheFileAsItIsOnDisk) {
   const std::string text = xml({{"a", 1}}) + "<!-- by hand -->";
   DesktopSandbox::write(path, text);
   open();
@@ -365,7 +366,7 @@ TEST_F(PreferencesFileTest, KeepsADatedCopyOfTheFileAsItIsOnDisk) {
   EXPECT_EQ(DesktopSandbox::read(folder + "/" + datedNames()[0]), text);
 }
 
-TEST_F(PreferencesFileTest, KeepsTheNewestFiveDatedCopiesAndNothingElseGoes) {
+TEST_F(LinuxPreferencesStoreTest, KeepsTheNewestFiveDatedCopiesAndNothingElseGoes) {
   DesktopSandbox::write(folder + "/preferences-mine.plist", "x");
   for (const char* stamp : {"20200101T000000", "20210101T000000"}) {
     DesktopSandbox::write(folder + "/preferences-" + stamp + ".plist", stamp);
@@ -376,13 +377,13 @@ TEST_F(PreferencesFileTest, KeepsTheNewestFiveDatedCopiesAndNothingElseGoes) {
     ASSERT_TRUE(store->synchronize());
     store->keepDatedCopy();
   }
-  ASSERT_EQ(datedNames().size(), PreferencesFile::kDatedCopies);
+  ASSERT_EQ(datedNames().size(), LinuxPreferencesStore::kDatedCopies);
   EXPECT_EQ(decoded(folder + "/" + datedNames().front()), (PropertyList::Dictionary{{"a", 1}}));
   EXPECT_EQ(decoded(folder + "/" + datedNames().back()), (PropertyList::Dictionary{{"a", 5}}));
   EXPECT_TRUE(DesktopSandbox::exists(folder + "/preferences-mine.plist"));
 }
 
-TEST_F(PreferencesFileTest, KeepsTheCopyItJustMadeAlsoWhenOthersAreDatedLater) {
+TEST_F(LinuxPreferencesStoreTest, KeepsTheCopyItJustMadeAlsoWhenOthersAreDatedLater) {
   const auto later = std::filesystem::file_time_type::clock::now() + std::chrono::hours(1);
   for (const char* stamp :
        {"29990101T000000", "29990101T000001", "29990101T000002", "29990101T000003", "29990101T000004"}) {
@@ -394,13 +395,13 @@ TEST_F(PreferencesFileTest, KeepsTheCopyItJustMadeAlsoWhenOthersAreDatedLater) {
   open();
   store->keepDatedCopy();
   const auto names = datedNames();
-  ASSERT_EQ(names.size(), PreferencesFile::kDatedCopies);
+  ASSERT_EQ(names.size(), LinuxPreferencesStore::kDatedCopies);
   EXPECT_EQ(decoded(folder + "/" + names.front()), (PropertyList::Dictionary{{"a", 1}}));
   EXPECT_EQ(names.at(1), "preferences-29990101T000001.plist") << "the oldest of the others went";
   EXPECT_EQ(log.count("is kept as " + folder + "/" + names.front()), 1);
 }
 
-TEST_F(PreferencesFileTest, KeepsTheCopiesThatWereWrittenLastAlsoWhenTheClockWasPutBack) {
+TEST_F(LinuxPreferencesStoreTest, KeepsTheCopiesThatWereWrittenLastAlsoWhenTheClockWasPutBack) {
   const auto now = std::filesystem::file_time_type::clock::now();
   for (int i = 0; i < 5; ++i) {
     const std::string name = folder + "/preferences-20300101T00000" + std::to_string(5 - i) + ".plist";
@@ -410,18 +411,18 @@ TEST_F(PreferencesFileTest, KeepsTheCopiesThatWereWrittenLastAlsoWhenTheClockWas
   DesktopSandbox::write(path, xml({{"a", 1}}));
   open();
   store->keepDatedCopy();
-  EXPECT_EQ(datedNames().size(), PreferencesFile::kDatedCopies);
+  EXPECT_EQ(datedNames().size(), LinuxPreferencesStore::kDatedCopies);
   EXPECT_FALSE(DesktopSandbox::exists(folder + "/preferences-20300101T000005.plist"));
   EXPECT_TRUE(DesktopSandbox::exists(folder + "/preferences-20300101T000001.plist"));
 }
 
-TEST_F(PreferencesFileTest, KeepsADatedCopyInAFolderThatCannotBeListed) {
+TEST_F(LinuxPreferencesStoreTest, KeepsADatedCopyInAFolderThatCannotBeListed) {
   EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0700), 0);
     DesktopSandbox::write(own + "/preferences.plist", xml({{"a", 1}}));
     ASSERT_EQ(::chmod(own.c_str(), 0300), 0);
-    PreferencesFile closed(own + "/preferences.plist", loop);
+    LinuxPreferencesStore closed(own + "/preferences.plist", loop);
     closed.keepDatedCopy();
     ASSERT_EQ(::chmod(own.c_str(), 0700), 0);
     const auto names = DesktopSandbox::list(own);
@@ -432,7 +433,7 @@ TEST_F(PreferencesFileTest, KeepsADatedCopyInAFolderThatCannotBeListed) {
   }));
 }
 
-TEST_F(PreferencesFileTest, KeepsNoSecondDatedCopyOfTheSameContent) {
+TEST_F(LinuxPreferencesStoreTest, KeepsNoSecondDatedCopyOfTheSameContent) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   open();
   store->keepDatedCopy();
@@ -440,13 +441,13 @@ TEST_F(PreferencesFileTest, KeepsNoSecondDatedCopyOfTheSameContent) {
   EXPECT_EQ(datedNames().size(), 1u);
 }
 
-TEST_F(PreferencesFileTest, KeepsNoDatedCopyWithoutAFile) {
+TEST_F(LinuxPreferencesStoreTest, KeepsNoDatedCopyWithoutAFile) {
   open();
   store->keepDatedCopy();
   EXPECT_TRUE(DesktopSandbox::list(folder).empty());
 }
 
-TEST_F(PreferencesFileTest, LeavesSomethingThatIsNoOrdinaryFileAlone) {
+TEST_F(LinuxPreferencesStoreTest, LeavesSomethingThatIsNoOrdinaryFileAlone) {
   ASSERT_EQ(::mkfifo(path.c_str(), 0600), 0);
   open();
   store->setObject("a", 1);
@@ -456,7 +457,7 @@ TEST_F(PreferencesFileTest, LeavesSomethingThatIsNoOrdinaryFileAlone) {
   EXPECT_EQ(log.count("cannot be read"), 1);
 }
 
-TEST_F(PreferencesFileTest, WorksInMemoryInAReadOnlyFolderAndSavesWhenThatIsPossibleAgain) {
+TEST_F(LinuxPreferencesStoreTest, WorksInMemoryInAReadOnlyFolderAndSavesWhenThatIsPossibleAgain) {
   DesktopSandbox::write(path, xml({{"a", 1}}));
   ::chmod(path.c_str(), 0666);
   EXPECT_TRUE(test::passesAsOtherUser([this] {
@@ -466,7 +467,7 @@ TEST_F(PreferencesFileTest, WorksInMemoryInAReadOnlyFolderAndSavesWhenThatIsPoss
     const std::string file = own + "/preferences.plist";
     DesktopSandbox::write(file, xml({{"a", 1}}));
     ASSERT_EQ(::chmod(own.c_str(), 0555), 0);
-    PreferencesFile readOnly(file, loop);
+    LinuxPreferencesStore readOnly(file, loop);
     EXPECT_EQ(readOnly.integer("a"), 1);
     readOnly.setObject("a", 2);
     loop.advance(1);
@@ -482,7 +483,7 @@ TEST_F(PreferencesFileTest, WorksInMemoryInAReadOnlyFolderAndSavesWhenThatIsPoss
   }));
 }
 
-TEST_F(PreferencesFileTest, ASaveNeverLosesWhatAnotherProgramWritesInThatMoment) {
+TEST_F(LinuxPreferencesStoreTest, ASaveNeverLosesWhatAnotherProgramWritesInThatMoment) {
   open();
   for (std::int64_t round = 0; round < 200; ++round) {
     std::thread other([&] {
@@ -501,11 +502,11 @@ TEST_F(PreferencesFileTest, ASaveNeverLosesWhatAnotherProgramWritesInThatMoment)
   }
 }
 
-TEST_F(PreferencesFileTest, RetriesAFailedSaveWithTheNextChange) {
+TEST_F(LinuxPreferencesStoreTest, RetriesAFailedSaveWithTheNextChange) {
   EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0555), 0);
-    PreferencesFile stored(own + "/preferences.plist", loop);
+    LinuxPreferencesStore stored(own + "/preferences.plist", loop);
     stored.setObject("a", 1);
     loop.advance(1);
     EXPECT_EQ(loop.pendingDelays(), 0u) << "no attempts without need";
@@ -516,12 +517,12 @@ TEST_F(PreferencesFileTest, RetriesAFailedSaveWithTheNextChange) {
   }));
 }
 
-TEST_F(PreferencesFileTest, DoesNotReplaceAFileThatIsWriteProtected) {
+TEST_F(LinuxPreferencesStoreTest, DoesNotReplaceAFileThatIsWriteProtected) {
   EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string file = folder + "/protected.plist";
     DesktopSandbox::write(file, xml({{"a", 1}}));
     ASSERT_EQ(::chmod(file.c_str(), 0444), 0);
-    PreferencesFile stored(file, loop);
+    LinuxPreferencesStore stored(file, loop);
     stored.setObject("a", 2);
     EXPECT_FALSE(stored.synchronize());
     EXPECT_EQ(stored.integer("a"), 2);
@@ -529,14 +530,14 @@ TEST_F(PreferencesFileTest, DoesNotReplaceAFileThatIsWriteProtected) {
   }));
 }
 
-TEST_F(PreferencesFileTest, NeitherMovesNorReplacesAFileThatItMayNotRead) {
+TEST_F(LinuxPreferencesStoreTest, NeitherMovesNorReplacesAFileThatItMayNotRead) {
   EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0755), 0);
     const std::string file = own + "/preferences.plist";
     DesktopSandbox::write(file, xml({{"a", 1}}));
     ASSERT_EQ(::chmod(file.c_str(), 0), 0);
-    PreferencesFile stored(file, loop);
+    LinuxPreferencesStore stored(file, loop);
     EXPECT_EQ(log.count("cannot be read"), 1);
     stored.setObject("b", 2);
     EXPECT_FALSE(stored.synchronize());
@@ -551,14 +552,14 @@ TEST_F(PreferencesFileTest, NeitherMovesNorReplacesAFileThatItMayNotRead) {
   }));
 }
 
-TEST_F(PreferencesFileTest, LeavesABadFileThatItCannotMoveAsideAndLogsItOnce) {
+TEST_F(LinuxPreferencesStoreTest, LeavesABadFileThatItCannotMoveAsideAndLogsItOnce) {
   EXPECT_TRUE(test::passesAsOtherUser([this] {
     const std::string own = folder + "/own";
     ASSERT_EQ(::mkdir(own.c_str(), 0755), 0);
     const std::string file = own + "/preferences.plist";
     DesktopSandbox::write(file, "bad");
     ASSERT_EQ(::chmod(own.c_str(), 0555), 0);
-    PreferencesFile stored(file, loop);
+    LinuxPreferencesStore stored(file, loop);
     stored.setObject("a", 1);
     EXPECT_FALSE(stored.synchronize());
     stored.setObject("a", 2);
@@ -569,13 +570,13 @@ TEST_F(PreferencesFileTest, LeavesABadFileThatItCannotMoveAsideAndLogsItOnce) {
   }));
 }
 
-TEST_F(PreferencesFileTest, SavesAgainAfterItsFolderWasRemoved) {
-  store = std::make_unique<PreferencesFile>(folder + "/sub/preferences.plist", loop);
+TEST_F(LinuxPreferencesStoreTest, SavesAgainAfterItsFolderWasRemoved) {
+  store = std::make_unique<LinuxPreferencesStore>(folder + "/sub/preferences.plist", loop);
   store->setObject("a", 1);
   ASSERT_TRUE(store->synchronize());
   std::filesystem::remove_all(folder + "/sub");
   EXPECT_TRUE(test::iterateUntil([this] {
-    loop.advance(PreferencesFile::kSettleDelay);
+    loop.advance(LinuxPreferencesStore::kSettleDelay);
     return store->object("a") == nullptr;
   }));
   store->setObject("b", 2);

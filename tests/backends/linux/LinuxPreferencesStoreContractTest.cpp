@@ -1,4 +1,4 @@
-#include "backends/linux/PreferencesFile.h"
+#include "backends/linux/LinuxPreferencesStore.h"
 
 #include "foundation/PropertyListCoder.h"
 #include "tests/backends/linux/DesktopSandbox.h"
@@ -14,10 +14,10 @@ namespace orbel::contracts {
 using namespace linux;
 namespace {
 
-class PreferencesFileSubject {
+class LinuxPreferencesStoreSubject {
 public:
   PreferencesStore& store() {
-    if (!m_store) m_store = std::make_unique<linux::PreferencesFile>(m_file, m_loop);
+    if (!m_store) m_store = std::make_unique<linux::LinuxPreferencesStore>(m_file, m_loop);
     return *m_store;
   }
   void changeFromOutside(const PropertyList::Dictionary& values) {
@@ -28,9 +28,9 @@ public:
     DesktopSandbox::write(m_file, {reinterpret_cast<const char*>(bytes.data()), bytes.size()});
     EXPECT_TRUE(test::iterateUntil([this] { return m_loop.pendingDelays() > 0; }))
         << "the watch tells nothing";
-    m_loop.advance(linux::PreferencesFile::kSettleDelay);
+    m_loop.advance(linux::LinuxPreferencesStore::kSettleDelay);
   }
-  void letAMomentPass() { m_loop.advance(linux::PreferencesFile::kSaveDelay); }
+  void letAMomentPass() { m_loop.advance(linux::LinuxPreferencesStore::kSaveDelay); }
   PropertyList::Dictionary saved() const { return decoded(m_file); }
   std::optional<PropertyList::Dictionary> datedCopy() const {
     std::optional<PropertyList::Dictionary> newest;
@@ -54,10 +54,11 @@ private:
   const std::string m_file = m_folder + "/preferences.plist";
   test::LogCapture m_log;
   ManualRunLoop m_loop;
-  std::unique_ptr<linux::PreferencesFile> m_store;
+  std::unique_ptr<linux::LinuxPreferencesStore> m_store;
 };
 
-INSTANTIATE_TYPED_TEST_SUITE_P(PreferencesFileContract, PreferencesStoreContract, PreferencesFileSubject);
+INSTANTIATE_TYPED_TEST_SUITE_P(LinuxPreferencesStoreContract, PreferencesStoreContract,
+                               LinuxPreferencesStoreSubject);
 
 } // namespace
 } // namespace orbel::contracts

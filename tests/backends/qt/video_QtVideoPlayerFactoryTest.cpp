@@ -1,5 +1,5 @@
 // The help's video through the real video program, and through programs that are none.
-#include "backends/qt/video/QtVideoPlayers.h"
+#include "backends/qt/video/QtVideoPlayerFactory.h"
 #include "tests/support/base/LogCapture.h"
 #include "tests/support/base/TemporaryDirectory.h"
 
@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kPatience = 20000; // milliseconds
 
-class QtVideoPlayersTest : public testing::Test {
+class QtVideoPlayerFactoryTest : public testing::Test {
 protected:
   VideoPlayerHandlers handlers() {
     return {.frameReady =
@@ -26,7 +26,7 @@ protected:
                 },
             .didPlayToEnd = [this] { ++ends; }};
   }
-  std::unique_ptr<VideoPlayer> load(QtVideoPlayers& players, const std::string& resource) {
+  std::unique_ptr<VideoPlayer> load(QtVideoPlayerFactory& players, const std::string& resource) {
     auto player = players.load(resource, "mp4", handlers());
     EXPECT_TRUE(player) << player.cause();
     return std::move(player).valueOr(nullptr);
@@ -46,8 +46,8 @@ protected:
   test::LogCapture log;
 };
 
-TEST_F(QtVideoPlayersTest, TheHelpsVideoPlaysToItsEndAndAgainFromItsStart) {
-  QtVideoPlayers players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
+TEST_F(QtVideoPlayerFactoryTest, TheHelpsVideoPlaysToItsEndAndAgainFromItsStart) {
+  QtVideoPlayerFactory players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
   const auto player = load(players, "ThreeFingerRest");
   ASSERT_NE(player, nullptr);
   player->seekToStart();
@@ -63,8 +63,8 @@ TEST_F(QtVideoPlayersTest, TheHelpsVideoPlaysToItsEndAndAgainFromItsStart) {
   EXPECT_FALSE(hasMediaLibraries());
 }
 
-TEST_F(QtVideoPlayersTest, NothingComesBeforeItPlays) {
-  QtVideoPlayers players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
+TEST_F(QtVideoPlayerFactoryTest, NothingComesBeforeItPlays) {
+  QtVideoPlayerFactory players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
   const auto quiet = load(players, "ThreeFingerRest");
   int others = 0;
   const auto playing = players.load("ThreeFingerRest", "mp4", {[&](ImagePointer) { ++others; }, {}});
@@ -75,16 +75,16 @@ TEST_F(QtVideoPlayersTest, NothingComesBeforeItPlays) {
   EXPECT_LE(frames, 1); // a player may show where it stands
 }
 
-TEST_F(QtVideoPlayersTest, WithoutTheProgramThereIsNoPlayer) {
-  QtVideoPlayers players(QStringLiteral("/nowhere/orbelmenu-video"));
+TEST_F(QtVideoPlayerFactoryTest, WithoutTheProgramThereIsNoPlayer) {
+  QtVideoPlayerFactory players(QStringLiteral("/nowhere/orbelmenu-video"));
   EXPECT_EQ(players.load("ThreeFingerRest", "mp4", handlers()).cause(),
             "the video ThreeFingerRest.mp4 is shown as a still picture: there is no program "
             "/nowhere/orbelmenu-video");
   EXPECT_TRUE(log.lines.empty()) << "whoever asked logs it";
 }
 
-TEST_F(QtVideoPlayersTest, AVideoThatTheProgramCannotPlayIsLoggedOnce) {
-  QtVideoPlayers players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
+TEST_F(QtVideoPlayerFactoryTest, AVideoThatTheProgramCannotPlayIsLoggedOnce) {
+  QtVideoPlayerFactory players(QStringLiteral(ORBEL_VIDEO_PROGRAM));
   const auto player = load(players, "Missing");
   ASSERT_NE(player, nullptr);
   ASSERT_TRUE(waitFor([&] { return !log.lines.empty(); }));
@@ -95,12 +95,12 @@ TEST_F(QtVideoPlayersTest, AVideoThatTheProgramCannotPlayIsLoggedOnce) {
   player->play();
 }
 
-TEST_F(QtVideoPlayersTest, WithoutAMediaPluginThereIsALineInTheLogAndNoFrame) {
+TEST_F(QtVideoPlayerFactoryTest, WithoutAMediaPluginThereIsALineInTheLogAndNoFrame) {
   const test::TemporaryDirectory folder("orbel-video");
   const auto program = folder.path() / "without-plugin";
   std::ofstream(program) << "#!/bin/sh\nQT_MEDIA_BACKEND=none exec " << ORBEL_VIDEO_PROGRAM << " \"$@\"\n";
   std::filesystem::permissions(program, std::filesystem::perms::owner_all);
-  QtVideoPlayers players(QString::fromStdString(program.string()));
+  QtVideoPlayerFactory players(QString::fromStdString(program.string()));
   const auto player = load(players, "ThreeFingerRest");
   ASSERT_NE(player, nullptr);
   player->play();
@@ -110,8 +110,8 @@ TEST_F(QtVideoPlayersTest, WithoutAMediaPluginThereIsALineInTheLogAndNoFrame) {
   EXPECT_EQ(frames, 0);
 }
 
-TEST_F(QtVideoPlayersTest, AProgramThatTalksNonsenseIsEndedAndLogged) {
-  QtVideoPlayers players(QStringLiteral("/bin/echo"));
+TEST_F(QtVideoPlayerFactoryTest, AProgramThatTalksNonsenseIsEndedAndLogged) {
+  QtVideoPlayerFactory players(QStringLiteral("/bin/echo"));
   const auto player = load(players, "ThreeFingerRest");
   ASSERT_TRUE(waitFor([&] { return !log.lines.empty(); }));
   EXPECT_TRUE(log.has("does not speak our language"));
@@ -119,8 +119,8 @@ TEST_F(QtVideoPlayersTest, AProgramThatTalksNonsenseIsEndedAndLogged) {
   EXPECT_EQ(ends, 0);
 }
 
-TEST_F(QtVideoPlayersTest, AStillPictureStandsInAtAnyScale) {
-  QtVideoPlayers players(QString{});
+TEST_F(QtVideoPlayerFactoryTest, AStillPictureStandsInAtAnyScale) {
+  QtVideoPlayerFactory players(QString{});
   const auto still = players.still("ThreeFingerRest", {282, 360});
   ASSERT_NE(still, nullptr);
   EXPECT_EQ(still->size(), Size(282, 360));

@@ -1,4 +1,4 @@
-#include "backends/linux/AutostartEntry.h"
+#include "backends/linux/LinuxLoginItem.h"
 
 #include "backends/linux/FileStorage.h"
 #include "backends/linux/GlibPointers.h"
@@ -69,16 +69,16 @@ void setDefault(const GlibKeyFile& keys, const char* key, const char* text) {
 }
 } // namespace
 
-AutostartEntry::AutostartEntry(const std::string& configurationFolder, const std::string& stateFolder,
+LinuxLoginItem::LinuxLoginItem(const std::string& configurationFolder, const std::string& stateFolder,
                                std::string executable)
     : m_path(configurationFolder + "/autostart/" + kFileName), m_markPath(stateFolder + kMark),
       m_executable(std::move(executable)), m_observers(std::make_shared<Observers<>>()) {
   watch();
 }
 
-AutostartEntry::~AutostartEntry() = default;
+LinuxLoginItem::~LinuxLoginItem() = default;
 
-Result<LoginItem::State> AutostartEntry::state() const {
+Result<LoginItem::State> LinuxLoginItem::state() const {
   const auto found = find(m_path);
   if (!found) return Failure{"the autostart entry cannot be read: " + found.cause()};
   if (found->isMissing && !m_wasRegistered && ::access(m_markPath.c_str(), F_OK) != 0)
@@ -86,7 +86,7 @@ Result<LoginItem::State> AutostartEntry::state() const {
   return isStarted(*found) ? State::registered : State::notRegistered;
 }
 
-Result<> AutostartEntry::setRegistered(bool registered) {
+Result<> LinuxLoginItem::setRegistered(bool registered) {
   const auto changed = registered ? registerEntry() : removeEntry();
   if (!m_watch || !m_watch->isAlive() || m_watch->path() != m_path) watch();
   if (!changed) {
@@ -98,7 +98,7 @@ Result<> AutostartEntry::setRegistered(bool registered) {
   return {};
 }
 
-Result<> AutostartEntry::registerEntry() {
+Result<> LinuxLoginItem::registerEntry() {
   if (m_executable.empty()) return Failure{"where the program is installed is not known"};
   const bool hasControlCharacter = std::ranges::any_of(
       m_executable, [](char character) { return static_cast<unsigned char>(character) < 0x20; });
@@ -126,12 +126,12 @@ Result<> AutostartEntry::registerEntry() {
   return FileStorage::replace(path, bytesOf(text));
 }
 
-Result<> AutostartEntry::removeEntry() const {
+Result<> LinuxLoginItem::removeEntry() const {
   if (::unlink(m_path.c_str()) == 0 || errno == ENOENT || errno == ENOTDIR) return {};
   return Failure{m_path + ": " + std::strerror(errno)};
 }
 
-void AutostartEntry::rememberRegistration(bool registered) {
+void LinuxLoginItem::rememberRegistration(bool registered) {
   if (std::exchange(m_wasRegistered, registered) && registered) return;
   if (!registered) {
     ::unlink(m_markPath.c_str());
@@ -146,15 +146,15 @@ void AutostartEntry::rememberRegistration(bool registered) {
   }
 }
 
-Registration AutostartEntry::observeChanges(std::function<void()> block) {
+Registration LinuxLoginItem::observeChanges(std::function<void()> block) {
   return m_observers->add(std::move(block));
 }
 
-void AutostartEntry::watch() {
+void LinuxLoginItem::watch() {
   m_watch = watchNearest(m_path);
 }
 
-std::unique_ptr<FolderWatch> AutostartEntry::watchNearest(const std::string& path) {
+std::unique_ptr<FolderWatch> LinuxLoginItem::watchNearest(const std::string& path) {
   const auto start = [this](const std::string& watched) {
     return FolderWatch::start(watched, [this] { somethingChanged(); }).valueOr(nullptr);
   };
@@ -167,7 +167,7 @@ std::unique_ptr<FolderWatch> AutostartEntry::watchNearest(const std::string& pat
   return watch ? std::move(watch) : std::move(above);
 }
 
-void AutostartEntry::somethingChanged() {
+void LinuxLoginItem::somethingChanged() {
   // Above the folder only its coming counts, and a folder that went has to come again.
   if (!m_watch || !m_watch->isAlive() || m_watch->path() != m_path) watch();
   if (const auto found = find(m_path); found && isStarted(*found))
@@ -176,7 +176,7 @@ void AutostartEntry::somethingChanged() {
   observers->notify();
 }
 
-std::string AutostartEntry::ownExecutable() {
+std::string LinuxLoginItem::ownExecutable() {
   std::error_code error;
   std::string path = std::filesystem::read_symlink("/proc/self/exe", error).string();
   if (error) return {};
@@ -186,7 +186,7 @@ std::string AutostartEntry::ownExecutable() {
   return path;
 }
 
-std::string AutostartEntry::execWord(const std::string& path) {
+std::string LinuxLoginItem::execWord(const std::string& path) {
   constexpr std::string_view kPlain =
       "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789/._-+,:@%";
   std::string word;

@@ -27,12 +27,12 @@ public:
   AppDelegate(const AppDelegate&) = delete;
   AppDelegate& operator=(const AppDelegate&) = delete;
 
-  // Once, by main, when the platform is there: from then on the triggers are heard.
+  // Once, by main, when the platform is there: from then on the triggers are handled.
   void applicationDidFinishLaunching();
-  // Writes the store to disk and tells the companion to end.
+  // Writes the store to disk and asks the companion to end.
   void applicationWillTerminate();
   // Logs when the process may not listen to the user's input. Where the reason is a touchpad that it may not
-  // read, the user is told once how to grant access.
+  // read, the user is shown once how to grant access.
   void makeTrustedIfNeccessary();
 
   // By the status item.
@@ -43,14 +43,14 @@ public:
   void openSettings();
 
   // Observers of the notifications of these names, from launch to termination. A trigger asks for the menu:
-  // it comes to the pointer, as soon as the display tells where that is. With the pointer inside the visible
-  // menu, a request by keyboard hides it and one by gesture does nothing. A request that still waits for the
-  // pointer gives way to a newer one, and to a hide.
+  // it comes to the pointer, as soon as the display reports where that is. With the pointer inside the
+  // visible menu, a request by keyboard hides it and one by gesture does nothing. A request that still waits
+  // for the pointer is replaced by a newer one and dropped by a hide.
   void orbelMenuShouldShow(const Notification& notification);
   // A button was released somewhere. Hides menu and collection and gives the earlier program back, unless the
   // pointer is over them or the menu is not yet half visible.
   void orbelMenuShouldHide();
-  // The menu has faded out: its controller is let go, and the next request makes a new one.
+  // The menu has faded out: its controller is released, and the next request makes a new one.
   void orbelWindowDidDisappear();
 
   // The desktop asked for it (its own key binding, a script): as if the shortcut were pressed, or a

@@ -10,7 +10,7 @@ namespace orbel {
 namespace {
 constexpr double kBorderWidth = 1;
 
-// White and graphite first; the others go around the circle of hues. All are strong enough to be told apart
+// White and graphite first; the others follow the circle of hues. All are strong enough to be distinguished
 // over the dark frost, of which they leave four tenths to be seen.
 constexpr std::array<Color, 12> kOfferedColors{{
     {1, 1, 1},

@@ -1,5 +1,5 @@
 // The colours that the user may tint the menu with, as round swatches to click. Made by the settings window's
-// controller for one popover; tells its delegate which colour was chosen. Sizes in points.
+// controller for one popover; reports the chosen colour to its delegate. Sizes in points.
 #pragma once
 
 #include "chrome/MouseSensitiveView.h"
@@ -31,7 +31,7 @@ public:
   const std::vector<std::shared_ptr<SwatchView>>& boxes() const { return m_boxes; }
   // What a popover shows, in rows of kColumns; the swatch of the present colour is the current one.
   std::vector<HostedView> content(const Color& present) const;
-  // Tells the delegate the fill colour of the box that the button stands in; of any other view, nothing.
+  // Reports to the delegate the fill colour of the box that contains the button; for any other view, nothing.
   void buttonClicked(const View& button) const;
 
   // In the user's language; empty for a colour that is not among those offered.

@@ -18,7 +18,7 @@ public:
   bool isHighlighted() const { return m_highlighted; }
   virtual void setHighlighted(bool highlighted);
 
-  // Without a block the event goes to the superview.
+  // Without a block the event is passed to the superview.
   void setMouseEnterBlock(Block block) { m_mouseEnterBlock = std::move(block); }
   void setMouseLeaveBlock(Block block) { m_mouseLeaveBlock = std::move(block); }
   // A release inside the bounds; one outside is no click.

@@ -22,7 +22,7 @@ public:
   OrbelWindow(const OrbelWindow&) = delete;
   OrbelWindow& operator=(const OrbelWindow&) = delete;
 
-  // Fills the window; the rim lies at its bottom, further views go on top.
+  // Fills the window; the rim lies at its bottom, further views are added on top.
   View& contentView() const { return m_views.contentView(); }
   Rect frame() const { return m_surface->frame(); }
   void setFrame(const Rect& frame);

@@ -20,7 +20,7 @@ public:
   withCollectionItem(std::shared_ptr<CollectionMenuItem> item);
   ~CollectionWindowController() override;
 
-  // Empty once the delegate has gone, which the menu may outlive by its fade.
+  // Empty once the delegate has been destroyed, which the menu may outlive by its fade.
   std::shared_ptr<CollectionWindowControllerDelegate> delegate() const { return m_delegate.lock(); }
   void setDelegate(std::weak_ptr<CollectionWindowControllerDelegate> delegate) {
     m_delegate = std::move(delegate);

@@ -1,5 +1,5 @@
 // What a collection's menu leaves to the main menu: closing, saving and hiding. A menu that is fading out may
-// still tell of what was begun in it; the sender says which menu it is.
+// still report what was begun in it; the sender shows which menu it is.
 #pragma once
 
 namespace orbel {

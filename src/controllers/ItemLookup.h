@@ -9,7 +9,7 @@
 namespace orbel {
 
 // The place of that very object, else of the first one that stands for the same thing under the same name.
-// None for no item and for one that has gone.
+// None for no item and for one that has been removed.
 std::optional<std::size_t> indexOfItem(const MenuItemList& items, const MenuItemPointer& item);
 
 } // namespace orbel

@@ -14,7 +14,7 @@ namespace orbel {
 OrbelWindowController::OrbelWindowController() : RadialMenuController(SurfaceLevel::menu) {}
 
 OrbelWindowController::~OrbelWindowController() {
-  // It lives by its fade alone, which nobody would see the end of.
+  // Only its fade keeps it alive, and the end of that would not be seen any more.
   if (const auto closing = m_closingCollection.lock()) closing->window().setAlphaValue(0);
 }
 
@@ -81,7 +81,7 @@ void OrbelWindowController::fadedOut() {
   NotificationCenter::defaultCenter().post(kOrbelWindowControllerDidDisappearNotification, this);
 }
 
-// Escape dismisses at once, without the guard of the close button: nobody presses it by accident.
+// Escape dismisses at once, without the guard of the close button: the key is not pressed by accident.
 void OrbelWindowController::cancel() {
   if (windowVisible() && !m_collectionController) hideWindow(true);
 }

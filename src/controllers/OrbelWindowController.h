@@ -1,7 +1,7 @@
 // Owns the main radial menu: loads the user's items and the running programs, feeds the view,
 // shows the window around a point and fades it out again, and carries out what the user does in
-// it. Every change is saved at once. Made hidden by the application delegate for a show, and let
-// go after "OrbelWindowControllerDidDisappearNotification".
+// it. Every change is saved at once. Made hidden by the application delegate for a show, and
+// released after "OrbelWindowControllerDidDisappearNotification".
 //
 // OrbelWindowController.cpp: making, showing, hiding. ...Items.cpp: the list. ...Commands.cpp: clicks, drops.
 // ...Menus.cpp: the context menus and their entries.
@@ -111,7 +111,7 @@ private:
   std::shared_ptr<RunningAppMenuItem> targetRunningApp() const;
 
   MenuItemList m_menuItems;
-  std::vector<bool> m_shownDots; // by position, as the view was last told
+  std::vector<bool> m_shownDots; // by position, as last set in the view
   StoredMenuItems m_store;
   RunningApplicationPointer m_lastFrontmostApp;
   std::optional<double> m_menuShownTimestamp;

@@ -65,8 +65,9 @@ void OrbelWindowController::refreshItems() {
   if (storeNeedsRewriting) persistItems();
 }
 
-// An open collection's menu goes on with the object that was just loaded, or its changes would be saved
-// nowhere. Collections with the same members are told apart by their names, unless it was renamed meanwhile.
+// An open collection's menu continues with the object that was just loaded, or its changes would be saved
+// nowhere. Collections with the same members are distinguished by their names, unless it was
+// renamed meanwhile.
 void OrbelWindowController::followOpenCollection(const MenuItemList& earlier) {
   const auto shown = m_collectionController->collectionItem();
   const auto holdsTheSame = [identity = shown->identity()](const MenuItemPointer& item) {

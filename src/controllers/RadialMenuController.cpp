@@ -33,7 +33,7 @@ bool RadialMenuController::toolkitAvailable() const {
 }
 
 void RadialMenuController::fadeIn() {
-  // Only the way out must outlast whoever lets go of the menu.
+  // Only the fade-out must keep the controller alive after its owner has released it.
   window().animateAlphaValue(1, weakly(&RadialMenuController::fadedIn));
   window().show();
 }

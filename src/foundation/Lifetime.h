@@ -1,4 +1,4 @@
-// Tells, after a call that may have destroyed an object, or in a block that runs later, whether the object
+// Shows, after a call that may have destroyed an object, or in a block that runs later, whether the object
 // still exists. The object holds a Lifetime as a member; whoever must know takes a watch of it before.
 //
 //   const auto life = m_lifetime.watch();

@@ -25,7 +25,8 @@ public:
   static NotificationCenter& defaultCenter();
 
   // Calls the block for every notification of that name, from that sender only when one is given. Destroying
-  // the registration ends it, also from within the block. The center may go before the registration.
+  // the registration ends it, also from within the block. The center may be destroyed before
+  // the registration.
   Registration observe(std::string name, const void* sender, Block block);
   void post(const std::string& name, const void* object, PropertyList::Dictionary userInfo = {});
 

@@ -1,7 +1,7 @@
-// A list of blocks that are told of something, each for as long as its registration lives, in the order in
-// which they were added. Blocks may be added and removed while they are being called: one that was removed is
-// not called any more, one that was added waits for the next time. The list may go before its registrations,
-// also within a call. Calling allocates nothing. Main thread only.
+// A list of blocks that are called when something happens, each for as long as its registration lives, in the
+// order in which they were added. Blocks may be added and removed while they are being called: one that was
+// removed is not called any more, one that was added waits for the next time. The list may be destroyed
+// before its registrations, also within a call. Calling allocates nothing. Main thread only.
 #pragma once
 
 #include "foundation/Registration.h"
@@ -20,7 +20,7 @@ public:
   using Block = std::function<void(Arguments...)>;
 
   Observers() = default;
-  // `countChanged` is called after a block came or went.
+  // `countChanged` is called after a block was added or removed.
   explicit Observers(std::function<void()> countChanged) { m_state->countChanged = std::move(countChanged); }
 
   Registration add(Block block) {

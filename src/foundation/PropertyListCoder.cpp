@@ -162,7 +162,7 @@ std::string textFor(std::string_view text, PropertyListCoder::Format format) {
   return repaired;
 }
 
-// The fraction goes in the direction of the whole seconds, and the library knows 32 bits of those.
+// The fraction has the sign of the whole seconds, and the library knows 32 bits of those.
 Node dateNode(double seconds) {
   constexpr double kMicroseconds = 1e6;
   if (!std::isfinite(seconds)) seconds = 0;

@@ -11,7 +11,7 @@ namespace orbel {
 class Clock {
 public:
   virtual ~Clock() = default;
-  // Seconds since an arbitrary moment; never goes back.
+  // Seconds since an arbitrary moment; never decreases.
   virtual double now() const = 0;
 };
 

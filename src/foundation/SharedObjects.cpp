@@ -15,7 +15,7 @@ SharedObjects* currentObjects = nullptr;
 SharedObjects::SharedObjects() : m_earlier(std::exchange(currentObjects, this)) {}
 
 SharedObjects::~SharedObjects() {
-  // A destructor may ask for an object that is gone already: it is made anew and destroyed in its turn.
+  // A destructor may ask for an object that is destroyed already: it is made anew and destroyed in its turn.
   while (!m_slots.empty()) {
     const auto last = std::move(m_slots.back().object);
     m_slots.pop_back();

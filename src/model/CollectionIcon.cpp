@@ -36,7 +36,7 @@ void CollectionIcon::draw(Canvas& canvas, const Rect& destination, const MenuIte
   canvas.strokeEllipse(disc, kStrokeColor, kLineWidth);
   for (std::size_t index = 0; index < members.size(); ++index) {
     const Rect frame = memberFrame(destination, index, members.size());
-    // Fetching icons that nobody can see would be dear: a collection may have thousands of members, and
+    // Fetching icons that cannot be seen would be expensive: a collection may have thousands of members, and
     // collections within collections shrink to nothing.
     if (frame.size.width * canvas.scale() < kSmallestDrawnSide) return;
     if (const ImagePointer image = members[index]->image()) canvas.drawImage(*image, frame);

@@ -17,7 +17,7 @@ public:
   // image leaves its place empty; so does one whose icon would be less than half a device pixel.
   static void draw(Canvas& canvas, const Rect& destination, const MenuItemList& members);
 
-  // Where the icon of a member goes, in the coordinates of the destination; a square, y up.
+  // Where the icon of a member is drawn, in the coordinates of the destination; a square, y up.
   static Rect memberFrame(const Rect& destination, std::size_t index, std::size_t memberCount);
 };
 

@@ -1,5 +1,5 @@
 // A file or a folder that the user dropped onto the menu. Opening shows a folder in the file browser and
-// opens a file with its default application; a target that is gone opens nothing.
+// opens a file with its default application; a target that no longer exists opens nothing.
 #pragma once
 
 #include "model/BookmarkedTarget.h"

@@ -42,10 +42,10 @@ public:
   virtual std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> mouseUp) = 0;
   // The pointer's movements with no button held. Of those that follow a taken one within kMovementInterval
   // any may be left out, so that a mouse with a thousand reports a second does not wake the process for each;
-  // all others are told. The position is asked of the window system.
+  // all others are reported. The position is asked of the window system.
   virtual std::unique_ptr<EventTap> makeMouseMovedTap(std::function<MovementUse()> mouseMoved) = 0;
-  // Whether movements can be told at all. Where not, a mouse-moved tap can be made but is never called, and
-  // nothing enables it.
+  // Whether movements can be reported at all. Where not, a mouse-moved tap can be made but is never called,
+  // and nothing enables it.
   virtual bool tellsMovements() const = 0;
   virtual std::unique_ptr<EventTap> makeTouchTap(TouchHandlers handlers) = 0;
 

@@ -24,8 +24,8 @@ struct HotKeyIdentity {
 struct HotKeyStatus {
   enum class State {
     pending,        // the desktop has yet to answer
-    bound,          // presses of the combination are told
-    boundByDesktop, // the desktop or its user has chosen the keys: presses of those are told
+    bound,          // presses of the combination are reported
+    boundByDesktop, // the desktop or its user has chosen the keys: presses of those are reported
   };
   State state = State::pending;
   std::string combination = {}; // as the desktop writes the keys it has chosen; empty where it does not say
@@ -51,7 +51,7 @@ public:
   virtual Registration registerHotKey(std::uint64_t keyCode, std::uint32_t modifiers, HotKeyIdentity identity,
                                       AnswerBlock answered) = 0;
   // Whether another program holds the combination; found out without keeping it. None where the desktop does
-  // not tell.
+  // not report it.
   virtual std::optional<bool> isTakenByAnotherProgram(std::uint64_t keyCode, std::uint32_t modifiers) = 0;
 };
 

@@ -13,8 +13,8 @@ namespace orbel {
 class KeyRecorder {
 public:
   struct Handlers {
-    // Every key press and every change of a modifier. True when the event is swallowed; otherwise it goes on
-    // to the program's own window as if nobody had listened.
+    // Every key press and every change of a modifier. True when the event is swallowed; otherwise it is
+    // passed on to the program's own window as if no recorder were listening.
     std::function<bool(const KeyEvent&)> keyPressed;
     // The window that holds the recorder has lost the keyboard focus.
     std::function<void()> focusLost;

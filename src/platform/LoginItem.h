@@ -14,13 +14,13 @@ public:
   enum class State { registered, notRegistered, undecided };
 
   virtual ~LoginItem() = default;
-  // Asked of the desktop now. Undecided where nobody has ever registered the program or refused it, so that
-  // the user's setting decides. Fails when it cannot be read.
+  // Asked of the desktop now. Undecided where the program has never been registered or refused, so that the
+  // user's setting decides. Fails when it cannot be read.
   virtual Result<State> state() const = 0;
   // After a failure the desktop does what it did before. Registering again brings the registration up to date
   // with where the program is installed now.
   virtual Result<> setRegistered(bool registered) = 0;
-  // Calls the block after a change, ours or from outside, as far as the desktop tells.
+  // Calls the block after a change, ours or from outside, as far as the desktop reports it.
   virtual Registration observeChanges(std::function<void()> block) = 0;
 };
 

@@ -11,7 +11,7 @@ namespace orbel {
 
 class Popover {
 public:
-  virtual ~Popover() = default; // closes it without telling anybody
+  virtual ~Popover() = default; // closes it without notifying anyone
 
   // In rows of that many columns, from left to right and top to bottom. None empties the popover.
   virtual void setContent(std::vector<HostedView> views, int columns) = 0;

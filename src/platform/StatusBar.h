@@ -25,7 +25,7 @@ public:
 class StatusBar {
 public:
   virtual ~StatusBar() = default;
-  // The block may be called until the item goes. Never empty.
+  // The block may be called until the item is destroyed. Never empty.
   virtual std::unique_ptr<StatusItem> makeStatusItem(StatusItemContents contents) = 0;
 };
 

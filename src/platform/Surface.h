@@ -44,8 +44,8 @@ class Surface {
 public:
   virtual ~Surface() = default;
 
-  // Borrowed; null, as at first, means that nobody paints or hears. Whoever sets one takes it away before
-  // it goes.
+  // Borrowed; null, as at first, means that nothing paints or receives events. Whoever sets one removes it
+  // before it is destroyed.
   virtual void setDelegate(SurfaceDelegate* delegate) = 0;
   virtual void setFrame(const Rect& screenFrame) = 0;
   virtual Rect frame() const = 0;

@@ -1,5 +1,5 @@
-// Plays one of the program's own videos into pictures. A player costs as long as it lives: it is made to be
-// watched and let go after. Used by the settings window's help. Main thread only.
+// Plays one of the program's own videos into pictures. A player is expensive as long as it lives: it is made
+// to be watched and destroyed after. Used by the settings window's help. Main thread only.
 #pragma once
 
 #include "foundation/Geometry.h"
@@ -16,7 +16,7 @@ class VideoPlayer {
 public:
   virtual ~VideoPlayer() = default; // stops it
   virtual void seekToStart() = 0;
-  // Goes on until the end, without sound.
+  // Continues until the end, without sound.
   virtual void play() = 0;
 };
 

@@ -25,10 +25,10 @@ public:
   // else when a surface of ours has met the pointer, or never. A display that would keep the user waiting may
   // guess first and call the block once more when it knows better, but not after a button was pressed on a
   // surface of ours. Nothing is called once the registration has ended, which may happen within the block; it
-  // is empty where nothing is left to be told. Used for summoning alone.
+  // is empty where no call is left to be made. Used for summoning alone.
   virtual Registration locatePointer(std::function<void(Point)> block) = 0;
-  // In screen points, asked of the display now; none where the display does not tell. For the recogniser of
-  // pointer circles, and for the settings window, which is dragged by its background.
+  // In screen points, asked of the display now; none where the display does not report it. For the recogniser
+  // of pointer circles, and for the settings window, which is dragged by its background.
   virtual std::optional<Point> pointerLocation() const = 0;
   // The user asked the desktop for no animations. Asked by every menu window when it is made.
   virtual bool prefersReducedMotion() const = 0;

@@ -22,20 +22,21 @@ namespace orbel {
 struct ResolvedBookmark {
   std::string path;
   bool isStale = false;            // the bookmark should be made anew from the path
-  std::optional<Failure> drawback; // what went wrong although the path was found
+  std::optional<Failure> drawback; // what failed although the path was found
 };
 
 class Workspace {
 public:
   virtual ~Workspace() = default;
 
-  // In the order in which their first windows appeared. Empty while the display has not told yet, and where
-  // it never does.
+  // In the order in which their first windows appeared. Empty while the display has not reported them yet,
+  // and where it never does.
   virtual std::vector<RunningApplicationPointer> runningApplications() const = 0;
   // Calls the block after the list of running applications has changed, its arrival included.
   virtual Registration observeRunningApplications(std::function<void()> block) = 0;
   // The program whose window is active, remembering that very window for ActivationReason::restore. Empty
-  // where there is none, and where the display does not tell: that display gives the focus back by itself.
+  // where there is none, and where the display does not report it: that display gives the focus back
+  // by itself.
   virtual RunningApplicationPointer frontmostApplication() = 0;
   // Whether the record runs the program of this bundle: equal desktop-entry identifiers. For a bundle that is
   // a file and not a folder, this stands beside the rule on executable paths.

@@ -32,7 +32,7 @@ constexpr std::uint64_t kNoKeyCode = 0x7FFFFFFFFFFFFFFF;
 struct KeyEvent {
   std::uint64_t keyCode = 0; // virtual key code, the numbering in which shortcuts are stored
   std::uint64_t modifierFlags = 0;
-  bool modifierChange = false; // a modifier went down or up, no other key
+  bool modifierChange = false; // a modifier was pressed or released, no other key
 };
 
 } // namespace orbel

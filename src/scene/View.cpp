@@ -102,7 +102,7 @@ void View::beginOpacityAnimation(double target) {
 void View::addSubview(std::shared_ptr<View> view, Animated animated) {
   if (!view || view.get() == this) return;
   if (view->m_superview == this && !view->m_leaving) {
-    // Only moved to the top: what is painted of it goes on as it is.
+    // Only moved to the top: what is painted of it remains as it is.
     const auto present = std::find(m_subviews.begin(), m_subviews.end(), view);
     std::rotate(present, present + 1, m_subviews.end());
     view->setNeedsDisplay();
@@ -292,7 +292,7 @@ bool View::advanceAnimations(double now) {
   for (const auto& view : m_leavingSubviews) {
     if (view->advanceAnimations(now)) moves = true;
   }
-  // Those that have faded go for good.
+  // Those that have faded are removed for good.
   std::erase_if(m_leavingSubviews, [](const std::shared_ptr<View>& view) {
     if (view->m_opacityMoves) return false;
     view->m_leaving = false;

@@ -43,7 +43,7 @@ public:
   ViewTree* tree() const { return m_tree; }
   const std::vector<std::shared_ptr<View>>& subviews() const { return m_subviews; }
   // On top of the others. Animated, it fades in, and a removed one fades out where it stands; one that was
-  // never painted just goes.
+  // never painted is removed at once.
   void addSubview(std::shared_ptr<View> view, Animated animated = Animated::no);
   void removeFromSuperview(Animated animated = Animated::no);
   // Starts this view's presentation where the other's is, so that a view which replaces an equal one does
@@ -62,11 +62,11 @@ public:
   // The topmost view at a point given in the superview's coordinates, or none.
   virtual View* hitTest(Point pointInSuperview);
 
-  // Events the view does not want go to its superview.
+  // Events the view does not want are passed to its superview.
   virtual void mouseDown(const MouseEvent& event);
   virtual void mouseDragged(const MouseEvent& event);
   virtual void mouseUp(const MouseEvent& event);
-  // Instead of mouseUp(), where the release went to somebody else: the press ends and was no click.
+  // Instead of mouseUp(), where another window received the release: the press ends and was no click.
   virtual void mouseCancelled();
   virtual void rightMouseDown(const MouseEvent& event);
   virtual void mouseMoved(const MouseEvent& event);

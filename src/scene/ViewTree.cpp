@@ -69,7 +69,7 @@ void ViewTree::viewLeft(View& view) {
   if (const auto pressed = m_pressedView.lock(); pressed && isWithin(*pressed, view)) m_pressedView.reset();
 }
 
-// The toolkit's menu takes the pointer while the button that opened it is down, and with it the release.
+// A context menu takes the pointer while the button that opened it is down, and with it the release.
 void ViewTree::cancelPressWithoutRelease() {
   if (!std::exchange(m_primaryDown, false)) return;
   const auto pressed = m_pressedView.lock();
@@ -83,7 +83,7 @@ void ViewTree::pointerMoved(const MouseEvent& event) {
     if (const auto pressed = m_pressedView.lock()) pressed->mouseDragged(event);
     return;
   }
-  // By index, and with a copy of the entry, because a view may change its tracking area while it is told.
+  // By index, and with a copy of the entry, because a view may change its tracking area when it is notified.
   for (std::size_t index = 0; index < m_tracked.size(); ++index) {
     View* const view = m_tracked[index].view;
     const auto keepAlive = view->shared_from_this();
@@ -98,7 +98,7 @@ void ViewTree::pointerMoved(const MouseEvent& event) {
 
 void ViewTree::pointerExited(const MouseEvent& event) {
   if (!event.primaryButtonIsDown) cancelPressWithoutRelease();
-  if (m_primaryDown) return; // the press holds the pointer; the next move tells where it is
+  if (m_primaryDown) return; // the press holds the pointer; the next move gives its place
   for (std::size_t index = 0; index < m_tracked.size(); ++index) {
     View* const view = m_tracked[index].view;
     if (!std::exchange(m_tracked[index].inside, false)) continue;
@@ -147,7 +147,7 @@ bool ViewTree::dragPerformed(const DragInfo& drag) {
   if (!m_dragDestination) return false;
   const auto destination = std::exchange(m_dragDestination, nullptr)->shared_from_this();
   if (!destination->prepareForDragOperation(drag)) {
-    // Nobody will take it: what the hovering left behind goes as if the drag had left.
+    // The drag is refused: what the hovering left behind is cleared as if the drag had left.
     destination->draggingExited();
     return false;
   }

@@ -49,12 +49,13 @@ public:
   void pointerMoved(const MouseEvent& event);
   // The pointer left the window's square bounds.
   void pointerExited(const MouseEvent& event);
-  // While the primary button is down, moves go to the pressed view as drags and nobody is tracked. The press
-  // is cancelled where its release never came: by a move or an exit without the button, or by the next press.
+  // While the primary button is down, moves are delivered to the pressed view as drags and no view is
+  // tracked. The press is cancelled where its release never came: by a move or an exit without the button, or
+  // by the next press.
   void pointerPressed(PointerButton button, const MouseEvent& event);
   void pointerReleased(PointerButton button, const MouseEvent& event);
 
-  // A drag without a list of files is over nobody.
+  // A drag without a list of files is over no view.
   DragOperation dragMoved(const DragInfo& drag);
   void dragExited();
   bool dragPerformed(const DragInfo& drag);

@@ -21,7 +21,7 @@ constexpr auto kLastGesture = static_cast<std::int64_t>(Gesture::pointerCircle);
 constexpr std::int64_t kFirstMenuSize = 1;
 constexpr std::int64_t kLastMenuSize = 3;
 
-// Every sample that is due must have been told.
+// Every sample that is due must have been reported.
 static_assert(EventTaps::kMovementInterval <= PointerCircleRecognizer::kSampleInterval);
 
 PreferencesStore& preferences() {
@@ -61,8 +61,8 @@ AppSettings::AppSettings()
   m_mouseUpEventTap = taps.makeMouseUpTap([this] { mouseUp(); });
   m_mouseMovedEventTap = taps.makeMouseMovedTap([this] { return mouseMoved(); });
   m_loginItemObservation = Platform::current().loginItem.observeChanges([this] { takeOverLoginItem(); });
-  // What the user did with the desktop's own tools counts, not what was chosen here before; where nobody has
-  // done anything yet, as with preferences from another machine, the stored setting does.
+  // What the user did with the desktop's own tools counts, not what was chosen here before; where nothing has
+  // been done yet, as with preferences from another machine, the stored setting does.
   takeOverLoginItem();
   updateLaunchSettings();
 }
@@ -152,7 +152,7 @@ void AppSettings::startHandlers() {
                                                          [this] { postShouldShow(kShowEventShortcut); });
   m_mouseUpEventTap->setEnabled(true);
   if (gestureSettings() == static_cast<std::int64_t>(Gesture::pointerCircle)) {
-    // A display that tells no movements would only be kept awake for nothing.
+    // A display that reports no movements would only be kept awake for nothing.
     m_mouseMovedEventTap->setEnabled(Platform::current().eventTaps.tellsMovements());
   } else {
     m_touchEventTap->setEnabled(true);
@@ -211,7 +211,7 @@ void AppSettings::mouseUp() {
 EventTaps::MovementUse AppSettings::mouseMoved() {
   const Platform& platform = Platform::current();
   const double now = platform.runLoop.clock().now();
-  // Asking for the pointer is the dear part, and only every twentieth of a second needs it.
+  // Asking for the pointer is the expensive part, and only every twentieth of a second needs it.
   if (!m_pointerCircle.isSampleDue(now)) return EventTaps::MovementUse::ignored;
   const auto position = platform.windows.pointerLocation();
   if (position && m_pointerCircle.addSample(*position, now)) postShouldShow(kShowEventTrackpad);

@@ -70,7 +70,7 @@ public:
   // needs. Handlers that run already are stopped first.
   void startHandlers();
   void stopHandlers();
-  // Writes gesture 1 and magnification; tells nobody.
+  // Writes gesture 1 and magnification; notifies no observer.
   void reset();
   // Brings the desktop's login item in line with the setting. Where that fails the setting is stored as off,
   // or as on if the desktop still starts the program.

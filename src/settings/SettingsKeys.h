@@ -13,7 +13,7 @@ inline constexpr const char* kSwiftModeKey = "swiftMode";               // boole
 inline constexpr const char* kLaunchAtLoginKey = "launchAtLogin";       // boolean
 inline constexpr const char* kLaunchedBeforeKey = "launchedBefore";     // boolean, the application delegate's
 inline constexpr const char* kGlobalShortcutKey = "GlobalShortcut";     // data, an archived MASShortcut
-// boolean, whether the user was told once how to grant access to the touchpad
+// boolean, whether the user was shown once how to grant access to the touchpad
 inline constexpr const char* kToldOfTouchpadAccessKey = "toldOfTouchpadAccess";
 
 } // namespace orbel

@@ -22,13 +22,13 @@ SettingsWatch::SettingsWatch(const std::vector<std::string>& keys,
 }
 
 void SettingsWatch::write(const std::string& key, PropertyList value) {
-  // Before the store is told, which answers with its notification.
+  // Before the store is written to, which answers with its notification.
   if (const auto known = m_known.find(key); known != m_known.end()) known->second = value;
   Platform::current().preferences.setObject(key, std::move(value));
 }
 
 void SettingsWatch::storeChanged() {
-  // All are compared before anybody is told, because who is told may write.
+  // All are compared before any observer is notified, because an observer may write.
   std::vector<std::string> changed;
   for (auto& [key, known] : m_known) {
     auto value = stored(key);

@@ -1,4 +1,4 @@
-// Tells settings that somebody else has changed in the preferences store from those that we have written
+// Distinguishes settings that others have changed in the preferences store from those that we have written
 // ourselves. Owned by AppSettings, which writes through it.
 #pragma once
 

@@ -88,8 +88,8 @@ public:
   static void removeGlobalHotkeyMonitor(const MonitorToken& token);
 
   // Keeps the shortcut stored under the key registered, whatever it is changed to, until it is unregistered.
-  // An earlier binding of the key goes after the new one is made, so unregister first where both hold the
-  // same shortcut.
+  // An earlier binding of the key is destroyed after the new one is made, so unregister first where both hold
+  // the same shortcut.
   static void registerGlobalShortcutWithUserDefaultsKey(const std::string& key, Handler handler);
   static void unregisterGlobalShortcutWithUserDefaultsKey(const std::string& key);
   // Stores the shortcut, or removes the key for none; a binding of the key follows at once.

@@ -42,7 +42,7 @@ bool collides(const ShortcutMenuItem& item, std::string_view keyEquivalent, std:
 
 std::optional<std::string> MASShortcut::isTaken() const {
   const Platform& platform = Platform::current();
-  // Where the desktop does not tell, registering it will.
+  // Where the desktop does not report it, registering will.
   if (platform.hotKeys.isTakenByAnotherProgram(m_keyCode, carbonFlags()).value_or(false))
     return platform.text.localized(kTakenBySystem);
   return isKeyEquivalentTakenInMenu(keyCodeStringForKeyEquivalent(), m_modifierFlags, mainMenu());

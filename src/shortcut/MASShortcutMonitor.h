@@ -30,7 +30,7 @@ public:
                                 HotKeys::AnswerBlock answered = nullptr);
   void remove(const MASShortcut::MonitorToken& token);
 
-  // Installed with the first hot key, gone with the last. False when the system refuses it.
+  // Installed with the first hot key, removed with the last. False when the system refuses it.
   bool installEventHandler();
   // Every registration has a number of its own, also one that fails; the first is 1.
   std::uint32_t nextHotKeyID() { return ++m_lastHotKeyID; }

@@ -99,7 +99,7 @@ void MASShortcut::storeGlobalShortcut(PropertyList::Data data, const std::string
   PropertyList value(std::move(data));
   const bool isStoredAlready = storedValue(userDefaultsKey) == value;
   Platform::current().preferences.setObject(userDefaultsKey, std::move(value));
-  // Of a value that is there already the store tells nobody.
+  // The store notifies no observer of a value that is there already.
   const auto binding = bindings().find(userDefaultsKey);
   if (isStoredAlready && binding != bindings().end()) binding->second->retry();
 }

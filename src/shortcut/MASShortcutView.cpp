@@ -56,7 +56,7 @@ void MASShortcutView::setEnabled(bool enabled) {
   m_enabled = enabled;
   m_shortcutCell.setEnabled(enabled);
   updateTrackingAreas();
-  // Nobody will report that the pointer leaves an area that is no longer watched.
+  // No event reports that the pointer leaves an area that is no longer watched.
   if (!enabled) setHinting(false);
   setRecording(false);
   setNeedsDisplay();

@@ -32,8 +32,8 @@ struct ItemArc {
 class ItemArcs {
 public:
   // With a gap, a free slot of normal size opens in front of the item that holds that path, and every arc
-  // shrinks to make room for it. A gap behind a section's last item stands in front of nobody: its room is
-  // left at the circle's end.
+  // shrinks to make room for it. A gap behind a section's last item is in front of no item: its room is left
+  // at the circle's end.
   ItemArcs(const ItemSections& sections, double startArc, ItemPath gap = {});
 
   class Iterator {

@@ -66,7 +66,8 @@ void OrbelItem::showTitle() {
 
 void OrbelItem::closeTitle() {
   m_outgoingPopover.reset();
-  // Told to nearly every item at every move of the pointer, so one that never showed its title does nothing.
+  // Called for nearly every item at every move of the pointer, so one that never showed its title
+  // does nothing.
   if (m_titlePopover && m_titlePopover->isShown()) m_titlePopover->close();
 }
 

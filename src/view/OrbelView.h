@@ -1,8 +1,9 @@
 // The circular view at the heart of the menu: lays out one item an entry around its centre, grows the item
 // under the pointer, and reports clicks, moves and drops by section and position. Points with y up; angles in
 // radians clockwise from twelve o'clock. It knows nothing of menu entries: the data source makes the items,
-// the delegate hears what the user does. Both are borrowed, and clear themselves before they go. The window
-// feeds the events; the pointer's place is always read at the moment of handling, never from the event.
+// the delegate is notified of what the user does. Both are borrowed, and clear themselves before they are
+// destroyed. The window feeds the events; the pointer's place is always read at the moment of handling, never
+// from the event.
 #pragma once
 
 #include "scene/View.h"
@@ -86,7 +87,7 @@ public:
   void mouseDown(const MouseEvent& event) override;
   void mouseDragged(const MouseEvent& event) override;
   void mouseUp(const MouseEvent& event) override;
-  // The item goes back to where it was taken from; nothing is reported.
+  // The item is put back to where it was taken from; nothing is reported.
   void mouseCancelled() override;
   void rightMouseDown(const MouseEvent& event) override;
 
@@ -147,7 +148,7 @@ private:
   std::int64_t m_totalNumberOfItems = 0;
   double m_startArc = 0;
   std::int64_t m_lastMouseOverItemIndex = -1;
-  std::uint64_t m_reloads = 0; // tells a loop that asks the controller whether its items are still there
+  std::uint64_t m_reloads = 0; // shows a loop that asks the controller whether its items still exist
   bool m_askingForTitle = false;
   const ViewTree* m_iconsPreparedFor = nullptr;
 

@@ -1,6 +1,6 @@
 // What fills the radial view: a controller answers with counts and ready-made items.
-// The view asks, always on the main thread; it borrows the data source, which says goodbye with
-// setDataSource(nullptr) before it goes.
+// The view asks, always on the main thread; it borrows the data source, which calls setDataSource(nullptr)
+// before it is destroyed.
 #pragma once
 
 #include "view/ItemPath.h"

@@ -1,6 +1,6 @@
-// What the user does with the radial view, told to a controller by section and position. The view calls,
-// always on the main thread; it borrows the delegate, which says goodbye with setDelegate(nullptr) before it
-// goes. reloadData() and setEnabled() of the view are allowed from every operation.
+// What the user does with the radial view, reported to a controller by section and position. The view calls,
+// always on the main thread; it borrows the delegate, which calls setDelegate(nullptr) before it is
+// destroyed. reloadData() and setEnabled() of the view are allowed from every operation.
 #pragma once
 
 #include "scene/DragInfo.h"

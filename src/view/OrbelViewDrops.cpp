@@ -58,7 +58,8 @@ bool OrbelView::performDragOperation(const DragInfo& drag) {
       }
     }
   }
-  // On an empty circle, at its centre, on a boundary or where the place refuses, things go to the very front.
+  // On an empty circle, at its centre, on a boundary or where the place refuses, things are dropped at the
+  // very front.
   return supportsDrop(0) && receiveDrag(drag, {0, 0});
 }
 

@@ -68,7 +68,7 @@ void OrbelView::reloadData() {
   prepareIcons();
   m_lastMouseOverItemIndex = -1;
   // The new items stand at once where the pointer wants them, magnified already. They had no place before, so
-  // none of them can have had the pointer in it: nobody's title is asked for, and one that was taken over
+  // none of them can have had the pointer in it: no item's title is asked for, and one that was taken over
   // stays as long as its item is still under the pointer.
   const ImmediateAnimationGroup immediately;
   trackPointer(Titles::leave);

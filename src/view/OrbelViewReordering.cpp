@@ -94,7 +94,7 @@ void OrbelView::mouseCancelled() {
   m_zoomingEnabled = true;
   if (std::exchange(m_pressed, false) && m_draggedItem) m_sections.insert(m_draggedItem, m_draggedItemOrigin);
   clearDropMarks();
-  // The move that told of it goes on to track the pointer, and shall lay out for it whatever its slot is.
+  // The move that revealed it then tracks the pointer, and shall lay out for it whatever its slot is.
   m_lastMouseOverItemIndex = -1;
 }
 

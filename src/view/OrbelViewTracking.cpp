@@ -20,7 +20,8 @@ void OrbelView::mouseMoved(const MouseEvent&) {
 
 void OrbelView::trackPointer(Titles titles) {
   const std::optional<Point> pointer = pointerLocation();
-  // A display that cannot tell where the pointer is has it over none of our surfaces, so it points at nobody.
+  // A display that cannot report where the pointer is has it over none of our surfaces, so it points at
+  // no item.
   if (!pointer) return rest();
   const Polar polar = geometry().polar(*pointer);
   if (polar.distance < RadialGeometry::kDeadZoneRadius) return rest();
@@ -50,8 +51,8 @@ OrbelView::TitleAnswer OrbelView::updateTitles(Point pointer) {
   // A click may have brought a menu up over this view and disabled it; the tracking that ends the click must
   // not put a title on top of that menu.
   if (!m_enabled) return TitleAnswer::itemsStand;
-  // The question may open the item at once, and that may bring up a dialog under which the pointer goes on
-  // moving. To ask again from in there would open again and again.
+  // The question may open the item at once, and that may bring up a dialog under which the pointer continues
+  // to move. To ask again from in there would open again and again.
   if (m_askingForTitle) return TitleAnswer::itemsStand;
 
   const std::uint64_t reloads = m_reloads;
@@ -97,7 +98,7 @@ void OrbelView::magnifyAroundSlot(std::int64_t slot) {
 }
 
 void OrbelView::mouseExited(const MouseEvent&) {
-  // Going on to a bubble's edge is reported as an exit too.
+  // Moving on to a bubble's edge is reported as an exit too.
   const std::optional<Point> pointer = pointerLocation();
   if (pointer && bounds().contains(*pointer)) return;
   closeAllTitles();

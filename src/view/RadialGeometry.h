@@ -20,7 +20,7 @@ struct Polar {
 
 class RadialGeometry {
 public:
-  // Nearer to the centre than this the pointer points at nobody.
+  // Nearer to the centre than this the pointer points at no item.
   static constexpr double kDeadZoneRadius = 10;
 
   RadialGeometry(Size viewSize, std::int64_t numberOfItems)

@@ -1,4 +1,4 @@
-// Pixels for icon names and picture files; implemented by a toolkit that has an icon theme and image formats.
+// Pixels for icon names and picture files; implemented by a backend that has an icon theme and image formats.
 #pragma once
 
 #include "scene/Bitmap.h"

@@ -14,7 +14,7 @@ public:
   virtual ~PointerWatch() = default;
   // Calls the block once, from the main loop, when the pointer has moved out of the rectangle, and stops; the
   // block may destroy the watch. False, and nothing is watched, when the pointer is outside already or the
-  // display does not tell. Replaces an earlier wait.
+  // display does not report it. Replaces an earlier wait.
   virtual bool waitUntilOutside(const DeviceRect& rect, std::function<void()> left) = 0;
   virtual void stop() = 0;
 };

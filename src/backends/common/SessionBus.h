@@ -1,6 +1,6 @@
 // Whether the user's session has a message bus. To be asked before GIO is asked for a connection: where
-// there is none it tries to start one, which takes long and helps nobody. Used by whoever talks to the
-// desktop over GIO.
+// there is none it tries to start one, which takes long and has no use. Used by whoever talks to the desktop
+// over GIO.
 #pragma once
 
 namespace orbel::common {

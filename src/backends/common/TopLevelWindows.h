@@ -1,7 +1,7 @@
 // The ordinary windows on the screen and who owns them, as the workspace needs them to know which programs
 // run. Implemented by the display server's backend; the workspace matches windows to programs. A display that
-// tells its windows later has an empty list until then, and one that tells none has an empty list for good;
-// each arrival is a change. Programs without a process are told apart by their names.
+// reports its windows later has an empty list until then, and one that reports none has an empty list for
+// good; each arrival is a change. Programs without a process are distinguished by their names.
 #pragma once
 
 #include "foundation/Registration.h"
@@ -32,10 +32,11 @@ public:
   virtual ~TopLevelWindows() = default;
   // Managed windows in the order in which they were first mapped, without our own.
   virtual std::vector<TopLevelWindow> windows() const = 0;
-  // After windows came, went, or changed what identifies them. Several changes at once are one call.
+  // After windows appeared, disappeared, or changed what identifies them. Several changes at once are
+  // one call.
   virtual Registration observeChanges(std::function<void()> block) = 0;
 
-  // None while nothing is active, or while the display does not tell.
+  // None while nothing is active, or while the display does not report it.
   virtual std::optional<std::uint64_t> activeWindow() const = 0;
   // At the user's own wish (brings it to the front whatever was in front). False where that cannot be asked.
   virtual bool activate(std::uint64_t window) = 0;

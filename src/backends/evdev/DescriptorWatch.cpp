@@ -20,7 +20,7 @@ DescriptorWatch::DescriptorWatch(int descriptor, Block readable)
       g_source_set_ready_time(source, rest == Rest::some ? kAtOnce : kNever);
     return G_SOURCE_CONTINUE;
   };
-  // The source owns the block: destroyed from within it, GLib lets go of it only after the call.
+  // The source owns the block: destroyed from within it, GLib releases it only after the call.
   g_source_set_callback(m_source, G_SOURCE_FUNC(dispatch), new Block(std::move(readable)),
                         [](gpointer data) { delete static_cast<Block*>(data); });
   g_source_attach(m_source, nullptr);

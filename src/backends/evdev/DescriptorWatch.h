@@ -13,7 +13,7 @@ public:
   // What the block has left behind: something that it has taken from the descriptor and not dealt with yet
   // makes the loop call it again on its next turn, after the others.
   enum class Rest { none, some };
-  // Hung up means that nothing will come any more; it is told again and again until the watch ends.
+  // Hung up means that nothing will come any more; it is reported repeatedly until the watch ends.
   enum class State { alive, hungUp };
   using Block = std::function<Rest(State)>;
 

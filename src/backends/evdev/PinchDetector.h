@@ -1,5 +1,6 @@
-// Tells a pinch (fingers drawn together or apart) from a hand that rests or moves as a whole. Positions are
-// normalised to the pad (0 to 1). The touchpad tap has one for each touchpad and feeds it every frame.
+// Distinguishes a pinch (fingers drawn together or apart) from a hand that rests or moves as a whole.
+// Positions are normalised to the pad (0 to 1). The touchpad tap has one for each touchpad and feeds it
+// every frame.
 #pragma once
 
 #include "platform/EventTaps.h"
@@ -18,7 +19,8 @@ public:
   // the distance by more, however close together they rest: no trembling is a pinch.
   static constexpr double kSmallestChange = 0.025;
 
-  // True for every frame of a pinch: from the first that goes so far until the number of fingers changes.
+  // True for every frame of a pinch: from the first that reaches the threshold until the number of
+  // fingers changes.
   bool touchesChanged(const std::vector<Touch>& touches);
 
 private:

@@ -16,7 +16,7 @@ namespace orbel::evdev {
 
 namespace {
 
-// Before the others get their turn: a touchpad gone mad must not hold up the loop.
+// Before the others get their turn: a faulty touchpad that never stops sending must not block the loop.
 constexpr int kEventsAtOnce = 2048;
 
 void logMessage(const libevdev*, libevdev_log_priority, void*, const char*, int, const char*,
@@ -77,7 +77,7 @@ Result<> Touchpad::readAxes() {
 }
 
 DescriptorWatch::Rest Touchpad::readEvents(DescriptorWatch::State state) {
-  const auto self = shared_from_this(); // a handler may let go of the pad
+  const auto self = shared_from_this(); // a handler may release the pad
   for (int count = 0; count < kEventsAtOnce && m_watch; ++count) {
     input_event event{};
     const int status = libevdev_next_event(
@@ -107,7 +107,7 @@ void Touchpad::report() {
     const auto trackingId =
         static_cast<std::uint32_t>(libevdev_get_slot_value(m_device, slot, ABS_MT_TRACKING_ID));
     const std::int64_t identity = (std::int64_t{m_number} << 32) | trackingId;
-    // One contact has one tracking id; a pad that tells it in two slots is wrong about the second.
+    // One contact has one tracking id; a pad that reports it in two slots is wrong about the second.
     if (isKnown(identity)) continue;
     const double x = m_x.normalized(libevdev_get_slot_value(m_device, slot, ABS_MT_POSITION_X));
     const double y = m_y.normalized(libevdev_get_slot_value(m_device, slot, ABS_MT_POSITION_Y));
@@ -116,7 +116,7 @@ void Touchpad::report() {
   const auto isSame = [](const Touch& left, const Touch& right) {
     return left.identity == right.identity && left.normalizedPosition == right.normalizedPosition;
   };
-  // Pressure, sizes and buttons are told, too.
+  // The pad reports changes of pressure, sizes and buttons, too.
   if (std::equal(m_touches.begin(), m_touches.end(), m_reported.begin(), m_reported.end(), isSame)) return;
   m_reported = m_touches;
   m_handlers.touchesChanged(m_reported);

@@ -23,14 +23,14 @@ namespace orbel::evdev {
 class Touchpad : public std::enable_shared_from_this<Touchpad> {
 public:
   struct Handlers {
-    // All fingers now on this pad, whenever one came, went or moved.
+    // All fingers now on this pad, whenever one touched, lifted or moved.
     std::function<void(const std::vector<Touch>&)> touchesChanged;
-    // It has been unplugged or broke; all fingers have been told to be lifted before. Nothing follows.
+    // It has been unplugged or broke; all fingers have been reported as lifted before. Nothing follows.
     std::function<void()> vanished;
   };
 
-  // Opens and reads it from then on. `number` tells its fingers from those of every other touchpad. Fails
-  // when it cannot be read or is none that tells of single fingers.
+  // Opens and reads it from then on. `number` distinguishes its fingers from those of every other touchpad.
+  // Fails when it cannot be read or is none that reports single fingers.
   static Result<std::shared_ptr<Touchpad>> open(const TouchpadDevice& device, std::int32_t number,
                                                 Handlers handlers);
   ~Touchpad();
@@ -38,9 +38,9 @@ public:
   Touchpad& operator=(const Touchpad&) = delete;
 
   const std::string& systemPath() const { return m_systemPath; }
-  // How many fingers at once it can tell apart.
+  // How many fingers at once it can distinguish.
   int slotCount() const { return m_slotCount; }
-  // Tells nothing any more. May be called from a handler.
+  // Reports nothing any more. May be called from a handler.
   void close();
   // All fingers are lifted and the pad is closed.
   void vanish();
@@ -67,7 +67,7 @@ private:
   Axis m_x;
   Axis m_y;
   int m_slotCount = 0;
-  int m_nearestDistance = 0; // what a finger that touches is told to be away
+  int m_nearestDistance = 0; // the distance reported of a finger that touches
   bool m_isSynchronizing = false;
   std::vector<Touch> m_touches;
   std::vector<Touch> m_reported;

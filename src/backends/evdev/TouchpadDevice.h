@@ -6,7 +6,7 @@
 namespace orbel::evdev {
 
 struct TouchpadDevice {
-  std::string systemPath; // tells it from all others while it is plugged in
+  std::string systemPath; // unique among all devices while it is plugged in
   std::string node;       // such as /dev/input/event5
   std::string name;       // the maker's; may be empty
 

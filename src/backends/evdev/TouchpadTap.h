@@ -1,4 +1,4 @@
-// The touch tap: the fingers on every touchpad that is there or comes, each told by itself, and pinches.
+// The touch tap: the fingers on every touchpad that is there or comes, each reported by itself, and pinches.
 // While it is disabled no touchpad is open. Touchpads that may not be read are logged and tried again when
 // their access rights change. Main thread.
 #pragma once

@@ -64,7 +64,7 @@ TouchpadWatch::TouchpadWatch(Handlers handlers) : m_handlers(std::move(handlers)
   m_monitor = std::move(monitor);
   m_descriptor = std::make_unique<DescriptorWatch>(
       udev_monitor_get_fd(m_monitor.get()), [this, keptMonitor = m_monitor](DescriptorWatch::State state) {
-        // One event a call: the block may be destroyed by what it tells.
+        // One event a call: what the block does may destroy it.
         const UdevPointer<udev_device> device(udev_monitor_receive_device(keptMonitor.get()));
         if (device) {
           handle(*device);

@@ -1,5 +1,5 @@
-// Which touchpads there are, from udev's database: it alone tells a touchpad from a touch screen or a mouse
-// without reading the device, and tells of a new one once its access rights are set.
+// Which touchpads there are, from udev's database: it alone distinguishes a touchpad from a touch screen or a
+// mouse without reading the device, and reports a new one once its access rights are set.
 #pragma once
 
 #include "backends/evdev/DescriptorWatch.h"
@@ -25,8 +25,8 @@ public:
 
   static std::vector<TouchpadDevice> present();
 
-  // Tells of changes from now on, from the main loop. Where udev is not running, that is logged and nothing
-  // is told.
+  // Reports changes from now on, from the main loop. Where udev is not running, that is logged and nothing
+  // is reported.
   explicit TouchpadWatch(Handlers handlers);
   ~TouchpadWatch();
   TouchpadWatch(const TouchpadWatch&) = delete;

@@ -73,7 +73,7 @@ bool isOtherFile(const Content& content, const FileIdentity& present) {
   return content.birthTime && present.birthTime && *content.birthTime != *present.birthTime;
 }
 
-// An inode number goes to the next file at once when it becomes free, so only together with the birth time
+// An inode number that becomes free is given to the next file at once, so only together with the birth time
 // it counts.
 std::optional<std::string> renamedInFolder(const Content& content, const std::string& folder) {
   if (!content.inode || !content.birthTime) return std::nullopt;
@@ -97,8 +97,9 @@ std::optional<std::string> renamedInFolder(const Content& content, const std::st
   return std::nullopt;
 }
 
-// Whether nothing can be said about the file now: its disk is not mounted, its folder gone or closed to us.
-// The folder in which a disk is mounted remains without the disk, but then belongs to another file system.
+// Whether nothing can be said about the file now: its disk is not mounted, its folder removed or not readable
+// for us. The folder in which a disk is mounted remains without the disk, but then belongs to another
+// file system.
 bool isOutOfReach(const Content& content, const std::string& folder, int error) {
   if (error != ENOENT) return true;
   const auto parent = FileIdentity::ofPath(folder + "/."); // what a link to a folder leads to

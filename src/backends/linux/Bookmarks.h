@@ -1,7 +1,7 @@
-// Bookmarks of files: where a file was and what tells it from another, so that it is found again after a
-// rename. A bookmark is a binary property-list dictionary with "path" and, where known, "inode", "birthTime"
-// (nanoseconds since 1970), "fileSystem" and "desktopEntry" (identifier). One that holds the path alone is a
-// bookmark too.
+// Bookmarks of files: where a file was and what distinguishes it from another, so that it is found again
+// after a rename. A bookmark is a binary property-list dictionary with "path" and, where known, "inode",
+// "birthTime" (nanoseconds since 1970), "fileSystem" and "desktopEntry" (identifier). One that holds the path
+// alone is a bookmark too.
 #pragma once
 
 #include "backends/linux/DesktopEntryIndex.h"

@@ -65,7 +65,7 @@ std::vector<std::string> DatedFiles::existing(const std::string& prefix, const s
     if (name.size() != namePrefix.size() + kStampLength + suffix.size()) continue;
     if (!name.starts_with(namePrefix) || !name.ends_with(suffix)) continue;
     if (!isStamp(name.substr(namePrefix.size(), kStampLength))) continue;
-    std::error_code unknown; // a file that goes just now may come in any place
+    std::error_code unknown; // a file removed meanwhile may stand in any place
     found.push_back({file->last_write_time(unknown), folder + "/" + name});
   }
   // Not by their names: a clock that is put back, as at the end of summer, would make the newest the oldest.

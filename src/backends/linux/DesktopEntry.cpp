@@ -114,7 +114,7 @@ DesktopEntry DesktopEntry::withValues(std::string identifier, std::string path, 
       if (!isFieldCode(*word) && *word != "--") entry.hasOwnArguments = true;
     }
   }
-  // TryExec tells whether the program is there where Exec only names something that starts it.
+  // TryExec shows whether the program is there where Exec only names something that starts it.
   if (const std::string attempt = values.text("TryExec"); !attempt.empty()) entry.requiredProgram = attempt;
   return entry;
 }

@@ -109,7 +109,7 @@ FileIcons::Source FileIcons::sourceForEntry(const DesktopEntry& entry) const {
   if (entry.icon.starts_with('/')) return {entry.icon, {}, kApplicationPicture};
   if (entry.icon.empty()) return {"", {}, kApplicationPicture};
   const std::string name = withoutPictureSuffix(entry.icon);
-  // A theme's icon goes before one outside of all themes.
+  // A theme's icon takes precedence over one outside of all themes.
   const std::string file = m_loader.hasThemeIcon({name}) ? std::string() : pixmapFile(name);
   return {file, {name}, kApplicationPicture};
 }

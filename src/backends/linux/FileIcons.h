@@ -1,6 +1,6 @@
 // The pictures of files, folders and applications: 320 by 320 points, drawn at the pixel size that is wanted.
-// Files with the same picture share one image for as long as somebody holds it; our own pictures are few,
-// stand in every menu, and are kept, pixels and all. Never empty, except imageNamed.
+// Files with the same picture share one image for as long as it is in use; our own pictures are few, stand in
+// every menu, and are kept, pixels and all. Never empty, except imageNamed.
 #pragma once
 
 #include "backends/common/IconLoader.h"

@@ -1,5 +1,5 @@
-// What the file system knows a file by: it survives a rename, and the birth time tells it from a later file
-// that was given the same inode number.
+// What the file system knows a file by: it survives a rename, and the birth time distinguishes it from a
+// later file that was given the same inode number.
 #pragma once
 
 #include <cstdint>

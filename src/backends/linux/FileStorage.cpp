@@ -29,7 +29,7 @@ public:
   Descriptor& operator=(const Descriptor&) = delete;
   int number() const { return m_number; }
   bool isOpen() const { return m_number >= 0; }
-  // False when the last bytes could not be stored, as a full network disk tells only now.
+  // False when the last bytes could not be stored, which a full network disk reports only now.
   bool close() { return ::close(std::exchange(m_number, -1)) == 0; }
 
 private:
@@ -153,7 +153,7 @@ FileStorage::replaceIfStill(const std::string& path, const std::optional<Propert
                             const PropertyList::Data& bytes) {
   TemporaryFile file(path);
   if (const auto written = file.write(bytes); !written) return written.failure();
-  // One step, so that nobody's file can come in between a look and the replacement.
+  // One step, so that no other program's file can appear between a look and the replacement.
   const unsigned how = expected ? RENAME_EXCHANGE : RENAME_NOREPLACE;
   if (::renameat2(AT_FDCWD, file.name().c_str(), AT_FDCWD, path.c_str(), how) == 0) {
     if (!expected) {
@@ -163,7 +163,7 @@ FileStorage::replaceIfStill(const std::string& path, const std::optional<Propert
     const Content earlier = read(file.name(), expected->size());
     if (earlier.outcome == Outcome::read && earlier.bytes == *expected) {
       file.syncFolder();
-      return Replacement::done; // what stands under the temporary name now goes with it
+      return Replacement::done; // what has the temporary name now is removed with it
     }
     giveBack(file, path);
     return Replacement::overtaken;
@@ -184,7 +184,7 @@ std::string FileStorage::followLinks(const std::string& path) {
     const std::string next(target.data(), static_cast<std::size_t>(length));
     current = next.front() == '/' ? next : folderOf(current) + "/" + next;
   }
-  return path; // links in a circle: opening it tells
+  return path; // links in a circle: opening it fails
 }
 
 std::string FileStorage::withoutLinks(const std::string& path) {

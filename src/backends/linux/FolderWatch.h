@@ -1,4 +1,4 @@
-// Tells when the file at a path comes, goes or changes, by watching its folder; without polling.
+// Reports when the file at a path is created, removed or changed, by watching its folder; without polling.
 // Reports on the main thread, from GLib's default main context. Used by the preferences file.
 #pragma once
 
@@ -13,7 +13,7 @@ namespace orbel::linux {
 class FolderWatch {
 public:
   // Fails when the path's folder cannot be watched. The block is called once for several changes read
-  // together; also when the folder itself goes, after which the watch is dead (isAlive).
+  // together; also when the folder itself is removed, after which the watch is dead (isAlive).
   static Result<std::unique_ptr<FolderWatch>> start(const std::string& path, std::function<void()> block);
   ~FolderWatch();
   FolderWatch(const FolderWatch&) = delete;

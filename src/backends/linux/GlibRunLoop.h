@@ -1,7 +1,7 @@
-// The run loop on GLib's default main context, which the toolkit's own event loop shares.
-// Seconds on the monotonic clock. Nothing wakes the process while no delay is pending and nobody wants
-// frames. Main thread only; made by main before anything that waits for time. Blocks still pending at the end
-// are dropped.
+// The run loop on GLib's default main context, which Qt's own event loop shares.
+// Seconds on the monotonic clock. Nothing wakes the process while no delay is pending and no frames are
+// requested. Main thread only; made by main before anything that waits for time. Blocks still pending at the
+// end are dropped.
 #pragma once
 
 #include "foundation/Lifetime.h"

@@ -19,7 +19,7 @@ namespace {
 constexpr std::size_t kRememberedStarts = 64;
 constexpr const char* kGroup = G_KEY_FILE_DESKTOP_GROUP;
 
-// What those who start programs tell the program they start about itself. Passed on, it would be taken for
+// What those who start programs pass to the started program about itself. Passed on, it would be taken for
 // theirs by the programs that we start: a stale token, another's entry, another's service sockets.
 constexpr std::array kStarterVariables{
     "DESKTOP_STARTUP_ID",

@@ -168,7 +168,7 @@ std::unique_ptr<FolderWatch> LinuxLoginItem::watchNearest(const std::string& pat
 }
 
 void LinuxLoginItem::somethingChanged() {
-  // Above the folder only its coming counts, and a folder that went has to come again.
+  // Above the folder only its creation counts, and a folder that was removed has to be created again.
   if (!m_watch || !m_watch->isAlive() || m_watch->path() != m_path) watch();
   if (const auto found = find(m_path); found && isStarted(*found))
     rememberRegistration(true);       // with the desktop's own tools

@@ -23,8 +23,8 @@ public:
   LinuxLoginItem(const LinuxLoginItem&) = delete;
   LinuxLoginItem& operator=(const LinuxLoginItem&) = delete;
 
-  // Not registered when the entry is hidden, disabled or broken: desktops skip those; nor when it is gone
-  // that was written here. Undecided when there is none and was none.
+  // Not registered when the entry is hidden, disabled or broken: desktops skip those; nor when the entry that
+  // was written here has been removed. Undecided when there is none and was none.
   Result<State> state() const override;
   Result<> setRegistered(bool registered) override;
   Registration observeChanges(std::function<void()> block) override;
@@ -46,8 +46,9 @@ private:
   void somethingChanged();
 
   std::string m_path;
-  // A file that is there from a registration on, whoever made it, until it is taken back here. It tells an
-  // entry that was removed from one that never was, as where the preferences come from another machine.
+  // A file that is there from a registration on, whoever made it, until it is taken back here. It
+  // distinguishes an entry that was removed from one that never was, as where the preferences come from
+  // another machine.
   std::string m_markPath;
   bool m_wasRegistered = false; // by this process; the mark may be impossible to write
   std::string m_executable;

@@ -1,5 +1,5 @@
-// One running program and its windows. Kept by the list of running applications, which tells it about its
-// windows; the core may hold it longer, after the program has gone.
+// One running program and its windows. Kept by the list of running applications, which passes it its windows;
+// the core may hold it longer, after the program has ended.
 #pragma once
 
 #include "backends/common/TopLevelWindows.h"
@@ -23,7 +23,7 @@ public:
     ImagePointer icon;
   };
 
-  // The process is none when its windows do not tell; then the group name tells such programs apart.
+  // The process is none when its windows do not name it; then the group name distinguishes such programs.
   LinuxRunningApplication(common::TopLevelWindows& windows, std::optional<ProcessRecord> process,
                           std::string groupName);
 

@@ -118,7 +118,7 @@ Result<> LinuxWorkspace::showFolder(const std::string& path) {
   return {};
 }
 
-// The file manager may call this long after showFolder() has answered: nobody else can log a failure.
+// The file manager may call this long after showFolder() has answered: no one else can log a failure.
 void LinuxWorkspace::openFolderWithHandler(const std::string& path) const {
   const auto handler = DefaultApplications::forContentType("inode/directory");
   if (!handler) {

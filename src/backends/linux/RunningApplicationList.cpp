@@ -13,7 +13,7 @@ namespace orbel::linux {
 
 namespace {
 
-// What tells the programs apart whose windows do not name their process.
+// What distinguishes the programs whose windows do not name their process.
 std::string groupNameOf(const common::TopLevelWindow& window) {
   if (!window.className.empty()) return window.className;
   if (!window.instanceName.empty()) return window.instanceName;
@@ -197,7 +197,8 @@ RunningApplicationList::appearanceFor(const common::TopLevelWindow& window, cons
     appearance.localizedName = withoutAppImageSuffix(FileStorage::nameOf(*process->appImagePath));
     appearance.bundlePath = process->appImagePath;
   } else {
-    // One that has gone by its name goes on so, or it would take over the picture that is kept for the path.
+    // One that was identified by its name remains so, or it would take over the picture that is kept for
+    // the path.
     const bool goesByName = present.icon && present.entryIdentifier.empty() && !present.bundlePath;
     if (!goesByName) appearance.bundlePath = record->executablePath();
     if (!window.className.empty()) {

@@ -33,7 +33,7 @@ public:
   // The same by the record's own class, for the rules on programs.
   const std::vector<std::shared_ptr<LinuxRunningApplication>>& records() const { return m_records; }
 
-  // After programs came or went, or show themselves in another way.
+  // After programs started or ended, or show themselves in another way.
   Registration observeChanges(std::function<void()> block);
 
   // Equal desktop-entry identifiers, or the bundle is the AppImage or executable that runs.

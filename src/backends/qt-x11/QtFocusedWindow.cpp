@@ -8,8 +8,8 @@
 namespace orbel::qtx11 {
 
 namespace {
-// A window that has just been hidden, such as an alert that was answered, keeps the focus in the toolkit's
-// eyes until the server has told it.
+// A window that has just been hidden, such as an alert that was answered, keeps the focus according to Qt
+// until the server has reported the loss.
 QWindow* focusedWindow() {
   QWindow* window = QGuiApplication::focusWindow();
   return window && window->isVisible() ? window : nullptr;
@@ -25,7 +25,7 @@ Registration QtFocusedWindow::observeLoss(std::function<void()> block) {
   const auto changed = [block = std::move(block), focused = focusedWindow()](QWindow* now) mutable {
     const bool isLost = focused && now != focused;
     focused = now;
-    // A copy: telling usually ends the observation.
+    // A copy: the call usually ends the observation.
     if (const auto told = block; isLost) told();
   };
   const auto connection = QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, changed);

@@ -1,5 +1,4 @@
-// Which window of the program has the keyboard focus, as the toolkit knows it. Made by main for the
-// key recorder.
+// Which window of the program has the keyboard focus, as Qt knows it. Made by main for the key recorder.
 #pragma once
 
 #include "backends/x11/FocusedWindow.h"

@@ -38,7 +38,7 @@ private:
 } // namespace
 
 xcb_connection_t* X11DisplayServer::windowConnection() {
-  // The native interface alone tells nothing: the offscreen platform has one too, without a connection.
+  // The native interface alone proves nothing: the offscreen platform has one too, without a connection.
   const auto* x11 = QGuiApplication::platformName() == QLatin1String("xcb")
                         ? qGuiApp->nativeInterface<QNativeInterface::QX11Application>()
                         : nullptr;

@@ -1,5 +1,5 @@
-// The X server as Qt's windows use it. Requests about a window go over Qt's own connection, so that they follow
-// its creation in order; everything asked or listened to goes over the backend's connection.
+// The X server as Qt's windows use it. Requests about a window are sent over Qt's own connection, so that
+// they follow its creation in order; questions and event selections use the backend's connection.
 #pragma once
 
 #include "backends/qt/windows/DisplayServer.h"

@@ -39,7 +39,7 @@ std::optional<xcb_window_t> ActiveWindow::window() const {
   if (m_clients.windowManager() == XCB_NONE) return focused();
   const auto window = stated();
   const auto candidate = window ? window : m_last;
-  // Some window managers go on naming the last window when it is gone and no other follows.
+  // Some window managers continue to name the last window when it no longer exists and no other follows.
   return candidate && exists(*candidate) ? candidate : std::nullopt;
 }
 

@@ -1,5 +1,5 @@
 // Asks the window manager to blur what lies behind a part of a window, live (the KDE blur region).
-// Device pixels of the window, y down. Requests go out on the window's connection and are not flushed.
+// Device pixels of the window, y down. Requests are sent on the window's connection and are not flushed.
 #pragma once
 
 #include "backends/common/DeviceRect.h"

@@ -20,7 +20,7 @@ xcb_timestamp_t ClickWatch::mark() {
 bool ClickWatch::hasClickedElsewhereSince(xcb_timestamp_t mark) {
   // A press may be waiting for its turn; asking must not run the handlers of others.
   if (m_presses) m_pointer.peekPresses([this](std::uint32_t, xcb_timestamp_t time) { pressed(time); });
-  // A click in the mark's own millisecond is a later one: nobody clicks and summons in the same.
+  // A click in the mark's own millisecond is a later one: no user clicks and summons in the same.
   return m_lastClickElsewhere && !Connection::isLaterTime(mark, *m_lastClickElsewhere);
 }
 

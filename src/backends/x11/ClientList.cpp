@@ -19,7 +19,7 @@ ClientList::ClientList(Connection& connection) : m_connection(connection) {}
 xcb_window_t ClientList::windowManager() const {
   const auto named = namedWindowManager();
   if (named == XCB_NONE) return XCB_NONE;
-  // A window manager that went leaves the name of its window behind.
+  // A window manager that has ended leaves the name of its window behind.
   PropertyRequest own(m_connection, named, "_NET_SUPPORTING_WM_CHECK");
   return own.number() == named ? named : XCB_NONE;
 }

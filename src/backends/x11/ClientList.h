@@ -17,7 +17,8 @@ public:
   xcb_window_t windowManager() const;
   // The window that is named as the window manager's, alive or not, ready or not yet; 0 when none is.
   xcb_window_t namedWindowManager() const;
-  // In the order in which they were first mapped, where the window manager tells it; else from bottom to top.
+  // In the order in which they were first mapped, where the window manager reports it; else from bottom
+  // to top.
   std::vector<xcb_window_t> windows() const;
   // From bottom to top.
   std::vector<xcb_window_t> stackingOrder() const;

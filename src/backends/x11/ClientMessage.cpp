@@ -28,7 +28,7 @@ void ClientMessage::sendToManager(Connection& connection, xcb_window_t window, c
 }
 
 void ClientMessage::sendToProgram(Connection& connection, xcb_window_t window, const char* type, Data data) {
-  // No event mask: the message goes to whoever created the window.
+  // No event mask: the message is sent to the client that created the window.
   send(connection, window, XCB_EVENT_MASK_NO_EVENT, window, type, data);
 }
 

@@ -20,7 +20,7 @@ public:
   ClientProcess(const ClientProcess&) = delete;
   ClientProcess& operator=(const ClientProcess&) = delete;
 
-  // None for a window that is gone, a program on another machine, or a server that cannot tell.
+  // None for a window that no longer exists, a program on another machine, or a server that cannot answer.
   std::optional<std::int32_t> identifier();
 
 private:

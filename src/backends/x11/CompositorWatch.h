@@ -1,4 +1,4 @@
-// Knows whether a compositor draws the screen, and tells when one comes or goes.
+// Knows whether a compositor draws the screen, and reports when one starts or ends.
 // Main thread only; wakes up only for such a change.
 #pragma once
 

@@ -11,7 +11,7 @@
 namespace orbel::x11 {
 
 // The main loop looks at the socket; what xcb has read from it already while waiting for a reply does not
-// make the socket readable again, so the queue is looked at before the loop goes to sleep.
+// make the socket readable again, so the queue is looked at before the loop sleeps.
 class Connection::Source {
 public:
   static GSource* create(Connection* connection) {
@@ -21,7 +21,7 @@ public:
     data(source).descriptor = g_source_add_unix_fd(source, xcb_get_file_descriptor(connection->m_connection),
                                                    static_cast<GIOCondition>(G_IO_IN | G_IO_HUP | G_IO_ERR));
     g_source_set_name(source, "X connection");
-    // A modal dialog of the toolkit runs the loop within a handler of ours.
+    // A modal dialog of Qt runs the loop within a handler of ours.
     g_source_set_can_recurse(source, TRUE);
     g_source_attach(source, nullptr);
     return source;
@@ -156,7 +156,7 @@ void Connection::dispatch(const xcb_generic_event_t& event) {
     return;
   }
   const auto& error = reinterpret_cast<const xcb_generic_error_t&>(event);
-  // A window of another program may go between our hearing of it and our asking for it.
+  // A window of another program may be destroyed between its event and our request about it.
   if (error.error_code == XCB_WINDOW || error.error_code == XCB_DRAWABLE) return;
   Log::warning("the X server refused request " + std::to_string(error.major_code) + "." +
                std::to_string(error.minor_code) + " with error " + std::to_string(error.error_code));

@@ -1,8 +1,8 @@
 // A connection of our own to the X server, watched by the GLib main loop. Qt's connection selects events for
-// itself; what the backend listens to goes over connections of its own, so neither replaces the other's
-// selection. Failed requests are survived: windows of other programs go at any time. A broken connection
-// means that the desktop is gone; it is logged and reported once. Main thread only; outlives everything that
-// uses it.
+// itself; what the backend listens to uses connections of its own, so neither replaces the other's selection.
+// Failed requests are survived: windows of other programs are destroyed at any time. A broken connection
+// means that the desktop has ended; it is logged and reported once. Main thread only; outlives everything
+// that uses it.
 #pragma once
 
 #include "backends/x11/XcbReply.h"
@@ -83,7 +83,7 @@ private:
   const xcb_screen_t* m_screen = nullptr;
   std::function<void()> m_lost;
   bool m_isLost = false;
-  xcb_window_t m_timeWindow = XCB_NONE; // never mapped; changing a property of it tells the server's time
+  xcb_window_t m_timeWindow = XCB_NONE; // never mapped; changing a property of it gives the server's time
   std::uint32_t m_rootEventMask = 0;
   std::unordered_map<std::string, xcb_atom_t> m_atoms;
   std::deque<XcbReply<xcb_generic_event_t>> m_received; // taken from xcb and not dispatched yet

@@ -17,7 +17,7 @@ public:
   // The connection outlives the object.
   explicit DesktopSettings(Connection& connection) : m_connection(connection) {}
 
-  // Asked of the server now; none when the desktop has no such setting or nobody hands out settings.
+  // Asked of the server now; none when the desktop has no such setting or no program publishes settings.
   std::optional<std::int32_t> integer(std::string_view name) const;
   std::optional<std::string> text(std::string_view name) const;
 
@@ -26,7 +26,7 @@ public:
   static std::optional<std::string> text(std::span<const std::uint8_t> bytes, std::string_view name);
 
 private:
-  std::vector<std::uint8_t> published() const; // empty when nobody hands out settings
+  std::vector<std::uint8_t> published() const; // empty when no program publishes settings
   Connection& m_connection;
 };
 

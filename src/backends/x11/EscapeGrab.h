@@ -1,4 +1,5 @@
-// Escape as a passive grab: it alone is taken from the window that has the focus, and the hot keys go on.
+// Escape as a passive grab: it alone is taken from the window that has the focus, and the hot keys continue
+// to work.
 #pragma once
 
 #include "backends/common/EscapeKey.h"

@@ -1,4 +1,4 @@
-// Tells whether another program holds a key combination by a grab of the input extension, as some desktops
+// Reports whether another program holds a key combination by a grab of the input extension, as some desktops
 // hold theirs. Such a grab and one of the core protocol do not collide in the server, so trying the latter
 // finds nothing. Used by PassiveKeyGrabs.
 #pragma once

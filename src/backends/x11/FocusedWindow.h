@@ -1,4 +1,4 @@
-// Which window of this program has the keyboard focus. The X server tells a connection only about windows
+// Which window of this program has the keyboard focus. The X server notifies a connection only about windows
 // that it knows, and the program's ordinary windows are another connection's. Used by the key recorder; main
 // thread only.
 #pragma once
@@ -16,7 +16,7 @@ public:
   // XCB_NONE while another program's window, or none, has the focus.
   virtual xcb_window_t current() const = 0;
   // Calls the block when a window of ours that has the focus loses it, to another of ours too. Gaining it is
-  // not told: the window manager may give it only after the click that started the recording.
+  // not reported: the window manager may give it only after the click that started the recording.
   virtual Registration observeLoss(std::function<void()> block) = 0;
 };
 

@@ -73,7 +73,7 @@ ModifierMap ModifierMap::current(Connection& connection) {
         if (keyCode != 0) map.m_modifierKeys.set(keyCode);
     }
   }
-  // A keymap without such keys: the bits that they usually have. Nobody can press them, but a combination
+  // A keymap without such keys: the bits that they usually have. They cannot be pressed, but a combination
   // with them must not become one without.
   if (map.m_command == 0) map.m_command = XCB_MOD_MASK_4;
   if (map.m_option == 0) map.m_option = XCB_MOD_MASK_1;

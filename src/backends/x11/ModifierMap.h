@@ -19,7 +19,7 @@ public:
   std::uint16_t maskForModifiers(std::uint32_t modifiers) const;
   // The modifiers with every state of Caps Lock and Num Lock, each once.
   std::vector<std::uint16_t> lockVariants(std::uint16_t modifierMask) const;
-  // The modifiers of a key event's state that tell one combination from another.
+  // The modifiers of a key event's state that distinguish one combination from another.
   std::uint16_t significantMask() const;
   // X modifier bits as the flags in which a shortcut is stored (scene/Event.h); locks are none of them.
   std::uint64_t modifierFlags(std::uint16_t modifierMask) const;

@@ -34,7 +34,7 @@ void MouseMovedTap::setEnabled(bool enabled) {
   m_releases =
       m_pointer.observeReleases([this](std::uint32_t button, xcb_timestamp_t) { setHeld(button, false); });
   listenAsNeeded();
-  // After the selection: a press in between is then told twice rather than never.
+  // After the selection: a press in between is then noticed twice rather than never.
   for (const std::uint32_t button : m_pointer.heldButtons())
     setHeld(button, true);
 }

@@ -156,7 +156,7 @@ void PassiveKeyGrabs::handlePress(const xcb_key_press_event_t& press) {
 void PassiveKeyGrabs::handleRelease(const xcb_key_release_event_t& release) {
   m_down.reset(release.detail);
   if (release.detail != m_activatingKey) return;
-  // The grab ends here, and releases of other keys go elsewhere.
+  // The grab ends here, and releases of other keys are sent elsewhere.
   m_activatingKey = 0;
   m_down.reset();
 }

@@ -39,7 +39,7 @@ public:
   PassiveKeyGrabs& operator=(const PassiveKeyGrabs&) = delete;
 
   // Fails when another program holds the combination or the keyboard has no such key. A grab of the input
-  // extension is no hindrance: this one goes ahead of it for as long as it lasts.
+  // extension is no hindrance: this one takes precedence over it for as long as it lasts.
   Result<Registration> grab(KeyCombination combination, std::function<void()> pressed);
   // As grab(), but refused also where another program holds the combination by the input extension: its own
   // shortcut would be silenced.
@@ -74,7 +74,7 @@ private:
   std::optional<XkbEvents> m_xkb;
   std::vector<std::shared_ptr<Entry>> m_entries;
   std::map<Grab, int> m_holders;     // how many entries share a grab: the server knows one
-  std::bitset<256> m_down;           // key codes seen to go down during the current grab
+  std::bitset<256> m_down;           // key codes seen pressed during the current grab
   xcb_keycode_t m_activatingKey = 0; // the key whose release ends the current grab; 0 when there is none
   DelayedCall m_mappingChange;
   Registration m_events;

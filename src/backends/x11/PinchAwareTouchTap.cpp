@@ -26,7 +26,7 @@ void PinchAwareTouchTap::pinch(PinchPhase phase) {
 }
 
 void PinchAwareTouchTap::touchesChanged(const std::vector<Touch>& touches) {
-  // The server tells the end of a pinch later than the source tells that the fingers have gone.
+  // The server reports the end of a pinch later than the source reports that the fingers are lifted.
   if (touches.empty()) m_isPinching = false;
   m_handlers.touchesChanged(touches);
   if (m_isPinching && isEnabled()) m_handlers.magnified();

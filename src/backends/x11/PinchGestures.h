@@ -1,6 +1,6 @@
 // Pinches on a touchpad as the X server recognises them, for whoever has to know that the fingers are not at
-// rest. Selects from the server only while somebody observes. It sees no pinch over a window that listens to
-// gestures itself, and a server may have one listener only: what it tells comes besides other evidence.
+// rest. Selects from the server only while there are observers. It sees no pinch over a window that listens
+// to gestures itself, and a server may have one listener only: what it reports is additional evidence.
 #pragma once
 
 #include "foundation/Observers.h"
@@ -21,7 +21,7 @@ class PinchGestures {
 public:
   explicit PinchGestures(Connection& connection);
 
-  // False when the server is older than version 2.4 of the input extension; nothing is ever told then.
+  // False when the server is older than version 2.4 of the input extension; nothing is ever reported then.
   bool isAvailable() const { return m_opcode.has_value(); }
   Registration observe(std::function<void(PinchPhase)> block);
 

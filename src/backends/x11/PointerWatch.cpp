@@ -12,8 +12,8 @@ bool PointerWatch::waitUntilOutside(const common::DeviceRect& rect, std::functio
   m_left = std::move(left);
   if (!m_motion) {
     m_motion = m_pointer.observeMotion([this] { pointerMoved(); });
-    // A round trip on the other connection: from here on no motion goes unseen, so asking for the place now
-    // and hearing of every later motion leave no gap.
+    // A round trip on the other connection: from here on no motion is missed, so asking for the place now and
+    // receiving every later motion leave no gap.
     m_pointer.heldButtons();
   }
   if (!isOutside()) return true;

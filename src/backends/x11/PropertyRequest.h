@@ -1,5 +1,5 @@
 // One property of a window, asked for at once and read later, so that many cost one round trip.
-// A window that is gone, and a property of another type or format than the one read, read as absent.
+// A window that no longer exists, and a property of another type or format than the one read, read as absent.
 #pragma once
 
 #include "backends/x11/XcbReply.h"

@@ -1,7 +1,7 @@
 // Presses, releases and movements of the pointer wherever they happen: over windows of other programs and
-// during their grabs. Only listens. Selects from the server what somebody observes and nothing else. Buttons
-// are logical (1 is the primary button, whichever hand the user has set); turning the wheel is left out.
-// Needs a connection of its own, so that draining it handles nothing else.
+// during their grabs. Only listens. Selects from the server what is observed and nothing else. Buttons are
+// logical (1 is the primary button, whichever hand the user has set); turning the wheel is left out. Needs a
+// connection of its own, so that draining it handles nothing else.
 #pragma once
 
 #include "foundation/Observers.h"
@@ -37,9 +37,9 @@ public:
   xcb_timestamp_t serverTime();
   // The logical buttons held now, without the wheel (two round trips).
   std::set<std::uint32_t> heldButtons();
-  // Reports what happened before this call. The server tells us of a release no later than the window under
-  // the pointer, but over another connection: whoever got it calls this first, and the observers are ahead
-  // of him.
+  // Reports what happened before this call. The server reports a release to us no later than to the window
+  // under the pointer, but over another connection: the receiver of the release calls this first, so that the
+  // observers are notified before it acts.
   void drain();
   // Shows the presses that happened before this call and are not reported yet; they are reported in
   // their turn.

@@ -26,7 +26,7 @@ SelectionOwnerWatch::SelectionOwnerWatch(Connection& connection, std::string_vie
 bool SelectionOwnerWatch::select(Connection& connection) {
   const auto* extension = xcb_get_extension_data(connection.xcb(), &xcb_xfixes_id);
   if (!extension || !extension->present) return false;
-  // The server refuses the extension's requests to who has not told his version.
+  // The server refuses the extension's requests of a client that has not announced its version.
   ownReply(xcb_xfixes_query_version_reply(connection.xcb(), xcb_xfixes_query_version(connection.xcb(), 1, 0),
                                           nullptr));
   m_selectionNotify = static_cast<std::uint8_t>(extension->first_event + XCB_XFIXES_SELECTION_NOTIFY);

@@ -16,12 +16,12 @@ class Connection;
 class SelectionOwnerWatch {
 public:
   // The selection's name is the prefix, such as "_NET_WM_CM_S", and the number of the connection's screen.
-  // `service`, such as "a compositor", is for the log, where the server does not tell of changes. The block
-  // is called after another owner is known, also for none. The connection outlives the watch.
+  // `service`, such as "a compositor", is for the log, where the server does not report changes. The block is
+  // called after another owner is known, also for none. The connection outlives the watch.
   SelectionOwnerWatch(Connection& connection, std::string_view prefix, std::string_view service,
                       std::function<void()> changed);
 
-  // XCB_NONE while nobody holds it.
+  // XCB_NONE while it is unowned.
   xcb_window_t owner() const { return m_owner; }
 
 private:

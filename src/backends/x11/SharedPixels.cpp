@@ -24,7 +24,7 @@ std::unique_ptr<SharedPixels> SharedPixels::create(Connection& connection, std::
         xcb, xcb_shm_attach_checked(xcb, segment, static_cast<std::uint32_t>(identifier), 0)));
     attached = !error;
   }
-  // Goes with the last one who has it attached, so that nothing is left behind however the program ends.
+  // Freed with the last attachment to it, so that nothing is left behind however the program ends.
   shmctl(identifier, IPC_RMID, nullptr);
   if (!attached) {
     if (mapped) shmdt(memory);

@@ -12,7 +12,7 @@ namespace orbel::x11 {
 
 class Connection;
 
-// One piece. Goes with the object, however the program ends.
+// One piece. Freed with the object, however the program ends.
 class SharedPixels {
 public:
   // Null where the server shares no memory with us: it runs elsewhere, or lacks the extension.
@@ -34,7 +34,7 @@ private:
   std::size_t m_pixelCount;
 };
 
-// Where the pieces come from; keeps the largest that nobody uses. The connection outlives it, and it outlives
+// Where the pieces come from; keeps the largest that is unused. The connection outlives it, and it outlives
 // the readers.
 class SharedPixelsStore {
 public:

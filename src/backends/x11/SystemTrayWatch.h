@@ -1,6 +1,6 @@
 // Knows whether the desktop has a system tray of the older kind (XEmbed) and in which colour it wants
-// one-coloured icons, which tells dark trays from light ones. Tells when one comes, goes or changes its
-// colour. Main thread only; wakes up only for such a change. Used by the status item.
+// one-coloured icons, which distinguishes dark trays from light ones. Reports when one appears, disappears or
+// changes its colour. Main thread only; wakes up only for such a change. Used by the status item.
 #pragma once
 
 #include "backends/x11/SelectionOwnerWatch.h"
@@ -27,7 +27,7 @@ public:
   explicit SystemTrayWatch(Connection& connection);
 
   Connection& connection() const { return m_connection; }
-  // The tray's window, which tells one tray from the next; XCB_NONE while there is none.
+  // The tray's window, which distinguishes one tray from the next; XCB_NONE while there is none.
   xcb_window_t tray() const { return m_tray.owner(); }
   // Asked of the server now. Nothing when there is no tray or it does not say.
   std::optional<Color> foreground();

@@ -1,6 +1,6 @@
 // The program's icon in a system tray of the older kind: a small window that the tray takes into its own
-// (XEmbed). Made for one tray and gone with it. Where the tray offers a visual with transparency the picture
-// is drawn in that, else onto what the tray shows behind it. Used by the status item.
+// (XEmbed). Made for one tray and destroyed with it. Where the tray offers a visual with transparency the
+// picture is drawn in that, else onto what the tray shows behind it. Used by the status item.
 #pragma once
 
 #include "foundation/Registration.h"

@@ -59,7 +59,7 @@ bool WindowActivation::isOnShownDesktop(xcb_window_t window) const {
 
 void WindowActivation::askWindowManager(xcb_window_t window) {
   const xcb_timestamp_t now = m_connection.serverTime();
-  // Some window managers are set to activate a window without going to its desktop.
+  // Some window managers are set to activate a window without switching to its desktop.
   if (!isOnShownDesktop(window)) {
     const std::uint32_t desktop =
         PropertyRequest(m_connection, window, "_NET_WM_DESKTOP").number().value_or(0);

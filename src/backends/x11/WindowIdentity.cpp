@@ -55,7 +55,7 @@ common::TopLevelWindow WindowIdentity::read() {
 }
 
 // The server's answer comes from the kernel. What the window says itself is the number inside a sandbox, or
-// one of another machine; it stands in where the server cannot tell.
+// one of another machine; it stands in where the server cannot answer.
 std::optional<std::int32_t> WindowIdentity::processIdentifier() {
   if (const auto process = m_process.identifier()) return process;
   const auto stated = m_statedProcess.number();

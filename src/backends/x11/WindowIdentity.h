@@ -1,4 +1,4 @@
-// Everything that tells which program a window belongs to and whether a taskbar lists it. Asked for at once
+// Everything that shows which program a window belongs to and whether a taskbar lists it. Asked for at once
 // and read later, so that many windows cost one round trip.
 #pragma once
 

@@ -50,7 +50,7 @@ void WindowRegistry::takeOverList(const std::vector<xcb_window_t>& listed) {
   }
 }
 
-// A window that we are not listening to is a new one: the server gives the number of a window that is gone to
+// A window that we are not listening to is a new one: the server gives the number of a destroyed window to
 // the next program's, and both may happen between two looks at the list.
 void WindowRegistry::forgetGone() {
   std::vector<xcb_get_window_attributes_cookie_t> requests;

@@ -15,11 +15,10 @@ class WindowRegistry {
 public:
   explicit WindowRegistry(Connection& connection);
 
-  // Takes over the current list: reads what is new or stale, forgets what is gone. Whether anything changed
-  // that tells which windows there are and whose.
+  // Takes over the current list: reads what is new or stale, forgets what no longer exists. Whether anything
+  // changed about which windows there are and to which programs they belong.
   bool update(const std::vector<xcb_window_t>& listed);
-  // A property changed. True when update() must be called for it; a new title is read when somebody asks
-  // for it.
+  // A property changed. True when update() must be called for it; a new title is read when asked for.
   bool propertyChanged(xcb_window_t window, xcb_atom_t property);
   // The listed windows without our own, with their titles of now.
   std::vector<common::TopLevelWindow> windows();

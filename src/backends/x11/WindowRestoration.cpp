@@ -31,7 +31,7 @@ xcb_timestamp_t WindowRestoration::mark() {
 bool WindowRestoration::restore(xcb_window_t window, xcb_timestamp_t summon) {
   forget();
   if (m_clicks.hasClickedElsewhereSince(summon)) return false;
-  // Window managers without an active window give the focus back when ours goes; asking again would
+  // Window managers without an active window give the focus back when ours is unmapped; asking again would
   // only raise.
   if (isInPlace(window)) return true;
   if (!m_activation.isOnShownDesktop(window)) return false;

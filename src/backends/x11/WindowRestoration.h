@@ -25,8 +25,8 @@ public:
   // The moment of a summon, in milliseconds of the server's clock. Ends what an earlier restoring
   // still watches.
   xcb_timestamp_t mark();
-  // False when the window is gone, the user has clicked elsewhere since, or has gone to another desktop. Left
-  // alone when it is active and nothing has come to cover it since the latest mark.
+  // False when the window no longer exists, the user has clicked elsewhere since, or has switched to another
+  // desktop. Left alone when it is active and nothing has come to cover it since the latest mark.
   bool restore(xcb_window_t window, xcb_timestamp_t summon);
   // Another window is wanted in front now.
   void forget();

@@ -1,5 +1,5 @@
 // Gives windows their round outlines: where they take input, and where they exist at all.
-// Device pixels of the window, y down. Requests go out on the given connection and are not flushed.
+// Device pixels of the window, y down. Requests are sent on the given connection and are not flushed.
 #pragma once
 
 #include "backends/common/DeviceRect.h"

@@ -1,5 +1,5 @@
 // Orders windows that no window manager orders for us, and finds where the managed ones stand.
-// Requests go out on the given connection and are not flushed.
+// Requests are sent on the given connection and are not flushed.
 #pragma once
 
 #include <optional>
@@ -11,8 +11,8 @@ class Connection;
 
 class WindowStack {
 public:
-  // Questions go over the one connection, requests about windows over the one that made them. Both outlive
-  // the object.
+  // Questions are sent over the one connection, requests about windows over the one that made them. Both
+  // outlive the object.
   WindowStack(Connection& connection, xcb_connection_t* windowConnection)
       : m_connection(connection), m_windowConnection(windowConnection) {}
 
@@ -24,7 +24,7 @@ public:
   // Directly below the sibling; both must be children of the root window.
   void placeBelow(xcb_window_t window, xcb_window_t sibling);
   // The child of the root window that holds the window: its frame under a reparenting manager, else itself.
-  // None when the window is gone.
+  // None when the window no longer exists.
   std::optional<xcb_window_t> topLevel(xcb_window_t window) const;
 
 private:

@@ -17,7 +17,7 @@ struct TouchSource {
 
 class X11EventTaps : public EventTaps {
 public:
-  // `pinches` may be empty: then only those that the source finds are told.
+  // `pinches` may be empty: then only those that the source finds are reported.
   explicit X11EventTaps(RawPointer& pointer, TouchSource touches = {}, PinchGestures* pinches = nullptr);
 
   std::unique_ptr<EventTap> makeMouseUpTap(std::function<void()> mouseUp) override;

@@ -13,7 +13,7 @@ namespace orbel::x11 {
 
 namespace {
 
-// A key that no shortcut can name still has to be told, as one without text.
+// A key that no shortcut can name still has to be reported, as one without text.
 std::uint64_t virtualKeyCode(xcb_keycode_t keyCode) {
   constexpr auto kOffset = common::VirtualKeyCodes::kXKeyCodeOffset;
   if (keyCode < kOffset) return kNoKeyCode;
@@ -72,14 +72,14 @@ void X11KeyRecorder::end(const std::shared_ptr<Handlers>& recording) {
 
 Result<> X11KeyRecorder::takeKeyboard() {
   const xcb_window_t focused = m_focusedWindow.current();
-  // On the focused window the grab is no change of the focus in the eyes of its toolkit.
+  // Qt does not treat a grab on the focused window as a change of the focus.
   xcb_grab_status_t status = focused == XCB_NONE ? XCB_GRAB_STATUS_NOT_VIEWABLE : grabOn(focused);
   if (status == XCB_GRAB_STATUS_ALREADY_GRABBED && m_keyboard == Keyboard::awaited) return {};
   if (status == XCB_GRAB_STATUS_ALREADY_GRABBED) {
     m_keyboard = Keyboard::awaited;
     // The window gets the focus back when a grab elsewhere ends.
     watchFocusOf(focused);
-    // It may have been let go of before its end was selected.
+    // The keyboard may have been released before the focus events were selected.
     status = grabOn(focused);
     if (status == XCB_GRAB_STATUS_ALREADY_GRABBED) {
       Log::warning("another program holds the keyboard; the shortcut is recorded once it lets go");
@@ -106,7 +106,7 @@ xcb_grab_status_t X11KeyRecorder::grabOn(xcb_window_t window) {
                                        xcb_grab_keyboard(m_connection.xcb(), 0, window, XCB_CURRENT_TIME,
                                                          XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC),
                                        nullptr));
-  // No reply: the window has just gone.
+  // No reply: the window has just been destroyed.
   return reply ? static_cast<xcb_grab_status_t>(reply->status) : XCB_GRAB_STATUS_NOT_VIEWABLE;
 }
 
@@ -120,8 +120,8 @@ void X11KeyRecorder::watchFocusOf(xcb_window_t window) {
 void X11KeyRecorder::keyboardTaken(xcb_window_t window) {
   m_keyboard = Keyboard::ours;
   m_grabWindow = window;
-  // The toolkit waits a while before it believes that the focus is gone; what is typed meanwhile belongs to
-  // another program already.
+  // Qt waits a while before it reports the focus as lost; what is typed meanwhile belongs to another
+  // program already.
   if (window != m_ownWindow) watchFocusOf(window);
   m_modifiers = ModifierMap::current(m_connection);
   if (m_xkb) m_xkb->selectModifierChanges(m_connection, true);
@@ -190,7 +190,7 @@ void X11KeyRecorder::handleFocusIn(const xcb_focus_in_event_t& focusIn) {
 
 void X11KeyRecorder::handleFocusOut(const xcb_focus_out_event_t& focusOut) {
   if (m_keyboard != Keyboard::ours || focusOut.event != m_grabWindow) return;
-  // Grabs come and go without the focus moving.
+  // Grabs begin and end without a move of the focus.
   const bool hasMoved =
       focusOut.mode == XCB_NOTIFY_MODE_NORMAL || focusOut.mode == XCB_NOTIFY_MODE_WHILE_GRABBED;
   const bool isWithin =
@@ -199,7 +199,7 @@ void X11KeyRecorder::handleFocusOut(const xcb_focus_out_event_t& focusOut) {
   if (m_recording)
     tellFocusLoss();
   else
-    releaseKeyboard(); // the release of the key that ended the recording goes elsewhere
+    releaseKeyboard(); // the ending key's release is sent elsewhere
 }
 
 void X11KeyRecorder::tellFocusLoss() {

@@ -1,7 +1,7 @@
 // Takes the whole keyboard by an active grab while a shortcut is recorded. Combinations that the desktop,
 // other programs or we ourselves hold come here and do not act. The server ends the grab with the program,
-// however that ends. Keys are told by where they are, whatever the layout. Uses the connection of the hot
-// keys, whose grab that is active it replaces.
+// however that ends. Keys are identified by where they are, whatever the layout. Uses the connection of the
+// hot keys, whose grab that is active it replaces.
 #pragma once
 
 #include "backends/x11/FocusedWindow.h"
@@ -28,9 +28,10 @@ public:
   X11KeyRecorder& operator=(const X11KeyRecorder&) = delete;
 
   // A later recording replaces an earlier one. While another program holds the keyboard the recording waits
-  // for it to let go (logged); without a focused window nobody would tell, so then it fails. A key that is
-  // held when the recording starts is told only when it is pressed again. The key that ends a recording stays
-  // ours until it is released or the window loses the focus, so that its repetitions reach nobody.
+  // until that program releases it (logged); without a focused window no event would announce that, so then
+  // it fails. A key that is held when the recording starts is reported only when it is pressed again. The key
+  // that ends a recording stays ours until it is released or the window loses the focus, so that its
+  // repetitions reach no other program.
   Result<Registration> record(Handlers handlers) override;
 
 private:
@@ -63,7 +64,7 @@ private:
   xcb_window_t m_watchedWindow = XCB_NONE; // its focus events are selected
   xcb_window_t m_ownWindow = XCB_NONE;     // never seen; for when no window of ours has the focus
   std::bitset<256> m_down;                 // key codes
-  xcb_keycode_t m_endingKey = 0;           // pressed and being told, or awaited to be released
+  xcb_keycode_t m_endingKey = 0;           // pressed and being reported, or awaited to be released
   bool m_isTelling = false;
   Registration m_focusLoss;
   Registration m_events;

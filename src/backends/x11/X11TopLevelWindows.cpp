@@ -114,12 +114,12 @@ void X11TopLevelWindows::handleProperty(const xcb_property_notify_event_t& notif
 void X11TopLevelWindows::followWindowManager() {
   const xcb_window_t named = m_clients.namedWindowManager();
   if (named != XCB_NONE) {
-    // Its end is told by no property. Selected before it is looked at, so that it cannot end unseen.
+    // Its end changes no property. Selected before it is looked at, so that it cannot end unseen.
     const std::uint32_t mask = XCB_EVENT_MASK_STRUCTURE_NOTIFY | XCB_EVENT_MASK_PROPERTY_CHANGE;
     xcb_change_window_attributes(m_connection.xcb(), named, XCB_CW_EVENT_MASK, &mask);
   }
   m_windowManager = named;
-  // Every menu and tooltip of every program tells of itself on the root window: only where no list is kept
+  // Every menu and tooltip of every program causes events on the root window: only where no list is kept
   // for us.
   if (m_clients.windowManager() == XCB_NONE)
     m_connection.selectOnRoot(XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY);

@@ -26,7 +26,7 @@ public:
   X11TopLevelWindows(Connection& connection, ClickWatch& clicks);
   ~X11TopLevelWindows() override;
 
-  // As of the latest turn of the main loop, which is also when observers were told.
+  // As of the latest turn of the main loop, which is also when observers were notified.
   std::vector<common::TopLevelWindow> windows() const override;
   Registration observeChanges(std::function<void()> block) override;
   // Our own windows too.

@@ -1,4 +1,4 @@
-// Tells of changes of the keymap, the group and the modifiers on a connection, and how a connection uses
+// Events for changes of the keymap, the group and the modifiers on a connection, and how a connection uses
 // the keyboard extension. An X client that uses the extension gets these in place of the core protocol's
 // mapping notifications.
 #pragma once

@@ -13,7 +13,7 @@
 namespace orbel {
 
 namespace {
-// Waits while the reader is busy. A reader that has gone ends this process by its signal.
+// Waits while the reader is busy. A reader that has ended makes the system end this process by SIGPIPE.
 void send(const void* bytes, std::size_t size) {
   std::fwrite(bytes, 1, size, stdout);
 }

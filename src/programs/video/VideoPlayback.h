@@ -1,5 +1,5 @@
-// Plays a video without a window and without sound: frames and the end go to standard output, commands come
-// from standard input. Needs a QGuiApplication, which it ends. One for the process.
+// Plays a video without a window and without sound: frames and the end are written to standard output,
+// commands come from standard input. Needs a QGuiApplication, which it ends. One for the process.
 #pragma once
 
 #include <QMediaPlayer>

@@ -9,7 +9,7 @@
 #include <unistd.h>
 
 namespace {
-// Without a media plug-in the toolkit gives up with a fatal message. That is no crash worth a memory dump.
+// Without a media plug-in Qt ends the process with a fatal message. That is no crash worth a memory dump.
 void handleMessage(QtMsgType type, const QMessageLogContext&, const QString& message) {
   if (type == QtDebugMsg || type == QtInfoMsg) return;
   std::fprintf(stderr, "%s\n", qUtf8Printable(message));

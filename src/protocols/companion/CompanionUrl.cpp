@@ -7,7 +7,7 @@ namespace orbel {
 
 namespace {
 constexpr std::string_view kTerminate = "terminate";
-// Process 1 keeps the session going and 0 and the negative ones name groups of processes.
+// Process 1 keeps the session running and 0 and the negative ones name groups of processes.
 constexpr std::int32_t kFirstProcess = 2;
 } // namespace
 

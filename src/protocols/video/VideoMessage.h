@@ -1,4 +1,4 @@
-// What the video program says on its standard output, and what it is told on its standard input. Both ends
+// What the video program writes to its standard output, and what it reads from its standard input. Both ends
 // run on one machine from one build, so numbers are in native byte order.
 #pragma once
 

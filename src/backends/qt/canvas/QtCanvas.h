@@ -1,6 +1,6 @@
 // Draws on a QPainter what views ask for: flips the y axis once, anti-aliases, and keeps images on whole
-// device pixels. Made for one painting and gone after it; what would be allocated in every frame lives in
-// its scratch.
+// device pixels. Made for one painting and destroyed after it; what would be allocated in every frame lives
+// in its scratch.
 #pragma once
 
 #include "scene/Canvas.h"

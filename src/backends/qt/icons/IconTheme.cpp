@@ -31,8 +31,8 @@ std::optional<QString> fileIn(const QString& folder, const QString& icon, const 
   return std::nullopt;
 }
 
-// How badly a file suits a size; less is better. What fits goes before what must be shrunk, a drawing that
-// must be magnified before a bitmap that would get blurred.
+// How badly a file suits a size; less is better. What fits is preferred to what must be shrunk, and a drawing
+// that must be magnified is preferred to a bitmap, which would be blurred.
 struct Unfitness {
   int rank;
   int distance;

@@ -1,7 +1,7 @@
 // One icon theme of the freedesktop icon theme standard with the themes it inherits from: which file shows a
 // name best at a size. It differs from the standard's lookup in one point: among files of other sizes a
-// larger one or a drawing goes before a smaller bitmap, because icons of a menu are magnified. Reads folders
-// only; keeps no pixels.
+// larger one or a drawing is preferred to a smaller bitmap, because icons of a menu are magnified. Reads
+// folders only; keeps no pixels.
 #pragma once
 
 #include <QDateTime>

@@ -78,7 +78,7 @@ QString IconThemeChoice::fallback(const IconTheme::Folders& folders) {
 }
 
 QString IconThemeChoice::current(const IconTheme::Folders& folders) {
-  // With no theme set by us the toolkit tells the one it learnt from the desktop; "hicolor" means that it
+  // With no theme set by us Qt reports the one it learnt from the desktop; "hicolor" means that it
   // learnt none.
   QIcon::setThemeName(QString());
   QString learnt = QIcon::themeName();

@@ -9,8 +9,8 @@ namespace orbel::qt {
 
 class IconThemeChoice {
 public:
-  // The theme that the toolkit learnt from the desktop, else that of the first settings file that names an
-  // installed one, else the first installed of the well-known complete themes, else "hicolor".
+  // The theme that Qt learnt from the desktop, else that of the first settings file that names an installed
+  // one, else the first installed of the well-known complete themes, else "hicolor".
   static QString current(const IconTheme::Folders& folders);
   // The first installed of the well-known complete themes, for names that the chosen one lacks; else empty.
   static QString fallback(const IconTheme::Folders& folders);

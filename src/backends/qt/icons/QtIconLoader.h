@@ -16,7 +16,7 @@ namespace orbel::qt {
 
 class QtIconLoader final : public common::IconLoader {
 public:
-  // Follows the desktop's icon theme, also for the toolkit's own dialogs.
+  // Follows the desktop's icon theme, also for Qt's own dialogs.
   QtIconLoader();
   // A fixed theme in fixed folders.
   QtIconLoader(QString theme, IconTheme::Folders folders);

@@ -13,7 +13,7 @@ class ChoosableFilesModel final : public QIdentityProxyModel {
 public:
   using Test = std::function<bool(const QString& path)>;
 
-  // The source model has to be the toolkit's file system model.
+  // The source model has to be Qt's file system model.
   ChoosableFilesModel(Test canChoose, QObject* parent)
       : QIdentityProxyModel(parent), m_canChoose(std::move(canChoose)) {}
 

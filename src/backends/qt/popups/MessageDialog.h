@@ -27,7 +27,7 @@ public:
   // The screen that it appears on is the one with that place, in Qt's coordinates. Before it is shown.
   void appearOnScreenAt(QPoint place) { m_place = place; }
 
-  // The program's own picture, and the desktop's for something that went wrong.
+  // The program's own picture, and the desktop's for a failure.
   static QPixmap programPicture();
   static QPixmap criticalPicture();
 

@@ -64,7 +64,7 @@ void OpenPanelDialog::selectStart(const QString& startPath) {
   if (start.isHidden()) setFilter(filter() | QDir::Hidden);
   setDirectory(start.absolutePath());
   selectFile(start.fileName());
-  // The toolkit only writes the name into the line. The file can be marked once its folder is listed, in
+  // Qt only writes the name into the line. The file can be marked once its folder is listed, in
   // the background.
   const auto* files = findChild<QFileSystemModel*>();
   auto* list = findChild<QListView*>(QStringLiteral("listView"));
@@ -99,7 +99,7 @@ void OpenPanelDialog::accept() {
     m_chosenPath = path;
     QDialog::accept();
   } else if (file.isDir()) {
-    QFileDialog::accept(); // goes into it
+    QFileDialog::accept(); // enters the folder
   } else {
     QApplication::beep();
   }

@@ -1,5 +1,5 @@
-// The panel in which the user chooses one file among those that the asker allows. The toolkit's own file
-// dialog, because the desktop's cannot grey files. Nothing can be created, renamed or deleted in it. Made
+// The panel in which the user chooses one file among those that the asker allows. Qt's own file dialog,
+// because the desktop's cannot grey files. Nothing can be created, renamed or deleted in it. Made
 // by QtDialogs.
 #pragma once
 

@@ -9,8 +9,7 @@
 
 namespace orbel::qt {
 
-// At the application, because the toolkit hands a click to the control under the pointer and not to
-// the window.
+// At the application, because Qt delivers a click to the control under the pointer and not to the window.
 class PopUpRegistry::EventWatch : public QObject {
 public:
   explicit EventWatch(const PopUpRegistry& registry) : m_registry(registry) {

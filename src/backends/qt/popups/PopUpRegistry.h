@@ -1,5 +1,5 @@
 // Knows the program's pop-ups (context menus, prompts, the open panel, bubbles), so that a surface can
-// tell whether the pointer is over one of them. Pop-ups enter themselves; surfaces ask. Positions are
+// find out whether the pointer is over one of them. Pop-ups enter themselves; surfaces ask. Positions are
 // Qt's: device-independent pixels of the screen, y down. Main thread only; needs a QApplication once a
 // pop-up is there.
 #pragma once
@@ -19,15 +19,15 @@ namespace orbel::qt {
 
 class PopUpRegistry {
 public:
-  // The block lets the event taps act on what has happened so far. It is called before a pop-up hears of a
-  // button's release or of its closing: once it has gone, a click on it would be taken for one elsewhere.
+  // The block lets the event taps act on what has happened so far. It is called before a pop-up receives a
+  // button's release or closes: once it has closed, a click on it would be taken for one elsewhere.
   explicit PopUpRegistry(std::function<void()> drainTaps = {});
   ~PopUpRegistry();
   PopUpRegistry(const PopUpRegistry&) = delete;
   PopUpRegistry& operator=(const PopUpRegistry&) = delete;
 
   // Counts the window and everything that hangs on it (submenus, lists of combo boxes) whenever it is
-  // visible, until the registration goes. The window is borrowed and may go first.
+  // visible, until the registration is destroyed. The window is borrowed and may be destroyed first.
   Registration add(QWidget& popUp);
 
   // Asked of the display now.

@@ -16,7 +16,7 @@ namespace orbel::qt {
 
 namespace {
 constexpr int kIconSide = 16;      // points
-constexpr int kLargestTitle = 400; // points; a menu as wide as the screen helps nobody
+constexpr int kLargestTitle = 400; // points; a menu as wide as the screen is hard to read
 
 QIcon iconOf(const ImagePointer& image, double scale) {
   if (!image) return {};
@@ -44,11 +44,11 @@ bool hasVisibleEntry(const std::vector<MenuEntry>& entries) {
 }
 } // namespace
 
-// Shared by the handle and the toolkit's menu, because either may go first.
+// Shared by the handle and Qt's menu, because either may be destroyed first.
 struct PoppedUpMenu::Tracking : std::enable_shared_from_this<Tracking> {
   std::vector<MenuEntry> entries;
   ContextMenuDelegate* delegate = nullptr;
-  bool isAbandoned = false; // the handle is gone: nothing may be called any more
+  bool isAbandoned = false; // the handle is destroyed: nothing may be called any more
   bool isOpen = false;
   QPointer<QMenu> menu;
   Registration popUp;
@@ -87,7 +87,7 @@ void PoppedUpMenu::Tracking::open(PopUpRegistry& popUps, QPoint position) {
   if (!screen) screen = QGuiApplication::primaryScreen();
   menu = new QMenu();
   fill(*menu, entries, screen ? screen->devicePixelRatio() : 1.0);
-  // Held by the menu alone, so that the last reference goes with it.
+  // Held by the menu alone, so that the last reference is released with it.
   QObject::connect(menu, &QMenu::aboutToHide, menu, [self = shared_from_this()] { self->closed(); });
   popUp = popUps.add(*menu);
   isOpen = true;
@@ -99,7 +99,7 @@ void PoppedUpMenu::Tracking::closed() {
   if (!isOpen) return;
   isOpen = false;
   popUp.reset();
-  // The toolkit is still at work in the menu, and the chosen action has yet to be triggered.
+  // Qt is still executing code of the menu, and the chosen action has yet to be triggered.
   menu->deleteLater();
   if (!isAbandoned && delegate) delegate->menuDidClose();
 }
@@ -118,7 +118,7 @@ PoppedUpMenu::~PoppedUpMenu() {
 }
 
 void PoppedUpMenu::cancelTracking() {
-  // The delegate may destroy this object when it hears of the end.
+  // The delegate may destroy this object when it is notified of the end.
   const auto tracking = m_tracking;
   if (tracking->isOpen && tracking->menu) tracking->menu->close();
 }

@@ -1,6 +1,6 @@
-// One context menu from its opening to its end. The delegate hears of the end once, before the chosen action
-// runs. Once this object is destroyed nothing is called any more, neither the delegate nor an action, also
-// when that happens from within a call of the delegate or an action.
+// One context menu from its opening to its end. The delegate is notified of the end once, before the chosen
+// action runs. Once this object is destroyed nothing is called any more, neither the delegate nor an action,
+// also when that happens from within a call of the delegate or an action.
 #pragma once
 
 #include "backends/qt/popups/PopUpRegistry.h"

@@ -1,5 +1,5 @@
-// Context menus as the toolkit's own pop-up menus. While one is open it holds the pointer and the keyboard,
-// so it is above everything and usable by keyboard without the focus moving. Used by the menu controllers.
+// Context menus as Qt's own pop-up menus. While one is open it holds the pointer and the keyboard, so it is
+// above everything and usable by keyboard without the focus moving. Used by the menu controllers.
 #pragma once
 
 #include "backends/qt/popups/PopUpRegistry.h"

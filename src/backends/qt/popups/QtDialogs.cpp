@@ -92,8 +92,8 @@ void QtDialogs::run(std::unique_ptr<QDialog> dialog,
       });
   // A window of ours that floats would cover it.
   if (floatingWindowIsShown()) shown.setWindowFlag(Qt::WindowStaysOnTopHint);
-  // Not modal for a window, as open() makes it: the menu's windows are nobody's parents, and all of them have
-  // to wait.
+  // Not modal for a window, as open() makes it: the menu's windows are not parents of dialogs, and all of
+  // them have to wait.
   shown.setWindowModality(Qt::ApplicationModal);
   shown.setAttribute(Qt::WA_QuitOnClose, false);
   m_running.push_back({std::move(dialog), m_popUps.add(shown)});
@@ -108,7 +108,7 @@ void QtDialogs::closed(QDialog& dialog) {
     return candidate.dialog.get() == &dialog;
   });
   if (running == m_running.end()) return;
-  // The toolkit is still at work in it.
+  // Qt is still executing its code.
   running->dialog.release()->deleteLater();
   m_running.erase(running);
   tellDialogInFront();

@@ -1,6 +1,6 @@
 // Text prompt, alert and open panel as windows of the desktop. Each is modal for the program, takes the
-// keyboard focus and tells the window system, which keeps the menu below it and gives the focus back. Used by
-// the menu controllers and the settings.
+// keyboard focus and notifies the window system, which keeps the menu below it and gives the focus back. Used
+// by the menu controllers and the settings.
 #pragma once
 
 #include "backends/qt/popups/PopUpRegistry.h"
@@ -33,8 +33,8 @@ struct DialogHooks {
 
 class QtDialogs final : public Dialogs {
 public:
-  // The registry and the text services are borrowed. Dialogs still open when this object goes are closed
-  // unanswered: whoever asked is gone by then.
+  // The registry and the text services are borrowed. Dialogs still open when this object is destroyed are
+  // closed unanswered: whoever asked no longer exists by then.
   QtDialogs(PopUpRegistry& popUps, const TextServices& text, DialogHooks hooks);
   ~QtDialogs() override;
   QtDialogs(const QtDialogs&) = delete;
@@ -55,8 +55,8 @@ private:
     Registration popUp;
   };
 
-  // Shows the dialog in front. When it has closed, the answer is taken from it, then the focus goes back,
-  // then the answer is told.
+  // Shows the dialog in front. When it has closed, the answer is taken from it, then the focus is given back,
+  // then the answer is reported.
   void run(std::unique_ptr<QDialog> dialog, std::function<std::function<void()>(Outcome)> takeAnswer);
   void closed(QDialog& dialog);
   void tellDialogInFront();

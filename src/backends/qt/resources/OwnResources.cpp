@@ -3,7 +3,7 @@
 #include <QtCore/qdir.h>
 #include <QtCore/qglobal.h>
 
-// The linker drops a static library's resources unless somebody names them, and the macro wants no namespace
+// The linker drops a static library's resources unless code names them, and the macro wants no namespace
 // around it.
 static void initializeResources() {
   Q_INIT_RESOURCE(orbelmenu);

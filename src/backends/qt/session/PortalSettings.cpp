@@ -1,4 +1,4 @@
-// GLib's headers before the toolkit's, which would take their words for its own.
+// GLib's headers before Qt's, whose macros would otherwise replace words in them.
 #include <gio/gio.h>
 
 #include "backends/qt/session/PortalSettings.h"

@@ -1,5 +1,5 @@
 // Asks the desktop's portal whether the user wants light or dark windows (org.freedesktop.portal.Settings),
-// and hears when that changes. A portal that does not run is not started for it. Main thread only.
+// and is notified when that changes. A portal that does not run is not started for it. Main thread only.
 #pragma once
 
 #include "platform/ManagedWindow.h"

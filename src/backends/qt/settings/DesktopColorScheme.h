@@ -1,5 +1,5 @@
 // Whether the user's desktop is light or dark: what the desktop's portal says, else the name of the theme
-// that the desktop hands to all programs, else the colours that the toolkit was given. Main thread only.
+// that the desktop hands to all programs, else the colours that Qt was given. Main thread only.
 #pragma once
 
 #include "backends/qt/session/PortalSettings.h"

@@ -14,7 +14,7 @@ class FormCard : public QWidget {
 public:
   explicit FormCard(QWidget* parent = nullptr);
 
-  // The label's accelerator goes to the control. The companion, a small button behind it, may be null.
+  // The label's accelerator focuses the control. The companion, a small button behind it, may be null.
   void addRow(const QString& label, QWidget* control, QWidget* companion = nullptr);
   // A control that is its own label.
   void addRow(QWidget* control, QWidget* companion = nullptr);

@@ -108,7 +108,7 @@ void FormPopUpButton::changeEvent(QEvent* event) {
 
 void FormPopUpButton::styleList() {
   const QPalette colors = palette();
-  // The list's window has a frame of the toolkit's style, which would show behind the round corners.
+  // The list's window has a frame of Qt's style, which would show behind the round corners.
   view()->window()->setStyleSheet(
       QStringLiteral("QComboBoxPrivateContainer { border: 0; background: transparent; }"));
   view()->setStyleSheet(

@@ -1,6 +1,6 @@
 // The native side of the settings window: managed, undecorated, its corners rounded, glass behind its
 // controls. Paints the glass, lets the frame's delegate paint over it, and reports presses on the background.
-// Points, y down, as everywhere in the toolkit. Owned by QtManagedWindow; the form puts its controls on it.
+// Points, y down, as everywhere in Qt. Owned by QtManagedWindow; the form puts its controls on it.
 #pragma once
 
 #include "backends/qt/canvas/QtCanvas.h"
@@ -32,7 +32,7 @@ public:
   ColorScheme colorScheme() const { return m_colorScheme; }
   // Draws the background anew.
   void repaintBackground();
-  // Whenever the window has gone out of sight.
+  // Whenever the window is no longer visible.
   void setDidHide(std::function<void()> block) { m_didHide = std::move(block); }
 
 protected:

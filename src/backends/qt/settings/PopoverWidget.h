@@ -1,5 +1,5 @@
-// The window of a popover: a rounded body with an arrow at its side that points at a control. A pop-up of the
-// toolkit, which closes at a click elsewhere and at Escape. Points, y down.
+// The window of a popover: a rounded body with an arrow at its side that points at a control. A pop-up of Qt,
+// which closes at a click elsewhere and at Escape. Points, y down.
 #pragma once
 
 #include "backends/qt/settings/ViewHost.h"

@@ -37,7 +37,7 @@ void QtManagedWindow::center() {
 }
 
 void QtManagedWindow::makeKeyAndOrderFront() {
-  // Not every desktop tells of a change.
+  // Not every desktop reports a change.
   m_widget.setColorScheme(m_colorScheme.current());
   m_widget.show();
   if (m_widget.isMinimized()) m_widget.showNormal();

@@ -1,4 +1,4 @@
-// The seam's window over the toolkit's: converts places, shows, activates and hides it, and tells it when the
+// The seam's window over Qt's: converts places, shows, activates and hides it, and notifies it when the
 // desktop's look changes.
 #pragma once
 

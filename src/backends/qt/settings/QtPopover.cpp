@@ -14,7 +14,7 @@ QtPopover::~QtPopover() {
   if (!m_widget) return;
   m_widget->setDidHide({});
   m_widget->hide();
-  // The toolkit may be at work in it.
+  // Qt may be executing its code.
   m_widget->deleteLater();
 }
 

@@ -1,4 +1,5 @@
-// A popover of the settings window: the seam over its window. It may go from within any of its callbacks.
+// A popover of the settings window: the seam over its window. It may be destroyed from within any of
+// its callbacks.
 #pragma once
 
 #include "backends/qt/settings/PopoverWidget.h"
@@ -16,7 +17,7 @@ public:
   // Finds the widget of a control; null where there is none.
   using ControlFinder = std::function<QWidget*(const std::string& identifier)>;
 
-  // The parent, which may go first, takes the window along.
+  // The parent, which may be destroyed first, destroys the window with it.
   QtPopover(const DisplayServer& display, RunLoop& runLoop, QWidget* parent, ControlFinder control,
             std::function<void()> didClose);
   ~QtPopover() override;

@@ -12,7 +12,7 @@ QAccessibleInterface* makeInterface(const QString&, QObject* object) {
 } // namespace
 
 void ViewHostAccessible::install() {
-  // The toolkit keeps each function once.
+  // Qt keeps each function once.
   QAccessible::installFactory(makeInterface);
 }
 

@@ -12,7 +12,7 @@ class ViewHost;
 
 class ViewHostAccessible : public QAccessibleWidget {
 public:
-  // Makes the toolkit use it for every ViewHost; again is harmless.
+  // Makes Qt use it for every ViewHost; a second call is harmless.
   static void install();
 
   explicit ViewHostAccessible(ViewHost& host);

@@ -1,5 +1,5 @@
 // The program's icon as an object on the session bus (the StatusNotifierItem interface of the freedesktop and
-// KDE desktops), which a panel draws. It has no menu: every click is told. Owned by the status item.
+// KDE desktops), which a panel draws. It has no menu: every click is reported. Owned by the status item.
 #pragma once
 
 #include "backends/qt/status/StatusPicture.h"

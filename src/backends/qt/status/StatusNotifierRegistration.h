@@ -1,5 +1,5 @@
 // Keeps a status item registered with the desktop's watcher of such items, whenever there is one: it may
-// come after the program, and go and come back. Tells whether some panel draws the items. Owned by the
+// start after the program, end and start again. Reports whether some panel draws the items. Owned by the
 // status item.
 #pragma once
 

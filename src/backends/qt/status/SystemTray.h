@@ -32,17 +32,17 @@ public:
 
 class SystemTray {
 public:
-  // Tells one tray from the next.
+  // Distinguishes one tray from the next.
   using Identity = std::uint64_t;
   static constexpr Identity kNone = 0;
 
   virtual ~SystemTray() = default;
   // kNone while there is none.
   virtual Identity current() const = 0;
-  // In which colour the tray wants icons of one colour, which tells dark trays from light ones. Nothing when
-  // there is no tray or it does not say. Asked now.
+  // In which colour the tray wants icons of one colour, which distinguishes dark trays from light ones.
+  // Nothing when there is no tray or it does not say. Asked now.
   virtual std::optional<QColor> foreground() = 0;
-  // Calls the block after a tray has come or gone or has changed its colour.
+  // Calls the block after a tray has appeared, disappeared or changed its colour.
   virtual Registration observeChanges(std::function<void()> block) = 0;
   // In the current tray; only while there is one.
   virtual std::unique_ptr<TrayIcon> addIcon(TrayIcon::Contents contents) = 0;

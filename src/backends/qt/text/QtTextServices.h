@@ -1,6 +1,5 @@
-// Text services on the toolkit's Unicode tables and collation. Texts of the program are translated by the
-// first of the user's languages that has a table (German, French, Spanish, simplified Chinese); English
-// needs none.
+// Text services on Qt's Unicode tables and collation. Texts of the program are translated by the first of the
+// user's languages that has a table (German, French, Spanish, simplified Chinese); English needs none.
 #pragma once
 
 #include "platform/TextServices.h"

@@ -32,7 +32,7 @@ public:
   // picture of the screen, takes out of it what of ours stands there already.
   void prepare(const common::DeviceRect& frame, double scale,
                const std::function<void(common::ScreenPicture&)>& removeOwnWindows);
-  // The compositor came or went while the window is shown, so the screen behind it can no longer be
+  // The compositor started or ended while the window is shown, so the screen behind it can no longer be
   // asked for.
   void compositorChanged();
   // Forgets the screen's pixels.

@@ -1,7 +1,8 @@
 // The display server as our windows use it: what stands behind and around a window (blur, outline, pictures of
-// the screen, order), and what Qt does not tell of the pointer and of the desktop. One implementation a display
-// system; PlainDisplayServer serves where Qt draws without one. Windows' numbers are Qt's WId; requests about a
-// window follow its creation in order. Made by the program's desktop, outlives every window. Main thread only.
+// the screen, order), and what Qt does not report about the pointer and the desktop. One implementation a
+// display system; PlainDisplayServer serves where Qt draws without one. Windows' numbers are Qt's WId;
+// requests about a window follow its creation in order. Made by the program's desktop, outlives every window.
+// Main thread only.
 #pragma once
 
 #include "backends/common/DeviceRect.h"
@@ -68,15 +69,15 @@ public:
   // longer exists.
   virtual std::optional<WId> topLevel(WId window) const = 0;
 
-  // Device pixels, y down, asked now; none where the display does not tell.
+  // Device pixels, y down, asked now; none where the display does not report it.
   virtual std::optional<QPoint> pointerLocation() const = 0;
   virtual std::unique_ptr<common::PointerWatch> makePointerWatch() = 0;
   virtual std::unique_ptr<common::EscapeKey> makeEscapeKey(std::function<void()> pressed) = 0;
   // Whether a program offers something that is being dragged, asked now.
   virtual bool isDragUnderWay() const = 0;
 
-  // What the desktop tells all programs about its looks, by the names of the XSETTINGS registry
-  // (freedesktop.org); none where it does not tell. Asked now.
+  // What the desktop publishes to all programs about its looks, by the names of the XSETTINGS registry
+  // (freedesktop.org); none where it publishes none. Asked now.
   virtual std::optional<std::int32_t> integerSetting(std::string_view name) const = 0;
   virtual std::optional<std::string> textSetting(std::string_view name) const = 0;
 };

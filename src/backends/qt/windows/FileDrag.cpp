@@ -34,7 +34,7 @@ std::optional<std::string> localPath(const QByteArray& uri) {
 FileDrag::FileDrag(const QMimeData& data) {
   if (!data.hasFormat(QStringLiteral("text/uri-list"))) return;
   std::vector<std::string> paths;
-  // Read raw: the toolkit's own URLs would lose names that are no UTF-8.
+  // Read raw: Qt's own URLs would lose names that are no UTF-8.
   for (const QByteArray& line : data.data(QStringLiteral("text/uri-list")).split('\n')) {
     const QByteArray uri = line.trimmed();
     if (uri.isEmpty() || uri.startsWith('#') || uri == QByteArrayView("\0", 1)) continue;

@@ -48,7 +48,7 @@ void MenuWindow::addDamage(const QRect& rect) {
   m_damage |= rect & QRect(QPoint(), deviceSize());
   if (m_damage.isEmpty() || m_paintPosted || !isVisible()) return;
   m_paintPosted = true;
-  // Posted, since asking the toolkit for an update waits five milliseconds.
+  // Posted, since asking Qt for an update waits five milliseconds.
   QCoreApplication::postEvent(this, new QEvent(QEvent::UpdateRequest));
 }
 
@@ -67,8 +67,7 @@ void MenuWindow::paintNow() {
   m_backingStore.beginPaint(points); // clears a store that has transparency
   QPaintDevice* device = m_backingStore.paintDevice();
   if (device && device->devType() == QInternal::Image) {
-    // The same pixels without the toolkit's scaling: the canvas scales by itself and keeps images on
-    // whole pixels.
+    // The same pixels without Qt's scaling: the canvas scales by itself and keeps images on whole pixels.
     auto& store = *static_cast<QImage*>(device);
     QImage pixels(store.bits(), store.width(), store.height(), store.bytesPerLine(), store.format());
     QPainter painter(&pixels);
@@ -106,7 +105,8 @@ bool MenuWindow::deliver(QEvent& event) {
   switch (event.type()) {
   case QEvent::Enter: {
     const auto& enter = static_cast<const QEnterEvent&>(event);
-    // It brings no buttons of its own; these are as the toolkit has heard last, and the next move is sure.
+    // The event carries no buttons; these are as Qt last received them, and the next move brings the
+    // exact ones.
     m_owner->windowPointerMoved(enter.position(), enter.modifiers(), QGuiApplication::mouseButtons());
     return true;
   }

@@ -21,7 +21,7 @@ public:
   virtual ~MenuWindowOwner() = default;
   // Damage in device pixels, y down; the painter addresses device pixels and is clipped to it.
   virtual void paintWindow(QPainter& painter, const QRect& damage) = 0;
-  // With the buttons that are down, as far as the toolkit has heard.
+  // With the buttons that are down, as far as Qt knows.
   virtual void windowPointerMoved(QPointF position, Qt::KeyboardModifiers modifiers,
                                   Qt::MouseButtons held) = 0;
   virtual void windowPointerLeft() = 0;

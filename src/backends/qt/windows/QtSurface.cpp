@@ -23,13 +23,13 @@ std::uint64_t modifierFlags(Qt::KeyboardModifiers modifiers) {
   return flags;
 }
 
-// Whether there were any. A submenu is a menu of its own and the first to go.
+// Whether there were any. A submenu is a menu of its own and closed first.
 bool closeOpenMenus() {
   bool wereOpen = false;
   while (QWidget* const menu = QApplication::activePopupWidget()) {
     wereOpen = true;
     menu->close();
-    if (QApplication::activePopupWidget() == menu) break; // it will not go
+    if (QApplication::activePopupWidget() == menu) break; // it refuses to close
   }
   return wereOpen;
 }
@@ -90,8 +90,7 @@ void QtSurface::setAlpha(double alpha) {
     return;
   }
   m_window->setOpacity(m_alpha);
-  // The toolkit leaves the request in its buffer: the last step of a fade would wait there for the
-  // next event.
+  // Qt leaves the request in its buffer: the last step of a fade would wait there for the next event.
   m_system.display().flush();
 }
 
@@ -164,7 +163,7 @@ void QtSurface::windowPointerMoved(QPointF position, Qt::KeyboardModifiers modif
 
 void QtSurface::windowPointerLeft() {
   if (!m_pointerInside) return;
-  // The server tells of the disc's edge; what counts is the square around it.
+  // The server reports the disc's edge; what counts is the square around it.
   if (m_pointerWatch->waitUntilOutside(m_deviceFrame, [this] { reportExit(); })) return;
   reportExit();
 }
@@ -172,8 +171,8 @@ void QtSurface::windowPointerLeft() {
 void QtSurface::windowPressed(PointerButton button, QPointF position, Qt::KeyboardModifiers modifiers) {
   m_pointerInside = true;
   const auto life = m_lifetime.watch();
-  // Beside an open menu a press only ends the menu. The toolkit sees to that once it has taken the pointer,
-  // but it does so after it has shown the menu, and a quick hand's press still comes here.
+  // Beside an open menu a press only ends the menu. Qt does so once it has grabbed the pointer, but it grabs
+  // it after it has shown the menu, and a quick hand's press still comes here.
   const bool endsMenu = closeOpenMenus();
   if (life.hasEnded()) return;
   m_swallowedPress = endsMenu ? std::optional(button) : std::nullopt;
@@ -237,8 +236,8 @@ void QtSurface::placeWindow() {
 }
 
 // A menu that moves would otherwise shine through itself, and a sub-menu would show the title that the menu
-// below it has only just closed: what lies over the surfaces goes with them, then those below this one are
-// drawn again.
+// below it has only just closed: what lies over the surfaces is removed with them, then those below this one
+// are drawn again.
 void QtSurface::removeOwnWindows(common::ScreenPicture& screen) const {
   const auto& shown = m_system.shownSurfaces();
   for (auto surface = shown.rbegin(); surface != shown.rend(); ++surface)

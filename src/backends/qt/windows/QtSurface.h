@@ -43,9 +43,9 @@ public:
   SurfaceLevel level() const { return m_level; }
   const MenuWindow& window() const { return *m_window; }
   const Backdrop& backdrop() const { return m_backdrop; }
-  // The desktop's compositor came or went.
+  // The desktop's compositor started or ended.
   void compositorChanged();
-  // A dialog that needs the surfaces out of sight came or went.
+  // A dialog that needs the surfaces out of sight opened or closed.
   void dialogChanged() { updateMapping(); }
   // Escape was pressed and this is the topmost surface.
   void cancel();
@@ -77,8 +77,8 @@ private:
   common::DeviceRect m_deviceFrame;
   double m_alpha = 1;
   bool m_shown = false;
-  bool m_pointerInside = false;                  // reported, and not yet reported gone
-  std::optional<PointerButton> m_swallowedPress; // it closed a menu, and its release is nobody's either
+  bool m_pointerInside = false;                  // reported, and its leaving not yet
+  std::optional<PointerButton> m_swallowedPress; // it closed a menu; its release is dropped, too
   Backdrop m_backdrop;
   std::unique_ptr<common::PointerWatch> m_pointerWatch;
   QtCanvas::Scratch m_scratch;

@@ -1,6 +1,6 @@
-// Makes surfaces and bubbles on the toolkit and keeps them in order: menu, sub-menu, bubbles, then pop-up
-// menus. Main thread only; needs a QApplication and is destroyed before it; outlives its surfaces and bubbles.
-// For displays on which a window can be put at a place of the screen.
+// Makes surfaces and bubbles on Qt and keeps them in order: menu, sub-menu, bubbles, then pop-up menus. Main
+// thread only; needs a QApplication and is destroyed before it; outlives its surfaces and bubbles. For
+// displays on which a window can be put at a place of the screen.
 #pragma once
 
 #include "backends/qt/windows/BubbleWindow.h"
@@ -20,7 +20,7 @@ class QtSurface;
 
 // What the window system asks of its neighbours; each may be empty.
 struct WindowSystemHooks {
-  // Lets the event taps act on what has happened so far; called before a surface hears of a button's release.
+  // Lets the event taps act on what has happened so far; called before a surface receives a button's release.
   std::function<void()> drainTaps;
   // Whether the pointer is over a context menu or a dialog that belongs to a surface. Bubbles are known here.
   std::function<bool()> pointerIsOverPopUp;

@@ -11,7 +11,7 @@ int rounded(double value) {
   return static_cast<int>(std::lround(value));
 }
 
-// The toolkit keeps a screen's origin in device pixels and scales only its size.
+// Qt keeps a screen's origin in device pixels and scales only its size.
 common::DeviceRect deviceFrame(const QScreen& screen) {
   const QRect frame = screen.geometry();
   const double scale = ScreenSpace::scaleOf(&screen);

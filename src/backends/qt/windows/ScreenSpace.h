@@ -1,6 +1,6 @@
 // Converts between the core's screen points (y up, origin at the bottom-left of the primary screen) and the
-// device pixels of the display (y down), each screen with its own number of pixels a point. Asks the toolkit
-// for the screens at every call, since they come and go.
+// device pixels of the display (y down), each screen with its own number of pixels a point. Asks Qt for the
+// screens at every call, since they are plugged in and removed.
 #pragma once
 
 #include "backends/common/DeviceRect.h"
@@ -24,7 +24,7 @@ public:
   // A rectangle takes the scale of the screen that its middle is on; its size and its origin are rounded.
   static common::DeviceRect toDevice(const Rect& rect);
   static Point toPoints(int deviceX, int deviceY);
-  // The toolkit's own coordinates: points of each screen, y down, rounded to whole points.
+  // Qt's own coordinates: points of each screen, y down, rounded to whole points.
   static QRect toToolkit(const Rect& rect);
   static QPoint toToolkit(Point point);
   static Rect fromToolkit(const QRect& rect);

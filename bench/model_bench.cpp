@@ -19,7 +19,7 @@
 namespace orbel {
 namespace {
 
-// Files of its own in a folder that goes with it.
+// Files of its own in a folder that is removed with it.
 class FolderOfFiles {
 public:
   explicit FolderOfFiles(std::int64_t count) {

@@ -1,4 +1,4 @@
-// A settings manager that tells every program to do without animations, so that a fade does not hide what
+// A settings manager that asks every program to do without animations, so that a fade does not hide what
 // is measured.
 #pragma once
 

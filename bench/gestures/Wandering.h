@@ -1,4 +1,4 @@
-// A pointer at everyday work: it goes from one target to the next on slightly bent ways, quick in the middle
+// A pointer at everyday work: it moves from one target to the next on slightly bent ways, quick in the middle
 // and slow at both ends, corrects itself, rests, and sometimes roams. Positions are screen points.
 #pragma once
 

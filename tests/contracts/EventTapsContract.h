@@ -1,4 +1,4 @@
-// What every EventTaps keeps to. Touches are told by a source of their own and have their tests there.
+// What every EventTaps keeps to. Touches are reported by a source of their own and have their tests there.
 //
 // Subject: the taps of a program that may listen, and a mouse. Each action returns when all that comes of it
 // has come.

@@ -40,7 +40,7 @@ class FakeEventTapsSubject {
 public:
   EventTaps& taps() { return m_taps; }
   void clickPrimaryButton() { m_taps.mouseUp(); }
-  void clickSecondaryButton() {} // no tap of the double hears of it
+  void clickSecondaryButton() {} // no tap of the double receives it
   void movePointer() { m_taps.mouseMoved(); }
   void dragPointer() { m_taps.mouseUp(); } // at its end
   void passInterval() {}                   // it leaves none out

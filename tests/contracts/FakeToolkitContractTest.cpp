@@ -1,4 +1,4 @@
-// The contracts of what a toolkit gives, apart from windows, for the doubles.
+// The contracts of text, drawing, menus and dialogs, for the doubles.
 #include "tests/contracts/ContextMenusContract.h"
 #include "tests/contracts/DialogsContract.h"
 #include "tests/contracts/GraphicsContract.h"

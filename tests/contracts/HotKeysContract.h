@@ -3,7 +3,7 @@
 // Subject: the hot keys of a program, a keyboard, and another program.
 //   HotKeys& hotKeys();
 //   void settle();                                     returns when every registration so far has its answer
-//   void typeSpace(std::uint32_t modifiers);           holds the modifiers, taps the space bar, lets go;
+//   void typeSpace(std::uint32_t modifiers);           holds the modifiers, taps the space bar, releases;
 //                                                      returns when all that comes of it has come
 //   bool otherProgramGrabsSpace(std::uint32_t modifiers);  whether the other program got the combination;
 //                                                      it keeps it
@@ -54,7 +54,7 @@ protected:
   Subject subject;
   test::LogCapture log;
   std::optional<HotKeyAnswer> answer; // to the newest registration
-  Numbers pressed; // the numbers of the registrations, in the order in which they were told
+  Numbers pressed; // the numbers of the registrations, in the order in which they were reported
 };
 
 TYPED_TEST_SUITE_P(HotKeysContract);

@@ -3,9 +3,9 @@
 // Subject: the recorder of a program whose window has the focus, and a keyboard. Each action returns when all
 // that comes of it has come.
 //   KeyRecorder& recorder();
-//   void typeA(std::uint64_t modifierFlags);  holds control, option or both, taps the letter, lets go
+//   void typeA(std::uint64_t modifierFlags);  holds control, option or both, taps the letter, releases
 //   bool windowGotA();       whether the letter has reached the program's own window since the last question;
-//                            only while nobody records
+//                            only while there is no recording
 //   void loseFocus();
 //   void letAnotherProgramHoldTheKeyboard();  so that it cannot be taken
 #pragma once

@@ -1,8 +1,8 @@
 // What every LoginItem keeps to.
 //
-// Subject: a desktop on which nobody has decided yet, and its own tools.
+// Subject: a desktop on which nothing is decided yet, and its own tools.
 //   LoginItem& item();
-//   void switchWithTheDesktopsTools(bool registered);  returns when the change has been told
+//   void switchWithTheDesktopsTools(bool registered);  returns when the change has been reported
 //   void makeUnreadable();        from now on the registration can neither be read nor changed
 //   void refuseRegistrations();   only while there is none
 #pragma once

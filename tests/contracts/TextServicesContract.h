@@ -1,4 +1,4 @@
-// What every TextServices keeps to, as far as ASCII goes: the doubles know no more.
+// What every TextServices keeps to, for ASCII alone: the doubles know no more.
 //
 // Subject: text services of an English-speaking user.
 //   TextServices& text();

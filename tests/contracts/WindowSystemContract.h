@@ -67,7 +67,7 @@ protected:
     surface->setFrame(frame);
     return surface;
   }
-  // The pointer goes there, over the surface, and the surface has heard of it.
+  // Moves the pointer there, over the surface, and waits until the surface was notified of it.
   testing::AssertionResult hears(HearingDelegate& hearing, Point screenPoint, Point inSurface) {
     subject.movePointer(screenPoint);
     if (subject.waitFor([&] { return hearing.location == inSurface; })) return testing::AssertionSuccess();

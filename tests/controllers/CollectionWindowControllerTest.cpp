@@ -73,7 +73,7 @@ TEST_F(CollectionWindowControllerTest, AHideDoesNothingWhileItMayNotClose) {
   EXPECT_FALSE(menu().window().isFadingOut());
 }
 
-// The main menu goes at the end of its fade, perhaps a moment before this one.
+// The main menu is destroyed at the end of its fade, perhaps a moment before this one.
 TEST_F(CollectionWindowControllerTest, OutlivesItsDelegate) {
   make({storedCore("A"), storedCore("B")});
   show();

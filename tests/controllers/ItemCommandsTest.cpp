@@ -267,7 +267,7 @@ TEST_F(ItemCommandsTest, TheFinderARunningProgramAndAFilledCollectionDoNotGoInto
   EXPECT_FALSE(controller().canDropItem(at(0), at(0)));
 }
 
-// Drops go by the name alone, context menus by the kind, too.
+// Drops are decided by the name alone, context menus by the kind, too.
 TEST_F(ItemCommandsTest, AProgramThatIsNamedFinderGoesIntoNoCollectionAndHasAContextMenu) {
   store({storedApp("/apps/finder.desktop", "Finder"), storedCollection("Work", {})});
   shown();

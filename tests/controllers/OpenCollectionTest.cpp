@@ -157,7 +157,7 @@ TEST_F(OpenCollectionTest, TheMenuOfACollectionThatHasGoneIsClosed) {
   EXPECT_EQ(names(), Names{"iTunes"});
 }
 
-// The release beside the menus hides them before their view hears of it.
+// The release beside the menus hides them before their view receives it.
 TEST_F(OpenCollectionTest, AMoveThatEndsBesideBothMenusIsStored) {
   openCollection();
   const Point center = controller().collectionController()->window().frame().center();

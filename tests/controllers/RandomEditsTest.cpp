@@ -105,7 +105,7 @@ protected:
 
   void expectNow(const Entries& expected, const char* edit) {
     ASSERT_EQ(ofTheUser(shownEntries()), expected) << edit;
-    // The last item gone, the defaults are shown, and nothing is stored yet.
+    // With the last item removed, the defaults are shown, and nothing is stored yet.
     if (storedEntries().empty()) {
       ASSERT_EQ(expected.size(), 6u) << edit;
       ASSERT_EQ(expected[0].name, "Finder") << edit;
@@ -198,7 +198,7 @@ void RandomEditsTest::dragByHand() {
   }
   platform.windows.release(PointerButton::primary);
   platform.runLoop.advance(kFade);
-  controller().orbelView().reloadData(); // a drop on nobody leaves the icon beside the circle until then
+  controller().orbelView().reloadData(); // a drop on no target leaves the icon beside the circle until then
   platform.windows.movePointer(frame.center());
   EXPECT_EQ(census(ofTheUser(shownEntries())), before);
   expectNow(ofTheUser(shownEntries()), "drag by hand");
@@ -312,7 +312,7 @@ void RandomEditsTest::dropFilesOnItem() {
     expected[place].members.insert(expected[place].members.end(), added.begin(), added.end());
     EXPECT_EQ(controller().didDrop(drag, target), !added.empty());
   } else {
-    EXPECT_TRUE(controller().didDrop(drag, target)); // opened, and the menu goes
+    EXPECT_TRUE(controller().didDrop(drag, target)); // opened, and the menu fades out
     EXPECT_TRUE(controller().window().isFadingOut());
     fadeOut();
     shown();

@@ -1,4 +1,4 @@
-// A keyboard that the test types on; nothing is typed to anybody while nobody records.
+// A keyboard that the test types on; without a recording nothing receives its keys.
 #pragma once
 
 #include "platform/KeyRecorder.h"

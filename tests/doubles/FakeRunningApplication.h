@@ -37,7 +37,7 @@ public:
   }
 
   std::int32_t pid;
-  int startTime = 0; // tells apart the processes that have had the identifier one after the other
+  int startTime = 0; // distinguishes the processes that have had the identifier one after the other
   std::string appName;
   std::optional<std::string> bundleFile;
   std::optional<std::string> executableFile;

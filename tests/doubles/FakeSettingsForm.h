@@ -206,7 +206,7 @@ public:
     ++loads;
     return form;
   }
-  FakeSettingsForm* last = nullptr; // the newest, which may be gone
+  FakeSettingsForm* last = nullptr; // the newest, which may have been destroyed
   int loads = 0;
 };
 

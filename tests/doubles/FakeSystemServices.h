@@ -295,7 +295,7 @@ public:
   }
 
   std::vector<MenuEntry> entries;
-  const Surface* surface = nullptr; // of the newest menu; may be gone
+  const Surface* surface = nullptr; // of the newest menu; may be dangling
   Point place;                      // in the surface's points
   bool isOpen = false;
   int timesOpened = 0;
@@ -303,7 +303,7 @@ public:
 private:
   struct Tracking {
     ContextMenuDelegate* delegate = nullptr;
-    bool isAbandoned = false; // its handle is gone
+    bool isAbandoned = false; // its handle has been destroyed
   };
   class Handle : public OpenContextMenu {
   public:
@@ -371,7 +371,7 @@ public:
   std::optional<TextPrompt> prompt;
   std::optional<Alert> alert;
   std::optional<OpenPanel> panel;
-  const Surface* owner = nullptr; // of the dialog that was asked for last; may be gone
+  const Surface* owner = nullptr; // of the dialog that was asked for last; may be dangling
 
 private:
   template <class Request, class Done>

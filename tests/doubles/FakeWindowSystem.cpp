@@ -84,7 +84,7 @@ void FakeWindowSystem::raise(FakeSurface& surface) {
 
 void FakeWindowSystem::hide(FakeSurface& surface) {
   std::erase(m_stack, &surface);
-  std::erase(m_entered, &surface); // what is hidden hears of no exit
+  std::erase(m_entered, &surface); // what is hidden receives no exit
   if (m_pressed == &surface) m_pressed = nullptr;
 }
 

@@ -70,7 +70,7 @@ public:
   bool isShown() const override { return shown; }
 
   std::string text;
-  const Surface* surface = nullptr; // that it was shown on last; may be gone
+  const Surface* surface = nullptr; // that it was shown on last; may be dangling
   Rect anchor;                      // in screen points
   bool shown = false;
 
@@ -97,7 +97,7 @@ public:
   // Answers whoever waits for the pointer, as a display that cannot wait for it any longer. The next movement
   // corrects the answer, unless a button is pressed before.
   void guessPointer(Point screenPoint);
-  // Moves the pointer and tells every shown surface that it meets or leaves, as a display would.
+  // Moves the pointer and notifies every shown surface that it enters or leaves, as a display would.
   void movePointer(Point screenPoint, std::uint64_t modifierFlags = 0);
   void press(PointerButton button, std::uint64_t modifierFlags = 0);
   void release(PointerButton button, std::uint64_t modifierFlags = 0);

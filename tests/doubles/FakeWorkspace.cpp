@@ -159,7 +159,7 @@ void FakeWorkspace::terminate(std::int32_t pid) {
   for (const auto& application : running) {
     if (application->pid != pid) continue;
     application->terminated = true;
-    application->policy = ActivationPolicy::accessory; // its windows went first
+    application->policy = ActivationPolicy::accessory; // its windows were closed first
   }
   if (frontmost && frontmost->processIdentifier() == pid) frontmost = nullptr;
   std::erase_if(running, [pid](const auto& application) { return application->pid == pid; });

@@ -45,7 +45,7 @@ public:
   Result<ResolvedBookmark> resolveBookmark(const PropertyList::Data& bookmark) const override;
 
   static PropertyList::Data bookmark(const std::string& text);
-  // Adds a regular running program and tells the observers. An identifier that was used before is
+  // Adds a regular running program and notifies the observers. An identifier that was used before is
   // another process.
   std::shared_ptr<FakeRunningApplication> launch(std::int32_t pid, const std::string& name,
                                                  const std::string& bundle = {},
@@ -54,7 +54,7 @@ public:
   // The file gets another path in the same folder; bookmarks of it are stale from then on.
   void move(const std::string& from, const std::string& to);
   void notifyRunningApplications() const;
-  // The display tells at last what runs.
+  // The display reports at last what runs.
   void tellRunningApplications() {
     tellsRunningApplications = true;
     notifyRunningApplications();

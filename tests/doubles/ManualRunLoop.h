@@ -21,7 +21,7 @@ public:
   Registration onEveryFrame(std::function<void()> block) override;
 
   // Moves time on by that much, running every delay that falls due, and a frame every sixtieth of a second
-  // while somebody wants frames.
+  // while frames are asked for.
   void advance(double seconds);
   // Moves time on as if the program had been busy: nothing runs until the next advance(), and the frames in
   // between are left out.

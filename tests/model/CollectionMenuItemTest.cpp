@@ -24,7 +24,7 @@ protected:
     return CollectionMenuItem::withDictionaryRepresentation(dictionary);
   }
   static MenuItemPointer core(const std::string& name) { return CoreMenuItem::withName(name); }
-  // Draws the image anew at a size it has not been drawn at and tells how many members were drawn.
+  // Draws the image anew at a size it has not been drawn at and returns how many members were drawn.
   std::size_t membersDrawn(const Image& image) {
     ++m_drawnSize;
     image.representation(m_drawnSize, m_drawnSize);
@@ -256,7 +256,7 @@ TEST_F(CollectionMenuItemTest, ItsIconDoesNotKeepItAlive) {
   EXPECT_TRUE(observed.expired());
 }
 
-// Every show reads the items anew, so the object behind a cached icon is soon gone.
+// Every show reads the items anew, so the object behind a cached icon is soon destroyed.
 TEST_F(CollectionMenuItemTest, ItsIconCanStillBeDrawnLargerOnceItIsGone) {
   platform.workspace.namedImages = {"Mail", "Safari"};
   const auto image = collectionOf({core("Mail"), core("Safari")})->image();

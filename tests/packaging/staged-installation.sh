@@ -40,7 +40,7 @@ fi
 icon=$(sed -n 's/^Icon=//p' "$entries/org.orbelmenu.OrbelMenu.desktop")
 [ -s "$stage$data/icons/hicolor/scalable/apps/$icon.svg" ] || fail "there is no icon $icon"
 
-# Touchpads are told from other devices below 50 and the seat's access is handed out at 73.
+# Touchpads are distinguished from other devices below 50 and the seat's access is handed out at 73.
 rule=$stage$programs/$rules/71-orbelmenu-touchpad.rules
 if [ -f "$rule" ]; then
   [ "$(ls "$(dirname "$rule")")" = 71-orbelmenu-touchpad.rules ] || fail "there is another rule"

@@ -76,7 +76,7 @@ protected:
     constexpr double kDistance = 150;
     return {m_center.x + kDistance * std::sin(angle), m_center.y + kDistance * std::cos(angle)};
   }
-  // To the middle of that entry's slot, as a hand that goes around the circle, and rests there.
+  // To the middle of that entry's slot, as a hand that moves along the circle, and rests there.
   void sweepTo(std::size_t index) {
     const double target = (static_cast<double>(index) + 0.5) * kFullTurn / static_cast<double>(kCount);
     for (; m_angle < target; m_angle += 0.02) {

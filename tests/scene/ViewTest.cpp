@@ -199,7 +199,7 @@ TEST_F(ViewTest, ThePressedViewGetsDragsAndTheReleaseWhereverThePointerIs) {
   EXPECT_EQ(box->events, "down drag up ");
 }
 
-// As where a menu of the toolkit's takes the pointer.
+// As where one of Qt's menus grabs the pointer.
 TEST_F(ViewTest, AMoveWithoutTheButtonEndsAPressWhoseReleaseWasLost) {
   const auto box = addBox({0, 0, 10, 10});
   box->setTrackingArea(box->bounds());

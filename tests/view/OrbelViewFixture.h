@@ -105,7 +105,7 @@ protected:
     return titles;
   }
 
-  // Before the view, which goes first: closing its titles asks the platform's bubbles.
+  // Before the view, which is destroyed first: closing its titles asks the platform's bubbles.
   FakePlatform platform;
   FakeViewTreeHost host{Rect(1000, 700, 450, 460), platform.windows};
   RecordingController controller;

@@ -1,4 +1,4 @@
-// A controller that reloads, disables or leaves the view from within what the view asks or tells it.
+// A controller that reloads, disables or leaves the view from within what the view asks or reports.
 #include "tests/view/OrbelViewFixture.h"
 
 #include "tests/doubles/FakeDrag.h"

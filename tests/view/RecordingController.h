@@ -1,4 +1,4 @@
-// A controller of the radial view for tests: serves sections of named entries, answers as it is told, and
+// A controller of the radial view for tests: serves sections of named entries, answers as the test asks, and
 // writes down what the view asks and reports, each as one line such as "click 0-2" or "move 0-0 to 1-0".
 #pragma once
 

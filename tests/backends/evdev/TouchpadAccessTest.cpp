@@ -13,7 +13,7 @@
 namespace orbel::test {
 namespace {
 
-// While it lives, this process may open no device: permissions bind nobody but other users than root.
+// While it lives, this process may open no device: permissions do not bind root.
 class WithoutAccess {
 public:
   explicit WithoutAccess(const TestTouchpad& pad) : m_path(pad.path()) {
@@ -77,7 +77,7 @@ TEST_F(TouchpadAccessTest, TheTapTriesAgainWhenTheAccessRightsChange) {
   EXPECT_TRUE(iterateUntil(isHeard));
 }
 
-// The command that the user is told.
+// The command that is shown to the user.
 
 class GrantingCommandTest : public testing::Test {
 protected:

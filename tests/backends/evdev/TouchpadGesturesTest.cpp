@@ -89,7 +89,7 @@ protected:
 
   using Places = std::function<Point(int finger, int frame)>;
   // Three fingers that never stand still, a thousand events in each of so many milliseconds. All of them are
-  // told, and another user of the loop has his turn as often as the touchpad has.
+  // reported, and another user of the loop has its turn as often as the touchpad has.
   void flood(int milliseconds, const Places& places) {
     constexpr int kFramesAMillisecond = 100; // of ten events each
     constexpr int kFramesATurn = 5;          // what the test's touchpad holds until it is read

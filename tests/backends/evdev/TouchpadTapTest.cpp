@@ -15,14 +15,14 @@ protected:
   }
   void TearDown() override { m_tap.reset(); }
 
-  // The next frame that is told.
+  // The next frame that is reported.
   std::vector<Touch> told(TestTouchpad& pad) {
     const std::size_t before = m_frames.size();
     pad.frame();
     EXPECT_TRUE(iterateUntil([&] { return m_frames.size() > before; })) << "no frame is told";
     return m_frames.empty() ? std::vector<Touch>() : m_frames.back();
   }
-  // A frame that changes nothing, by the time that the next one is told.
+  // A frame that changes nothing, by the time that the next one is reported.
   bool isUntold(TestTouchpad& pad, int slot) {
     const std::size_t before = m_frames.size();
     pad.frame();
@@ -144,7 +144,7 @@ TEST_F(TouchpadTapTest, FramesThatChangeNoFingerAreNotTold) {
   TestTouchpad pad(testbed());
   pad.plugIn();
   m_tap->setEnabled(true);
-  pad.setDistance(2, 50); // of a slot that nobody uses
+  pad.setDistance(2, 50); // of an unused slot
   EXPECT_TRUE(isUntold(pad, 0));
 }
 

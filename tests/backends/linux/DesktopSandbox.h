@@ -1,5 +1,5 @@
 // A desktop of the test program's own: home, data, configuration and program folders, set up in the
-// environment before anything of GLib reads it, gone when the program ends. Also plain helpers for files
+// environment before anything of GLib reads it, removed when the program ends. Also plain helpers for files
 // in it.
 #pragma once
 

@@ -1,4 +1,4 @@
-// Desktop entries for the time of one test, and an index that has seen them come and go.
+// Desktop entries for the time of one test, and an index that has seen them appear and disappear.
 #pragma once
 
 #include "backends/linux/DesktopEntryIndex.h"

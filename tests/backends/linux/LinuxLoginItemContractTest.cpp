@@ -30,7 +30,7 @@ private:
   const std::string m_folder = linux::DesktopSandbox::shared().makeFolder();
   const std::string m_state = linux::DesktopSandbox::shared().makeFolder();
   linux::LinuxLoginItem m_entry{m_folder, m_state, "/usr/bin/orbelmenu"};
-  std::optional<bool> m_isRegistered; // as told
+  std::optional<bool> m_isRegistered; // as reported
   Registration m_observation = m_entry.observeChanges([this] {
     const auto state = m_entry.state();
     m_isRegistered = state && *state == LoginItem::State::registered;

@@ -21,7 +21,7 @@ public:
     return *m_store;
   }
   void changeFromOutside(const PropertyList::Dictionary& values) {
-    // What the watch tells of the store's own saves comes first.
+    // What the watch reports of the store's own saves comes first.
     test::iterateWhatIsPending();
     m_loop.advance(1);
     const auto bytes = PropertyListCoder::write(values, PropertyListCoder::Format::xml);

@@ -40,7 +40,7 @@ protected:
                                           : PropertyList::Dictionary{{"unreadable", true}};
   }
 
-  // The watch has told the store of a change, and the time is over that it lets the file settle.
+  // The watch has notified the store of a change, and the time is over that it lets the file settle.
   void takeChange() {
     ASSERT_TRUE(test::iterateUntil([this] { return loop.pendingDelays() > 0; }));
     loop.advance(LinuxPreferencesStore::kSettleDelay);
@@ -136,7 +136,7 @@ TEST_F(LinuxPreferencesStoreTest, ReplacesTheFileInOneStepAndLeavesNoTemporaryFi
   open();
   store->setObject("a", 1);
   ASSERT_TRUE(store->synchronize());
-  // Whoever has the old file open goes on reading the old content whole.
+  // Whoever has the old file open still reads the whole old content.
   const std::string old = folder + "/old-file";
   ASSERT_EQ(::link(path.c_str(), old.c_str()), 0);
   store->setObject("a", 2);

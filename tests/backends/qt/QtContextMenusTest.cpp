@@ -108,7 +108,7 @@ TEST_F(QtContextMenusTest, ClosesWithoutACallWhenItIsDestroyedWhileOpen) {
 
 TEST_F(QtContextMenusTest, MayBeDestroyedFromWithinAnAction) {
   MenuEntry last = entry("Last");
-  last.title = std::string(100, 'x'); // too long to be stored in place: a copy that went would show
+  last.title = std::string(100, 'x'); // too long to be stored in place: a dangling copy would show
   last.action = [this](const MenuEntry& chosen) {
     m_open.reset();
     m_calls += "action " + chosen.title;

@@ -36,7 +36,7 @@ protected:
     m_program = std::make_unique<test::TestWindow>(session(), test::TestWindowOptions{});
     ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); },
                             "it has the focus"));
-    m_icons.hasThemeIcon({"folder"}); // sets the toolkit's icon theme as the running program does
+    m_icons.hasThemeIcon({"folder"}); // sets Qt's icon theme as the running program does
   }
   void TearDown() override { QApplication::setPalette(m_palette); }
 

@@ -1,4 +1,4 @@
-// The contracts of what the toolkit gives without a display: text, drawing, menus and dialogs.
+// The contracts of what Qt implements without a display: text, drawing, menus and dialogs.
 #include "backends/qt/canvas/QtGraphics.h"
 #include "backends/qt/popups/QtContextMenus.h"
 #include "backends/qt/popups/QtDialogs.h"

@@ -1,5 +1,5 @@
 // What the tests of this folder share: the private desktop of the round with a display, and waiting while the
-// toolkit's event loop runs.
+// Qt event loop runs.
 #pragma once
 
 #include "tests/desktop/harness/DesktopSession.h"
@@ -17,7 +17,7 @@ namespace orbel::qt {
 test::DesktopSession* testDisplay();
 void setTestDisplay(test::DesktopSession* session);
 
-// Lets the toolkit work until the condition holds.
+// Runs the Qt event loop until the condition holds.
 template <class Condition>
 [[nodiscard]] testing::AssertionResult becomesTrue(Condition condition, const std::string& description) {
   return test::waitFor(

@@ -18,7 +18,7 @@ QJsonObject table(const QString& language) {
   return QJsonDocument::fromJson(file.readAll()).object();
 }
 
-// The literal of `localized("…")`, also one that goes over several lines.
+// The literal of `localized("…")`, also one of several lines.
 QStringList localizedLiterals(const QString& source) {
   static const QRegularExpression call(QStringLiteral(R"re(localized\(\s*((?:"(?:[^"\\]|\\.)*"\s*)+)\))re"));
   static const QRegularExpression piece(QStringLiteral(R"re("((?:[^"\\]|\\.)*)")re"));

@@ -11,7 +11,7 @@ namespace {
 constexpr std::uint32_t kRed = 0xffff0000;
 constexpr std::uint32_t kBlue = 0xff0000ff;
 
-// Paper of white pixels, so that what is drawn and what is not are told apart.
+// Paper of white pixels, so that what is drawn and what is not can be distinguished.
 class QtCanvasTest : public testing::Test {
 protected:
   explicit QtCanvasTest(int pixels = 100, double points = 100)

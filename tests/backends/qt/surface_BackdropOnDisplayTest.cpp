@@ -1,5 +1,5 @@
 // What stands behind a surface, with and without a compositor. The compositor is played by the test, which
-// holds its selection: what it would draw is then told by the window's properties.
+// holds its selection: what it would draw is then given by the window's properties.
 #include "tests/backends/qt/surface_WindowSystemFixture.h"
 #include "tests/support/x11/XcbReply.h"
 

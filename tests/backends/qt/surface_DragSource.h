@@ -1,5 +1,5 @@
 // Another program that drags something over the screen (version 5 of the drag-and-drop protocol), on a
-// connection and a thread of its own: the toolkit waits for the dragged data without running its loop.
+// connection and a thread of its own: Qt waits for the dragged data without running its loop.
 #pragma once
 
 #include "tests/support/x11/DisplayConnection.h"

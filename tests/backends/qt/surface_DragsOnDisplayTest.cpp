@@ -18,7 +18,7 @@ protected:
     surface->show();
     ASSERT_TRUE(showsOwnWindows(1));
   }
-  // Everything that uses the window system goes before it.
+  // Everything that uses the window system is destroyed before it.
   void TearDown() override {
     source.reset();
     surface.reset();

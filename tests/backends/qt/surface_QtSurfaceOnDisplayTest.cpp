@@ -107,7 +107,7 @@ TEST_F(QtSurfaceOnDisplay, MovesSayWhetherThePrimaryButtonIsDown) {
   const auto surface = makeSurface(delegate, squareAround(500, 400, 400));
   surface->show();
   ASSERT_TRUE(showsOwnWindows(1));
-  // In two steps: an entry knows of the buttons only what the program has heard so far, a move knows them.
+  // In two steps: of the buttons an entry knows only what the program has received so far, a move knows them.
   const auto movesTo = [&](int x, bool primaryButtonIsDown) {
     session().input().movePointer({x - 5, 400});
     session().input().movePointer({x, 400});

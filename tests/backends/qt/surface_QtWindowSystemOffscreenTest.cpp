@@ -34,8 +34,8 @@ public:
   int releases = 0;
 };
 
-// A surface with a context menu of the toolkit's, which has not taken the pointer: so things stand for a
-// moment after the menu was shown.
+// A surface with one of Qt's context menus, which has not grabbed the pointer yet, as for a moment after the
+// menu was shown.
 class PressBesideAMenuOffscreenTest : public testing::Test, public ContextMenuDelegate {
 protected:
   void SetUp() override {

@@ -1,4 +1,4 @@
-// The window system with its X11 parts on the private desktop, and a delegate that writes down what it hears.
+// The window system with its X11 parts on the private desktop, and a delegate that records what it receives.
 #pragma once
 
 #include "backends/qt-x11/X11DisplayServer.h"

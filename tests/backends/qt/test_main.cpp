@@ -1,5 +1,5 @@
-// Starts the toolkit for the tests of this folder, away from the user's own settings: offscreen, or, when
-// the environment chooses the toolkit's X11 platform, on a private desktop. Fixtures "…OnDisplay" need
+// Starts Qt for the tests of this folder, away from the user's own settings: offscreen, or, when
+// the environment chooses Qt's X11 platform, on a private desktop. Fixtures "…OnDisplay" need
 // the latter.
 #include "tests/backends/qt/TestDisplay.h"
 #include "tests/support/base/TemporaryDirectory.h"

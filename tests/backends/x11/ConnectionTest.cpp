@@ -18,7 +18,7 @@ protected:
     session().markSpent();
     server().sendSignal(SIGKILL);
   }
-  // A property of the root window, to make the server tell us something.
+  // A property of the root window, to make the server send an event.
   void changeRoot() { driver().setNumbers(driver().root(), "SOMETHING", "CARDINAL", {1}); }
   void listenToRoot() { m_connection->selectOnRoot(XCB_EVENT_MASK_PROPERTY_CHANGE), m_connection->flush(); }
   static bool isRootChange(const xcb_generic_event_t& event) {

@@ -35,7 +35,7 @@ protected:
     X11Test::TearDown();
   }
 
-  // Moves the pointer until a movement is told; some are left out after another.
+  // Moves the pointer until a movement is reported; some are left out after another.
   bool moveUntilTold() {
     const int before = m_movements;
     return iterateUntil([&] {
@@ -152,7 +152,7 @@ TEST_F(X11EventTapsTest, MovementsAreToldAsLongAsTheyGoOn) {
 TEST_F(X11EventTapsTest, MovementsThatFollowAnotherAtOnceWakeNobody) {
   setEnabled(*m_moved, true);
   driver().moveTo(100, 100);
-  m_taps->drain(); // the first is told, and no more are asked for
+  m_taps->drain(); // the first is reported, and no more are asked for
   m_taps->drain(); // and the server knows
   EXPECT_EQ(m_movements, 1);
   m_events = 0;

@@ -186,7 +186,7 @@ TEST_F(X11HotKeysTest, ACombinationThatADesktopHoldsByTheInputExtensionIsNotRegi
 TEST_F(X11HotKeysTest, ARegisteredCombinationHearsThePressesFromTheBeginning) {
   for (std::uint32_t number = 1; number <= 20; ++number) {
     const auto hotKey = registerSpace(kOption, number);
-    driver().tapKeys({KEY_LEFTALT, KEY_SPACE}); // at once: what asked for rivals must have let go
+    driver().tapKeys({KEY_LEFTALT, KEY_SPACE}); // at once: the trial grab of the registration must have ended
     ASSERT_TRUE(iterateUntil([&] { return m_pressed.size() == number; })) << number;
   }
 }

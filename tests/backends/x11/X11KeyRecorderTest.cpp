@@ -40,7 +40,7 @@ private:
   std::weak_ptr<std::function<void()>> m_observer;
 };
 
-// What was told, in short: "49/c0000", and "mods 40000" for a change of the modifiers.
+// What was reported, in short: "49/c0000", and "mods 40000" for a change of the modifiers.
 std::string inShort(const KeyEvent& event) {
   char text[64];
   if (event.modifierChange)

@@ -9,14 +9,14 @@
 namespace orbel::test {
 namespace {
 
-// With and without a window manager: what tells which programs run must not depend on it.
+// With and without a window manager: what reports which programs run must not depend on it.
 class X11TopLevelWindowsTest : public WindowsTest, public testing::WithParamInterface<WindowManagerKind> {
 protected:
   X11TopLevelWindowsTest() : WindowsTest(GetParam()) {}
   void SetUp() override {
     WindowsTest::SetUp();
     iterateWhatIsPending();
-    // The window that tested the window manager has gone.
+    // The window that tested the window manager no longer exists.
     ASSERT_TRUE(iterateUntil([this] { return ids().empty(); }));
   }
 };
@@ -157,8 +157,8 @@ TEST_P(X11TopLevelWindowsTest, APidThatComesAfterTheMappingIsRead) {
 
 TEST_P(X11TopLevelWindowsTest, WhatATaskbarDoesNotListIsNotNormal) {
   const auto plain = programAt(10, 50);
-  // All stay to the end: a window manager that hears late of a window's death erases the state of the next
-  // one, which has its number.
+  // All stay to the end: a window manager that is late in handling a window's destruction erases the state of
+  // the next one, which has its number.
   std::vector<std::unique_ptr<OtherClient>> clients;
   // In the end: a window manager writes the window's state anew while it takes it over.
   const auto becomesNormal = [&](const std::vector<std::string>& options, bool expected) {

@@ -65,7 +65,7 @@ TEST_P(RecorderLayoutTest, ARecordedCombinationIsStoredShownAndWorksAtOnce) {
   ASSERT_TRUE(click());
   const Picture recording = recorderText();
 
-  // The glyphs of what is held show before any key is pressed, and go when it is let go.
+  // The glyphs of held modifiers are shown before any key is pressed, and no longer once they are released.
   ASSERT_TRUE(changesRecorder([&] { m_input.pressKey(XK_Control_L); }, "Control"));
   ASSERT_TRUE(changesRecorder([&] { m_input.pressKey(XK_Alt_L); }, "Control and Alt"));
   savePicture(std::string("held-") + GetParam());

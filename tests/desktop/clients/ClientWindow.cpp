@@ -152,7 +152,7 @@ void ClientWindow::handle(const xcb_generic_event_t& event) {
   case XCB_FOCUS_IN:
   case XCB_FOCUS_OUT: {
     const auto& focus = as<xcb_focus_in_event_t>(event);
-    // The pointer's own kind tells of the root's focus passing by, not of ours.
+    // The pointer's own kind reports the root's focus passing by, not ours.
     if (focus.detail == XCB_NOTIFY_DETAIL_POINTER) break;
     const bool isIn = (event.response_type & ~0x80) == XCB_FOCUS_IN;
     m_log.write(std::string(isIn ? "focus-in " : "focus-out ") + modeName(focus.mode));
@@ -222,7 +222,7 @@ void ClientWindow::raiseItself() {
   m_display.sendToWindowManager(m_window, "_NET_ACTIVE_WINDOW", {kSourceApplication, now, XCB_NONE});
 }
 
-// The server tells its time with the notice of a property change.
+// The server reports its time with the event of a property change.
 xcb_timestamp_t ClientWindow::currentTime() {
   const xcb_atom_t property = m_display.atom(kTimeProperty);
   xcb_change_property(m_display.get(), XCB_PROP_MODE_APPEND, m_window, property, XCB_ATOM_CARDINAL, 32, 0,

@@ -25,7 +25,7 @@ public:
   ClientWindow(const ClientWindow&) = delete;
   ClientWindow& operator=(const ClientWindow&) = delete;
 
-  // Maps the window and serves it until it is closed; returns early when the X server goes.
+  // Maps the window and serves it until it is closed; returns early when the X server ends.
   void run();
 
 private:

@@ -25,7 +25,7 @@ struct FileDragOptions {
 class FileDragWindow {
 public:
   FileDragWindow(FileDragOptions options, EventLog& log);
-  // Serves drags until the X server goes.
+  // Serves drags until the X server ends.
   void run();
 
 private:

@@ -1,4 +1,4 @@
-// A portal on the session bus that wants dark windows. At each SIGUSR1 it changes its mind and tells so.
+// A portal on the session bus that wants dark windows. At each SIGUSR1 it changes that and announces it.
 //
 //   test-portal
 #include <gio/gio.h>

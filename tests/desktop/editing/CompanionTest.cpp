@@ -131,7 +131,7 @@ TEST_F(CompanionTest, WithoutADisplayItRefusesWithAReason) {
   EXPECT_NE(result.errors.find("display"), std::string::npos) << result.errors;
 }
 
-// Both ways, where we may become somebody else; an ordinary user has the system's processes for it.
+// Both ways, where we may become another user; an ordinary user has the system's processes for it.
 TEST_F(CompanionTest, ProcessesOfAnotherUserAreRefused) {
   if (::geteuid() != 0) {
     const RunResult result = quit(2);

@@ -117,7 +117,7 @@ testing::AssertionResult EditingFixture::openContextMenuAt(ScreenPoint place) {
 
 testing::AssertionResult EditingFixture::reopenContextMenuAt(ScreenPoint place) {
   // For half a second a right-click is taken for the one that closed the menu before; how late the program
-  // has heard of that one cannot be seen.
+  // has received that one cannot be seen.
   constexpr std::chrono::milliseconds kClosing{600};
   constexpr std::chrono::milliseconds kOpening{2000};
   const auto isClosed = [this] { return contextMenus().empty(); };

@@ -17,7 +17,7 @@ constexpr auto kSomeFades = 400ms;
 
 class EntriesTest : public EditingUnderManagersFixture {
 protected:
-  // Presses the key until the menu shows it: before it has the keyboard the key goes to the program in front.
+  // Presses the key until the menu shows it: before it has the keyboard, the program in front gets the key.
   testing::AssertionResult pressUntilSeen(xcb_keysym_t key, int workWindowKeys) {
     const Picture before = m_session.screen().capture();
     m_input.typeKey(key);
@@ -140,7 +140,7 @@ TEST_P(EntriesTest, AControlPressThatIsHeldUntilItsMenuIsOpenLeavesTheMenuAsAnyO
   m_input.pressKey(XK_Control_L);
   m_input.press(PointerButton::left);
   ASSERT_TRUE(waitFor([&] { return !contextMenus().empty(); }, "the context menu is open"));
-  // The toolkit's menu has taken the pointer by the time it hears the keys, and gets the release.
+  // Qt's menu has grabbed the pointer by the time it receives the keys, and gets the release.
   m_input.releaseKey(XK_Control_L);
   ASSERT_TRUE(pressUntilSeen(XK_Down, workWindow().log().count("key-release")));
   m_input.release(PointerButton::left);

@@ -44,7 +44,7 @@ protected:
   static StoredItem itemOf(const std::filesystem::path& file) {
     return StoredItem::file(file.filename().string(), file.string());
   }
-  // Drags to the place, rests there until the badge is as expected, and lets go.
+  // Drags to the place, rests there until the badge is as expected, and releases the button.
   void drop(const FileDragSource& source, ScreenPoint place, const std::string& action,
             const std::string& picture = {}) {
     m_input.beginDrag(source.grip(), place);
@@ -147,7 +147,7 @@ TEST_P(FileDropCasesTest, UrisOfThisMachineAreFilesAndOthersAreLeftOutWithALineI
   EXPECT_TRUE(agent().logContains("https://example.org/page.html")) << agent().logText();
   EXPECT_TRUE(agent().logContains("file://elsewhere.example/tmp/far.txt"));
 
-  // With nothing left it is no drag of files: it is refused where it goes.
+  // With nothing left it is no drag of files: it is refused where it is dropped.
   const FileDragSource remote(m_session, {"https://example.org/other.html"}, {220, 700});
   drop(remote, inFrontOf(1, 5), "none");
   EXPECT_TRUE(waitFor([&] { return remote.log().contains("released-outside"); }, "nobody took it"));

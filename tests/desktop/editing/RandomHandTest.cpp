@@ -52,7 +52,7 @@ protected:
     }
     items.insert(items.begin() + 2, StoredItem::collection("First", {items.back()}));
     items.pop_back();
-    // The programs that files are dragged out of would come and go between the icons.
+    // The programs that files are dragged out of would appear and disappear between the icons.
     m_session.preferences().setBoolean("showRunningApps", false);
     startAgent(items);
     ASSERT_TRUE(summonAt(kPlace));

@@ -24,7 +24,7 @@ TEST_P(ReorderingTest, TheThirdIconDraggedBetweenTheFirstAndTheSecondIsStoredThe
   m_input.beginDrag(itemCenter(menu, 2, kItems), goal);
   EXPECT_TRUE(waitForIconAt(goal, kBlue));
   saveSettledPicture("gap");
-  // Nothing is stored before the icon is let go.
+  // Nothing is stored before the icon is released.
   EXPECT_EQ(m_session.preferences().menuItems()->at(1), green.item());
   m_input.release(PointerButton::left);
   ASSERT_TRUE(waitForItems({red.item(), blue.item(), green.item(), orange.item(), violet.item()}));

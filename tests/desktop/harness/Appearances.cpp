@@ -41,7 +41,7 @@ void Appearances::take(const xcb_generic_event_t& event) {
   case XCB_CONFIGURE_NOTIFY: {
     const auto& configured = as<xcb_configure_notify_event_t>(event);
     const ScreenRect frame{configured.x, configured.y, configured.width, configured.height};
-    // Restacking is told in the same way.
+    // Restacking is reported by the same event.
     const bool hasMoved = m_frames[configured.window] != frame;
     m_frames[configured.window] = frame;
     if (hasMoved && m_mapped.contains(configured.window)) m_places.push_back(frame);

@@ -1,5 +1,6 @@
 // Where windows that no window manager places (menus, bubbles) have been on the screen, in the order in which
-// they were there: also those that came and went between two looks. Needs no polling: the server tells.
+// they were there: also those that were open only between two looks. Needs no polling, since the server
+// reports each of them.
 #pragma once
 
 #include "tests/support/x11/DisplayConnection.h"

@@ -1,4 +1,4 @@
-// Hears the display's bell, which programs ring to refuse something.
+// Counts the rings of the display's bell, which programs ring to refuse something.
 #pragma once
 
 #include "tests/support/x11/DisplayConnection.h"
@@ -9,7 +9,7 @@ namespace orbel::test {
 
 class Bell {
 public:
-  // Hears what rings from now on. Throws std::runtime_error where the server does not tell.
+  // Counts from now on. Throws std::runtime_error where the server does not report the bell.
   explicit Bell(const std::string& display);
 
   // So far.

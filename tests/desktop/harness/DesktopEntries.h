@@ -27,7 +27,7 @@ public:
 
   // Writes or replaces the entry; returns its path.
   std::filesystem::path install(const DesktopEntry& entry);
-  // The text goes into the file as it is, for entries that are wrong on purpose.
+  // The text is written to the file as it is, for entries that are wrong on purpose.
   std::filesystem::path installText(const std::string& id, const std::string& text);
   void remove(const std::string& id);
   std::filesystem::path pathOf(const std::string& id) const;

@@ -167,7 +167,7 @@ void DesktopSession::setKeyboardLayout(const std::vector<std::string>& words) {
 
 bool DesktopSession::restore() try {
   if (m_isSpent) return false;
-  m_input.emplace(*m_display); // the earlier hand lets go of what it holds
+  m_input.emplace(*m_display); // the earlier hand releases what it holds
   if (m_hasOtherLayout) {
     setKeyboardLayout({"-layout", "us", "-variant", "", "-option", ""});
     m_hasOtherLayout = false;

@@ -95,9 +95,9 @@ public:
   // No other case gets this desktop: for what restore() does not undo, such as another arrangement of
   // monitors, and for what may harm the server or the window manager.
   void markSpent() { m_isSpent = true; }
-  // As it was when it came up: programs that were started since are ended, their windows are gone, files are
-  // removed, keys and buttons are released, the pointer is where a new server has it. False when the desktop
-  // cannot be used any more.
+  // As it was when it came up: programs that were started since are ended, their windows are closed, files
+  // are removed, keys and buttons are released, the pointer is where a new server has it. False when the
+  // desktop cannot be used any more.
   bool restore();
 
 private:

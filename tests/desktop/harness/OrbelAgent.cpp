@@ -52,7 +52,7 @@ testing::AssertionResult OrbelAgent::activateAction(const std::string& action) {
 }
 
 testing::AssertionResult OrbelAgent::quit() {
-  // It may be gone before it has answered: what counts is that it ends.
+  // It may have ended before it has answered: what counts is that it ends.
   const auto sent = activateAction("quit");
   if (!m_process->waitForExit(kPatience)) {
     return testing::AssertionFailure() << "orbelmenu does not quit " << sent.message();

@@ -1,4 +1,4 @@
-// A private session bus that starts only the services it was told of, and the calls that tests make on it.
+// A private session bus that starts only the services it was given, and the calls that tests make on it.
 #pragma once
 
 #include "tests/support/base/ChildProcess.h"

@@ -1,4 +1,4 @@
-// The desktop's watcher of status items, and the panel that draws them if it is told to have one. Destroying
+// The desktop's watcher of status items, and the panel that draws them if it is asked to have one. Destroying
 // it is the panel's crash.
 #pragma once
 

@@ -16,7 +16,7 @@ class SystemTray {
 public:
   static constexpr int kIconSide = 32; // pixels
 
-  // The bar has the colour; with a foreground it tells programs to draw one-coloured icons in it.
+  // The bar has the colour; with a foreground it asks programs to draw one-coloured icons in it.
   SystemTray(const std::string& display, Rgb background, std::optional<Rgb> foreground);
   ~SystemTray();
   SystemTray(const SystemTray&) = delete;

@@ -1,6 +1,6 @@
 // Summoning by a circle of the pointer. What does not summon is proved by a circle drawn afterwards at
 // another place: the program handles the movements in order, so by the time the menu is there, it has handled
-// the others, and the server has told of every place at which a menu was.
+// the others, and the server has reported every place at which a menu was.
 #include "tests/desktop/menu/MenuFixture.h"
 
 #include "tests/desktop/harness/Appearances.h"

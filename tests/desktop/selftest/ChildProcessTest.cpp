@@ -64,7 +64,7 @@ TEST_F(ChildProcessTest, EndsTheWholeGroupAlsoWhenItIgnoresThePoliteRequest) {
     grandchild = std::stoi(log());
     ASSERT_EQ(::kill(grandchild, 0), 0);
   }
-  // Whoever inherits the orphan reaps it: gone, or a zombie without a command line.
+  // Whoever inherits the orphan reaps it: it no longer exists, or is a zombie without a command line.
   const auto isGone = [grandchild] {
     return readFile("/proc/" + std::to_string(grandchild) + "/cmdline").empty();
   };

@@ -173,7 +173,7 @@ TEST(PlainSessionTest, LeavesNoProcessAndNoFolderBehind) {
   {
     DesktopSession session;
     runtimeFolder = session.runtimeFolder();
-    // What a launcher does: a process in a session of its own, whose parent has gone.
+    // What a launcher does: a process in a session of its own, whose parent has ended.
     session.run({"sh", "-c", "setsid sleep 1000 & exit 0"});
     // Server, bus, manager and sleeper. A process has no environment for a moment while its program is
     // exchanged, which the sleeper may be doing still when its shell has ended.

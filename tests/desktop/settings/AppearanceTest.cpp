@@ -20,7 +20,7 @@ protected:
   testing::AssertionResult isLight() {
     return waitFor([&] { return brightness() > 170; }, "the glass is light");
   }
-  // Until the settings can hear it.
+  // Returns when the portal answers, so that the settings receive its signals.
   std::unique_ptr<ChildProcess> startPortal() {
     auto portal = m_session.start("portal", {TestWindow::clientPath("test-portal").string()});
     const auto answers = [&] {

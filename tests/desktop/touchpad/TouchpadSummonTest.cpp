@@ -137,7 +137,7 @@ TEST_F(TouchpadSummonTest, UnpluggedInTheMiddleOfAGestureAndBackTheTouchpadSummo
   putDown(2, 0.1);
   m_pad->unplug();
   m_pad->plugIn();
-  // The program hears of the new touchpad in its own time.
+  // When the program is notified of the new touchpad is not known.
   const auto restOnce = [&] {
     liftAll();
     putDown(3, 0.1);

@@ -40,10 +40,10 @@ public:
   // The exit status; the negative signal number where a signal ended it; nothing while it runs.
   std::optional<int> exitStatus() const { return m_exitStatus; }
 
-  // To its standard input. Throws std::runtime_error when it has none or is gone.
+  // To its standard input. Throws std::runtime_error when it has none or has ended.
   void writeLine(const std::string& line);
   void sendSignal(int signal);
-  // Asks the group to end, and kills what is left of it once its leader has gone or three seconds are over.
+  // Asks the group to end, and kills what is left of it once its leader has ended or three seconds are over.
   // Does nothing when the leader has ended by itself: its group may hold programs that it launched.
   void terminate();
 

@@ -1,4 +1,4 @@
-// A fresh private folder (mode 0700) that is removed with everything in it when the object goes.
+// A fresh private folder (mode 0700) that is removed with everything in it when the object is destroyed.
 #pragma once
 
 #include <filesystem>

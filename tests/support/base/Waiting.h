@@ -43,7 +43,7 @@ template <class Condition>
                                                    const std::string& description);
 
 // Fails as soon as the condition stops holding within the duration. Only for what must NOT happen, where no
-// event tells that it did not; prefer an event that can only come afterwards.
+// event shows that it did not; prefer an event that can only come afterwards.
 template <class Condition>
 [[nodiscard]] testing::AssertionResult holdsFor(Condition condition, std::chrono::milliseconds duration,
                                                 const std::string& description) {

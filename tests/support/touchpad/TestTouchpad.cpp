@@ -111,7 +111,7 @@ void TestTouchpad::announceChange() {
 }
 
 void TestTouchpad::breakOff() {
-  // The other end of the node: whoever reads it now is told that it has hung up.
+  // The other end of the node: whoever reads it now is notified that it has hung up.
   close(m_descriptor);
 }
 

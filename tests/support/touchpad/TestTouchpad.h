@@ -1,6 +1,6 @@
 // A touchpad that only umockdev knows: in sysfs, in udev's database and as a device node whose questions
 // (ioctls) are answered from the state that the test gives it, so that everything of libevdev runs. Fingers
-// are put down, moved and lifted slot by slot; a frame tells the changes to the reader. Positions are
+// are put down, moved and lifted slot by slot; a frame reports the changes to the reader. Positions are
 // normalised, 0 to 1 with the y axis up.
 #pragma once
 
@@ -27,7 +27,7 @@ struct AxisRange {
 struct TestTouchpadOptions {
   std::string name = "Test Touchpad";
   int number = 5; // of the event node
-  int slots = 5;  // none: the device tells one position only
+  int slots = 5;  // none: the device reports one position only
   AxisRange x{100, 1300};
   AxisRange y{-400, 400};
   bool isTouchpad = true; // else udev calls it a touch screen
@@ -47,14 +47,14 @@ public:
 
   // Present and announced, with no finger on it; another node than before each time.
   void plugIn();
-  // Gone and announced.
+  // Removed and announced.
   void unplug();
-  // What udev tells when access rights have changed.
+  // What udev reports when access rights have changed.
   void announceChange();
-  // The node answers no more, before anybody has announced it.
+  // The node answers no more, before its removal has been announced.
   void breakOff();
 
-  // Each is told with the next frame.
+  // Each is reported with the next frame.
   void put(int slot, int trackingId, double x, double y);
   void move(int slot, double x, double y);
   void moveRaw(int slot, int x, int y);

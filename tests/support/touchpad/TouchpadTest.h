@@ -16,7 +16,7 @@ namespace orbel::test {
 class TouchpadTest : public testing::Test {
 protected:
   TouchpadTest() : m_testbed(umockdev_testbed_new()) {
-    // What belongs to the testbed is open to everybody: where a device is not, that is the device's own.
+    // What belongs to the testbed is open to every user: where a device is not, that is the device's own.
     char* root = umockdev_testbed_get_root_dir(m_testbed);
     m_root = root;
     g_free(root);

@@ -1,6 +1,6 @@
-// The hand of the person at the test screen: pointer and keyboard through XTEST, which no program can tell
-// from real devices (it gives raw events, too). Places are pixels of the root window, y down. Every call
-// returns when the server has taken the event; the programs react later. Main thread.
+// The hand of the person at the test screen: pointer and keyboard through XTEST, which no program can
+// distinguish from real devices (it gives raw events, too). Places are pixels of the root window, y down.
+// Every call returns when the server has taken the event; the programs react later. Main thread.
 #pragma once
 
 #include "tests/support/x11/DisplayConnection.h"
@@ -16,7 +16,7 @@ namespace orbel::test {
 
 enum class PointerButton : std::uint8_t { left = 1, middle = 2, right = 3, wheelUp = 4, wheelDown = 5 };
 
-// How a hand drags: it sets out slowly, moves in steps, and rests a moment before it lets go. Drag and drop
+// How a hand drags: it sets out slowly, moves in steps, and rests a moment before the release. Drag and drop
 // between programs needs that time for its messages; the pace is part of the gesture, kept by the server, and
 // no test waits for a result with it.
 struct DragPace {
@@ -40,7 +40,7 @@ struct CircularWay {
 class Input {
 public:
   explicit Input(DisplayConnection& display);
-  // Lets go of everything that is still held.
+  // Releases everything that is still held.
   ~Input();
   Input(const Input&) = delete;
   Input& operator=(const Input&) = delete;

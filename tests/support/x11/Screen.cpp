@@ -17,7 +17,7 @@ constexpr int kBytesPerPixel = 4;
 
 Screen::Screen(DisplayConnection& display, std::filesystem::path pictureFolder)
     : m_display(display), m_pictureFolder(std::move(pictureFolder)) {
-  // The server refuses every request of XFixes until it was told the version.
+  // The server refuses every request of XFixes before that for the version.
   const auto cookie = xcb_xfixes_query_version(display.get(), 4, 0);
   const XcbReply<xcb_xfixes_query_version_reply_t> reply(
       xcb_xfixes_query_version_reply(display.get(), cookie, nullptr));

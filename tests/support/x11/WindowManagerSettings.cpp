@@ -62,7 +62,7 @@ constexpr std::string_view kXfceShortcuts = R"(<?xml version="1.0" encoding="UTF
 </channel>
 )";
 
-// Rendering in software counts as unsafe to KWin unless it is told otherwise.
+// Rendering in software counts as unsafe to KWin unless its configuration says otherwise.
 constexpr std::string_view kKWinConfiguration = R"([Compositing]
 Enabled=true
 Backend=OpenGL

@@ -36,7 +36,7 @@ public:
 
   // What the window manager calls active; nothing for none.
   std::optional<xcb_window_t> activeWindow() const;
-  // The window that the keys go to; nothing for none and for the root.
+  // The window that receives the keys; nothing for none and for the root.
   std::optional<xcb_window_t> focusWindow() const;
   bool hasCompositor() const;
 

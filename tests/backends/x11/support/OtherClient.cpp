@@ -16,7 +16,7 @@ OtherClient::OtherClient(const std::string& display, const std::vector<std::stri
                                        .log = m_folder.path() / "errors",
                                        .output = m_folder.path() / "output",
                                        .takesInput = true});
-  // The code under test goes on working meanwhile.
+  // The code under test continues to run meanwhile.
   if (!iterateUntil([this] { return hasWritten("ready") || !m_program->isRunning(); }) ||
       !hasWritten("ready"))
     throw std::runtime_error("the test client does not start: " + readFile(m_folder.path() / "errors"));

@@ -15,7 +15,7 @@ namespace orbel::test {
 
 class OtherClient {
 public:
-  // `options` as the client's source tells. Waits until the client is ready.
+  // `options` as described in the client's source. Waits until the client is ready.
   OtherClient(const std::string& display, const std::vector<std::string>& options);
 
   ChildProcess& program() { return *m_program; }

@@ -1,4 +1,4 @@
-// An X server with a screen that nobody sees and a touchpad whose gestures the test makes. Xvfb has no
+// An X server with an invisible screen and a touchpad whose gestures the test makes. Xvfb has no
 // touchpad; this is the full server with its driver for input tests. Talks that driver's protocol,
 // version 1.1.
 #pragma once

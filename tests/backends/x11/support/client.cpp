@@ -1,4 +1,4 @@
-// Another program, for tests: makes windows as it is told on the command line, says on standard output what
+// Another program, for tests: makes windows as its command line asks, says on standard output what
 // happens to them, and stays until its windows are closed or it is ended.
 //
 //   --title TEXT  --class INSTANCE CLASS  --at X Y  --stated-pid N  --machine NAME  --type ATOM

@@ -1,7 +1,7 @@
 // The process's settings and triggers: every other module reads and writes the user's settings here, straight
 // from and to the preferences store, and the global shortcut and the gestures that summon the menu are
 // started and stopped here. Setters of what an open menu shows post a notification
-// (app/settings/Notifications.h) after writing; a value that is changed in the store from outside has the
+// (settings/Notifications.h) after writing; a value that is changed in the store from outside has the
 // same effect as its setter. Main thread only.
 #pragma once
 

@@ -64,7 +64,7 @@ protected:
 
   // Screen points, y up.
   static void movePointer(Point place) {
-    const QPoint pixel = qt::ScreenSpace::toToolkit({place.x, place.y, 0, 0}).topLeft();
+    const QPoint pixel = qt::ScreenSpace::toQt({place.x, place.y, 0, 0}).topLeft();
     QCursor::setPos(pixel);
     QCoreApplication::processEvents();
   }
@@ -86,7 +86,7 @@ protected:
     movePointer(onCircle(target));
     letAnimationsEnd();
   }
-  static Rect screenFrame(const QRect& toolkit) { return qt::ScreenSpace::fromToolkit(toolkit); }
+  static Rect screenFrame(const QRect& frame) { return qt::ScreenSpace::fromQt(frame); }
   // Where the picture of the menu shows that entry's colour, in the window's points, y up.
   static Rect shownFrame(const QImage& picture, std::size_t index) {
     QRect found;
@@ -181,7 +181,7 @@ TEST_F(MenuOnQtRoomsTest, TheTitleIsWrittenDarkOnALightBody) {
   const qt::BubbleWindow* const bubble = WindowPictures::bubble();
   ASSERT_NE(bubble, nullptr);
   const QRect body =
-      qt::ScreenSpace::toToolkit(bubble->bodyFrame()).translated(-bubble->position()).adjusted(4, 4, -4, -4);
+      qt::ScreenSpace::toQt(bubble->bodyFrame()).translated(-bubble->position()).adjusted(4, 4, -4, -4);
   const QImage picture = WindowPictures::of(*bubble);
   int light = 0, dark = 0;
   for (int y = body.top(); y <= body.bottom(); ++y) {

@@ -59,7 +59,7 @@ QImage WindowPictures::together() {
   painter.drawImage(shown->position(), of(*shown));
   if (const qt::BubbleWindow* const title = bubble()) {
     QImage pixels = of(*title).convertToFormat(QImage::Format_ARGB32);
-    const QRect body = qt::ScreenSpace::toToolkit(title->bodyFrame()).translated(-title->position());
+    const QRect body = qt::ScreenSpace::toQt(title->bodyFrame()).translated(-title->position());
     // All but its round corners.
     constexpr int kCorner = static_cast<int>(qt::BubbleLayout::kCornerRadius);
     clearBlackOutside(pixels, QRegion(body.adjusted(kCorner, 0, -kCorner, 0)) +

@@ -35,7 +35,7 @@ protected:
     m_surface.setGeometry(340, 240, 400, 400);
     m_surface.setStyleSheet("background: #30506a");
     m_surface.show();
-    m_place->setFrame(ScreenSpace::fromToolkit(m_surface.geometry()));
+    m_place->setFrame(ScreenSpace::fromQt(m_surface.geometry()));
     ASSERT_TRUE(becomesTrue([&] { return session().windows().isViewable(windowOf(m_surface)); },
                             "the surface is shown"));
     session().input().movePointer({540, 440});

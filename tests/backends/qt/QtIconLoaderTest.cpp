@@ -70,7 +70,7 @@ TEST_F(QtIconLoaderTest, HasThePicturesThatShipWithTheProgram) {
   EXPECT_TRUE(m_log.lines.empty());
 }
 
-TEST_F(QtIconLoaderTest, FollowsTheDesktopsThemeAlsoForTheToolkit) {
+TEST_F(QtIconLoaderTest, FollowsTheDesktopsThemeAlsoForQt) {
   const std::filesystem::path data = qEnvironmentVariable("XDG_DATA_HOME").toStdString();
   writeThemeIndex(data / "icons/Wished", {"48x48/apps Fixed 48"});
   writePicture(data / "icons/Wished/48x48/apps/only-in-wished.png", 48, 48, Qt::red);

@@ -25,8 +25,8 @@ TEST_F(ScreenSpaceTest, TheYAxisIsFlippedAboutTheBottomOfThePrimaryScreen) {
   EXPECT_EQ(ScreenSpace::toPoints(30, 0), (Point{30, static_cast<double>(height)}));
   EXPECT_EQ(ScreenSpace::toPoints(30, height - 10), (Point{30, 10}));
   EXPECT_EQ(ScreenSpace::toDevice({10, 20, 100, 50}), (common::DeviceRect{10, height - 70, 100, 50}));
-  EXPECT_EQ(ScreenSpace::toToolkit({10, 20, 100, 50}), QRect(10, height - 70, 100, 50));
-  EXPECT_EQ(ScreenSpace::toToolkit(Point{10.4, 20.4}), QPoint(10, height - 20));
+  EXPECT_EQ(ScreenSpace::toQt({10, 20, 100, 50}), QRect(10, height - 70, 100, 50));
+  EXPECT_EQ(ScreenSpace::toQt(Point{10.4, 20.4}), QPoint(10, height - 20));
 }
 
 TEST_F(ScreenSpaceTest, PlacesBesideTheScreenAreCountedOnFromIt) {

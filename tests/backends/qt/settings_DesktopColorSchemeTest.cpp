@@ -17,7 +17,7 @@ TEST(DesktopColorSchemeTest, AThemeIsDarkWhenItsNameSaysSo) {
     EXPECT_EQ(DesktopColorScheme::ofThemeNamed(name), ColorScheme::light) << name;
 }
 
-TEST(DesktopColorSchemeTest, WithoutAPortalAndAThemeTheToolkitsColoursDecide) {
+TEST(DesktopColorSchemeTest, WithoutAPortalAndAThemeQtsColoursDecide) {
   const QPalette before = QApplication::palette();
   int told = 0;
   const PlainDisplayServer display;

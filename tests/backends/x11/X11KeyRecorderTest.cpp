@@ -374,7 +374,7 @@ TEST_F(X11KeyRecorderTest, TheLossOfTheFocusIsToldWhileItRecords) {
   EXPECT_EQ(m_told, Told());
 }
 
-TEST_F(X11KeyRecorderTest, AFocusThatTheServerMovesAwayIsToldWithoutTheToolkit) {
+TEST_F(X11KeyRecorderTest, AFocusThatTheServerMovesAwayIsReportedWithoutQt) {
   const auto other = otherClient({"--window", "--at", "400", "0"});
   startRecording();
   focus(other->window());

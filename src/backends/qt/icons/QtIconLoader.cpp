@@ -17,7 +17,7 @@ namespace {
 // A theme changes when the user says so in the desktop's settings: seeing it within this is soon enough, and
 // looking it up for each of forty icons would cost more than reading them.
 constexpr qint64 kThemeCheckInterval = 3000; // milliseconds
-constexpr int kToolkitPixmapCache = 512;     // KiB; the core keeps the pictures it shows
+constexpr int kQtPixmapCache = 512;          // KiB; the core keeps the pictures it shows
 constexpr int kAnySize = 64;                 // pixels
 
 QString ownPath(const std::string& name) {
@@ -35,7 +35,7 @@ QString iconName(const std::string& name) {
 } // namespace
 
 QtIconLoader::QtIconLoader() : m_folders(IconTheme::systemFolders()), m_followsDesktop(true) {
-  QPixmapCache::setCacheLimit(kToolkitPixmapCache);
+  QPixmapCache::setCacheLimit(kQtPixmapCache);
   OwnResources::load();
 }
 

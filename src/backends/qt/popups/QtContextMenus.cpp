@@ -12,7 +12,7 @@ std::unique_ptr<OpenContextMenu> QtContextMenus::popUp(std::vector<MenuEntry> en
                                                        ContextMenuDelegate* delegate, const Surface& surface,
                                                        Point place) {
   const Point origin = surface.frame().origin;
-  const QPoint position = ScreenSpace::toToolkit(Point{origin.x + place.x, origin.y + place.y});
+  const QPoint position = ScreenSpace::toQt(Point{origin.x + place.x, origin.y + place.y});
   return std::make_unique<PoppedUpMenu>(std::move(entries), delegate, m_popUps, position);
 }
 

@@ -28,7 +28,7 @@ QPoint placeOfUser(const Surface* owner) {
   if (!owner) return QCursor::pos();
   const Rect frame = owner->frame();
   const Point place = owner->pointerLocation().value_or(Rect({}, frame.size).center());
-  return ScreenSpace::toToolkit(Point{frame.minX() + place.x, frame.minY() + place.y});
+  return ScreenSpace::toQt(Point{frame.minX() + place.x, frame.minY() + place.y});
 }
 } // namespace
 

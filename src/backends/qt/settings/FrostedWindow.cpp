@@ -112,7 +112,7 @@ void FrostedWindow::paintGlass(QPainter& painter) const {
     frost.setDevicePixelRatio(devicePixelRatioF());
     {
       QPainter onFrost(&frost);
-      m_frost->paint(onFrost, QRectF(rect()), ScreenSpace::toDevice(ScreenSpace::fromToolkit(geometry())),
+      m_frost->paint(onFrost, QRectF(rect()), ScreenSpace::toDevice(ScreenSpace::fromQt(geometry())),
                      m_glass->material);
       QPainterPath corners;
       corners.addRect(QRectF(rect()));

@@ -19,11 +19,11 @@ QtManagedWindow::QtManagedWindow(DisplayServer& display, std::function<void(WId)
 QtManagedWindow::~QtManagedWindow() = default;
 
 Rect QtManagedWindow::frame() const {
-  return ScreenSpace::fromToolkit(m_widget.geometry());
+  return ScreenSpace::fromQt(m_widget.geometry());
 }
 
 void QtManagedWindow::setFrameOrigin(Point origin) {
-  m_widget.move(ScreenSpace::toToolkit(Rect(origin, frame().size)).topLeft());
+  m_widget.move(ScreenSpace::toQt(Rect(origin, frame().size)).topLeft());
 }
 
 void QtManagedWindow::center() {

@@ -35,7 +35,7 @@ void BubbleWindow::place(const QString& text, const Rect& anchorOnScreen) {
                    m_layout.body.size.height + BubbleLayout::kArrowHeight + 2 * kMargin);
   const bool changed = subject != m_subject;
   if (changed) draw(subject);
-  setGeometry(ScreenSpace::toToolkit(frame));
+  setGeometry(ScreenSpace::toQt(frame));
   common::DeviceRect place = ScreenSpace::toDevice(frame);
   place.width = m_picture.width();
   place.height = m_picture.height();

@@ -230,7 +230,7 @@ void QtSurface::placeWindow() {
   m_deviceFrame = ScreenSpace::toDevice(m_frame);
   m_backdrop.prepare(m_deviceFrame, backingScale(),
                      [this](common::ScreenPicture& screen) { removeOwnWindows(screen); });
-  m_window->setGeometry(ScreenSpace::toToolkit(m_frame));
+  m_window->setGeometry(ScreenSpace::toQt(m_frame));
   m_system.display().setGeometry(m_window->winId(), m_deviceFrame);
   shapeWindow();
 }

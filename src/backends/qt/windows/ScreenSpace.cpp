@@ -85,16 +85,16 @@ Point ScreenSpace::toPoints(int deviceX, int deviceY) {
   return {origin.x() + (deviceX - origin.x()) / scale, flip(origin.y() + (deviceY - origin.y()) / scale)};
 }
 
-QRect ScreenSpace::toToolkit(const Rect& rect) {
+QRect ScreenSpace::toQt(const Rect& rect) {
   return {rounded(rect.minX()), rounded(flip(rect.maxY())), rounded(rect.size.width),
           rounded(rect.size.height)};
 }
 
-QPoint ScreenSpace::toToolkit(Point point) {
+QPoint ScreenSpace::toQt(Point point) {
   return {rounded(point.x), rounded(flip(point.y))};
 }
 
-Rect ScreenSpace::fromToolkit(const QRect& rect) {
+Rect ScreenSpace::fromQt(const QRect& rect) {
   return {static_cast<double>(rect.x()), flip(rect.y() + rect.height()), static_cast<double>(rect.width()),
           static_cast<double>(rect.height())};
 }

@@ -25,9 +25,9 @@ public:
   static common::DeviceRect toDevice(const Rect& rect);
   static Point toPoints(int deviceX, int deviceY);
   // Qt's own coordinates: points of each screen, y down, rounded to whole points.
-  static QRect toToolkit(const Rect& rect);
-  static QPoint toToolkit(Point point);
-  static Rect fromToolkit(const QRect& rect);
+  static QRect toQt(const Rect& rect);
+  static QPoint toQt(Point point);
+  static Rect fromQt(const QRect& rect);
 
 private:
   static double flip(double y);

@@ -49,7 +49,7 @@ public:
   ContextMenus& menus() { return m_menus; }
   const Surface& surface() const { return *m_surface; }
   static Point place() {
-    const Rect frame = qt::ScreenSpace::fromToolkit(menu()->geometry());
+    const Rect frame = qt::ScreenSpace::fromQt(menu()->geometry());
     return {frame.minX(), frame.maxY()};
   }
   static bool isOpen() { return menu() != nullptr; }

@@ -24,7 +24,7 @@ namespace {
 class QtContextMenusOnDisplay : public testing::Test, public ContextMenuDelegate {
 protected:
   void SetUp() override {
-    if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
+    if (!testDisplay()) FAIL() << "needs the round with a display";
     m_program = std::make_unique<test::TestWindow>(*testDisplay(), test::TestWindowOptions{});
     ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); },
                             "it has the focus"));

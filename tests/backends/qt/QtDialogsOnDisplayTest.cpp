@@ -32,7 +32,7 @@ QPalette darkPalette() {
 class QtDialogsOnDisplay : public testing::Test {
 protected:
   void SetUp() override {
-    if (!testDisplay()) GTEST_SKIP() << "needs the round with a display";
+    if (!testDisplay()) FAIL() << "needs the round with a display";
     m_program = std::make_unique<test::TestWindow>(session(), test::TestWindowOptions{});
     ASSERT_TRUE(becomesTrue([&] { return session().windows().focusWindow() == m_program->id(); },
                             "it has the focus"));

@@ -68,7 +68,7 @@ TEST_P(WindowActivationTest, RestoringTheActiveWindowLeavesEverythingAlone) {
   const std::uint64_t mark = windows().summonMark();
   const auto place = driver().stackingPlace(m_earlier->window());
   EXPECT_TRUE(windows().restore(m_earlier->window(), mark));
-  EXPECT_TRUE(isActive(m_earlier->window()));
+  EXPECT_TRUE(iterateUntil([&] { return isActive(m_earlier->window()); }));
   EXPECT_EQ(driver().stackingPlace(m_earlier->window()), place);
 }
 

@@ -36,4 +36,9 @@ void SettingsBindings::update(SettingsForm& form) {
   }
 }
 
+void SettingsBindings::forget() {
+  for (Binding& binding : m_bindings)
+    binding.shown.reset();
+}
+
 } // namespace orbel

@@ -29,6 +29,8 @@ public:
 
   // Sends the form the settings that its controls do not show.
   void update(SettingsForm& form);
+  // The next update sends every setting: what the controls show is no longer certain.
+  void forget();
 
 private:
   struct Binding {

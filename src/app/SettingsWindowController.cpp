@@ -84,6 +84,8 @@ void SettingsWindowController::applyColorScheme() {
 
 void SettingsWindowController::showWindow() {
   window().makeKeyAndOrderFront();
+  // A control may have been changed in a way that it does not report, as by an assistive program.
+  m_bindings.forget();
   reloadValues();
 }
 

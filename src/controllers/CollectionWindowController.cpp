@@ -40,7 +40,9 @@ CollectionWindowController::withCollectionItem(std::shared_ptr<CollectionMenuIte
   return controller;
 }
 
-CollectionWindowController::~CollectionWindowController() = default;
+CollectionWindowController::~CollectionWindowController() {
+  disconnect();
+}
 
 void CollectionWindowController::runningApplicationsChanged() {
   const auto earlier = std::exchange(m_knownRegularApplications, regularApplications());

@@ -14,6 +14,7 @@ namespace orbel {
 OrbelWindowController::OrbelWindowController() : RadialMenuController(SurfaceLevel::menu) {}
 
 OrbelWindowController::~OrbelWindowController() {
+  disconnect();
   // Only its fade keeps it alive, and the end of that would not be seen any more.
   if (const auto closing = m_closingCollection.lock()) closing->window().setAlphaValue(0);
 }

@@ -28,6 +28,11 @@ void RadialMenuController::connect() {
       Platform::current().workspace.observeRunningApplications([this] { runningApplicationsChanged(); }));
 }
 
+void RadialMenuController::disconnect() {
+  m_observations.clear();
+  m_menuWindow.detach();
+}
+
 bool RadialMenuController::toolkitAvailable() const {
   return CompanionToolkit::isAvailable();
 }

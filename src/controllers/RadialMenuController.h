@@ -69,6 +69,8 @@ protected:
   explicit RadialMenuController(SurfaceLevel level) : m_menuWindow(level) {}
   // Once, when the controller is held by a shared_ptr: fills the view and follows what it depends on.
   void connect();
+  // The reverse, called first by every subclass's destructor: nothing asks for a list that is being destroyed.
+  void disconnect();
 
   virtual const MenuItemList& items() const = 0;
   // The index is at most the number of items.

@@ -26,14 +26,18 @@ RadialMenuWindow::RadialMenuWindow(SurfaceLevel level) : m_window(std::make_uniq
 }
 
 RadialMenuWindow::~RadialMenuWindow() {
-  m_orbelView->setDataSource(nullptr);
-  m_orbelView->setDelegate(nullptr);
+  detach();
 }
 
 void RadialMenuWindow::attach(OrbelViewDataSource& dataSource, OrbelViewDelegate& delegate) {
   m_orbelView->setDataSource(&dataSource);
   m_orbelView->setDelegate(&delegate);
   m_orbelView->reloadData();
+}
+
+void RadialMenuWindow::detach() {
+  m_orbelView->setDataSource(nullptr);
+  m_orbelView->setDelegate(nullptr);
 }
 
 void RadialMenuWindow::setFrame(Point center, double side) {

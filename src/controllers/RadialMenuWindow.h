@@ -22,6 +22,8 @@ public:
 
   // Fills the view from the data source.
   void attach(OrbelViewDataSource& dataSource, OrbelViewDelegate& delegate);
+  // The view asks and calls neither any more.
+  void detach();
   // A square of that side, in screen points, around the point.
   void setFrame(Point center, double side);
   // Takes tint and magnification from the settings; the tint also reloads the view.

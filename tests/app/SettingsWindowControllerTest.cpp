@@ -216,13 +216,18 @@ TEST_F(SettingsWindowControllerTest, OnlyTheControlsWhoseSettingsHaveChangedAreS
   FakeSettingsForm& user = shown();
   user.click("magnifyCheckbox", false);
   user.received.clear();
-  shown();
-  EXPECT_EQ(user.received, std::vector<std::string>{});
   auto values = platform.preferences.values;
   values.insert_or_assign(kMagnifySettingsKey, true);
   values.insert_or_assign(kMenuSizeSettingsKey, 3);
   platform.preferences.changeFromOutside(values);
   EXPECT_EQ(user.received, (std::vector<std::string>{"menuSizePopUpButton", "magnifyCheckbox"}));
+}
+
+TEST_F(SettingsWindowControllerTest, ShownAgainItShowsTheSettingsWhateverTheControlsWereChangedTo) {
+  shown().managedWindow.close();
+  form().values.at("magnifyCheckbox") = false; // without saying so
+  shown();
+  EXPECT_TRUE(form().isOn("magnifyCheckbox"));
 }
 
 TEST_F(SettingsWindowControllerTest, OpenMenusHearOfEachChangeOnce) {

@@ -106,7 +106,7 @@ TEST_F(NotificationCenterTest, ARegistrationMayOutliveItsCenter) {
 }
 
 TEST_F(NotificationCenterTest, TheDefaultCenterIsAlwaysTheSame) {
-  const SharedObjects shared;
+  SharedObjects shared;
   EXPECT_EQ(&NotificationCenter::defaultCenter(), &NotificationCenter::defaultCenter());
 }
 

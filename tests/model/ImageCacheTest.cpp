@@ -126,7 +126,7 @@ TEST_F(ImageCacheTest, ReducesACacheThatIsTooLong) {
 }
 
 TEST_F(ImageCacheTest, TheSharedCacheIsAlwaysTheSame) {
-  const SharedObjects shared;
+  SharedObjects shared;
   EXPECT_EQ(&ImageCache::sharedCache(), &ImageCache::sharedCache());
 }
 

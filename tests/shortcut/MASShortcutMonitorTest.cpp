@@ -183,7 +183,7 @@ TEST_F(MASShortcutMonitorTest, AHandlerMayRemoveItsOwnMonitor) {
 
 TEST_F(MASShortcutMonitorTest, TheEndOfTheSharedObjectsEndsEverythingAndTheNextCountFromOneAgain) {
   {
-    const SharedObjects shared;
+    SharedObjects shared;
     ASSERT_TRUE(MASShortcut::registeredUserDefaultsHotKeys().empty());
     add(kShortcut);
     m_platform.preferences.setObject("Key", kOther.data());

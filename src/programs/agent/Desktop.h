@@ -27,6 +27,9 @@ public:
 // that were set for that.
 std::vector<std::string> prepareEnvironment();
 
+// Whether there is a desktop for the platform that Qt runs on; logged where there is none. Needs a QApplication.
+bool hasDesktop();
+
 // The desktop of the platform that Qt runs on. Null, and logged, when there is none for it or its display
 // cannot be reached. Needs a QApplication.
 std::unique_ptr<Desktop> openDesktop(Desktop::Surroundings surroundings);

@@ -39,7 +39,7 @@ int run(std::vector<std::string> privateVariables) {
       {.privateVariables = std::move(privateVariables), .lost = [] { QCoreApplication::exit(1); }});
   if (!desktop) return 1;
   // Destroyed before the desktop, which what is shared still uses then.
-  const SharedObjects sharedObjects;
+  SharedObjects sharedObjects;
   delegate.applicationDidFinishLaunching();
   const int status = QCoreApplication::exec();
   delegate.applicationWillTerminate();
@@ -56,6 +56,7 @@ int main(int argumentCount, char** arguments) {
   QApplication::setDesktopFileName(QStringLiteral("org.orbelmenu.OrbelMenu"));
   // An agent: the settings window may close, the program stays.
   QApplication::setQuitOnLastWindowClosed(false);
+  if (!hasDesktop()) return 1;
   for (const int signal : {SIGINT, SIGTERM, SIGHUP})
     g_unix_signal_add(signal, quitOnSignal, nullptr);
   return run(std::move(privateVariables));

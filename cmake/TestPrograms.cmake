@@ -13,7 +13,7 @@ set_property(DIRECTORY ${PROJECT_SOURCE_DIR} APPEND PROPERTY CMAKE_CONFIGURE_DEP
 function(orbel_add_test name program)
   cmake_parse_arguments(TEST "" "FILTER;SHARDS;LABEL;TIMEOUT" "ENVIRONMENT" ${ARGN})
   if(NOT TEST_TIMEOUT)
-    set(TEST_TIMEOUT 120)
+    set(TEST_TIMEOUT 600) # of a whole program, on a slow machine and under a sanitizer
   endif()
   if(NOT TEST_SHARDS)
     set(TEST_SHARDS 1)

@@ -47,6 +47,11 @@ FakeFileManager::FakeFileManager(SessionBus& bus) : m_connection(bus.connection(
 }
 
 FakeFileManager::~FakeFileManager() {
+  // The connection is the session's, which serves the next case, too: that one must not find the name taken.
+  if (GVariant* answer = g_dbus_connection_call_sync(
+          m_connection, "org.freedesktop.DBus", "/org/freedesktop/DBus", "org.freedesktop.DBus",
+          "ReleaseName", g_variant_new("(s)", kName), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr))
+    g_variant_unref(answer);
   g_dbus_connection_unregister_object(m_connection, m_object);
 }
 

@@ -49,7 +49,7 @@ public:
       const char* className = list.size() % 2 == 0 ? "FileMenuItem" : "AppMenuItem";
       list.push_back(PropertyList::Dictionary{{"class", className},
                                               {"name", "An item"},
-                                              {"bookmarkData", m_workspace.makeBookmark(path, nullptr)}});
+                                              {"bookmarkData", m_workspace.makeBookmark(path).value()}});
     }
     stored = std::move(list);
   }
@@ -74,8 +74,8 @@ private:
     }
 
   private:
-    DesktopEntryIndex m_entries;
-    Bookmarks m_bookmarks{m_entries};
+    linux::DesktopEntryIndex m_entries;
+    linux::Bookmarks m_bookmarks{m_entries};
   };
 
   FolderOfFiles m_folder;

@@ -6,7 +6,7 @@
 
 namespace orbel::bench {
 
-using namespace desktop;
+using namespace test;
 using Clock = std::chrono::steady_clock;
 
 namespace {
